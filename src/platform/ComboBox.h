@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/Control.h"
+
+namespace oriolemark {
+
+// A list with a text box. The handler runs when an entry is chosen, by the user or by code, and
+// when the user's edit of the text ends in another text; a text that code writes runs nothing.
+class ComboBox : public Control {
+ public:
+  static constexpr int kNone = -1;
+
+  explicit ComboBox(std::function<void()> changed = {}) : changed_(std::move(changed)) {}
+
+  const std::vector<std::string>& Items() const { return items_; }
+  void SetItems(std::vector<std::string> items) {
+    items_ = std::move(items);
+    listIndex_ = kNone;
+    Tell();
+  }
+
+  const std::string& Text() const { return text_; }
+  void SetText(const std::string& text) {
+    listIndex_ = IndexOf(text);
+    Change(text_, text);
+  }
+  // Enter was pressed in the text, or the box was left.
+  void EndEdit(const std::string& text) {
+    if (text == text_) return;
+    SetText(text);
+    if (changed_) changed_();
+  }
+
+  int ListIndex() const { return listIndex_; }
+  // An index outside the list is skipped.
+  void SetListIndex(int index) {
+    if (index < 0 || index >= static_cast<int>(items_.size())) return;
+    text_ = items_[static_cast<std::size_t>(index)];
+    listIndex_ = index;
+    Tell();
+    if (changed_) changed_();
+  }
+
+ private:
+  int IndexOf(const std::string& text) const {
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+      if (items_[i] == text) return static_cast<int>(i);
+    }
+    return kNone;
+  }
+
+  std::function<void()> changed_;
+  std::vector<std::string> items_;
+  std::string text_;
+  int listIndex_ = kNone;
+};
+
+}  // namespace oriolemark

@@ -1,0 +1,83 @@
+#include "platform/Form.h"
+
+#include "platform/Waiting.h"
+
+namespace oriolemark {
+namespace {
+
+void Call(const std::function<void()>& listener) {
+  if (listener) listener();
+}
+
+}  // namespace
+
+void Form::Tell() const {
+  Call(onChanged);
+}
+
+void Form::SetCaption(const std::string& caption) {
+  if (caption == caption_) return;
+  caption_ = caption;
+  Tell();
+}
+
+void Form::Load() {
+  if (loaded_) return;
+  loaded_ = true;
+  Form_Load();
+}
+
+void Form::Show() {
+  Load();
+  if (visible_) return;
+  visible_ = true;
+  Tell();
+}
+
+void Form::ShowModal(Waiting& waiting) {
+  if (visible_) return;
+  modal_ = true;
+  Show();
+  // The closing of the program ends the wait with the form still up.
+  if (!waiting.WaitUntil([this] { return !loaded_; })) Unload();
+  modal_ = false;
+}
+
+void Form::Hide() {
+  if (!visible_) return;
+  visible_ = false;
+  Tell();
+}
+
+void Form::BringToFront() {
+  Show();
+  Call(onFront);
+}
+
+bool Form::Unload() {
+  if (!loaded_) return true;
+  if (!Form_QueryUnload()) return false;
+  // Unloaded before the handlers run, so that nothing that they set off unloads it again.
+  loaded_ = false;
+  Hide();
+  Form_Unload();
+  return true;
+}
+
+void Form::Repaint() const {
+  Call(onRepaint);
+}
+
+void Form::Move(const UnitRect& place) {
+  place_ = place;
+  Call(onMoved);
+}
+
+void Form::NoteInnerSize(double width, double height) {
+  if (width == innerWidth_ && height == innerHeight_) return;
+  innerWidth_ = width;
+  innerHeight_ = height;
+  if (loaded_) Form_Resize();
+}
+
+}  // namespace oriolemark

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace oriolemark {
+
+// Status words of the last GPIB call.
+struct GpibStatus {
+  int ibsta = 0;  // 16 bits
+  int iberr = 0;
+  int ibcnt = 0;
+  int ibcntl = 0;
+};
+
+inline constexpr int kGpibErr = 0x8000;
+inline constexpr int kGpibEnd = 0x2000;
+
+// The NI-488.2 calls that the program uses. Each leaves its outcome in Status().
+class GpibDriver {
+ public:
+  virtual ~GpibDriver() = default;
+  // Device handle.
+  virtual int ibdev(int board, int primary, int secondary, int timeout, int eot, int eos) = 0;
+  virtual void ibclr(int device) = 0;
+  virtual void ibwrt(int device, std::string_view bytes) = 0;
+  virtual void ibrd(int device, std::span<char> buffer) = 0;
+  virtual void ibonl(int device, int online) = 0;
+  virtual const GpibStatus& Status() const = 0;
+};
+
+}  // namespace oriolemark

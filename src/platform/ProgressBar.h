@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/Control.h"
+
+namespace oriolemark {
+
+// A bar from 0 to 100. Values outside are refused: the bar keeps what it shows.
+class ProgressBar : public Control {
+ public:
+  double Value() const { return value_; }
+  void SetValue(double percent) {
+    if (percent >= 0 && percent <= kMaximum) Change(value_, percent);
+  }
+  // Draws the bar now, without serving events.
+  void Refresh() const {
+    if (onRefresh) onRefresh();
+  }
+  std::function<void()> onRefresh;
+
+  static constexpr double kMaximum = 100;
+
+ private:
+  double value_ = 0;
+};
+
+}  // namespace oriolemark

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace oriolemark {
+
+// The application's title: the title of every message box that names none.
+inline constexpr const char* kApplicationTitle = "Oriolemark";
+
+enum class MessageIcon { None, Exclamation, Critical, Question, Information };
+enum class MessageButtons { Ok, YesNoCancel };
+enum class MessageAnswer { Ok, Yes, No, Cancel };
+
+struct Message {
+  std::string text;  // shown as plain text; CR stands between lines
+  std::string title = kApplicationTitle;
+  MessageIcon icon = MessageIcon::None;
+  MessageButtons buttons = MessageButtons::Ok;
+  bool operator==(const Message&) const = default;
+};
+
+// The system's own modal windows. Each call shows one and returns with the user's answer; events
+// are served meanwhile. While the program is closing they return at once, as cancelled.
+class Prompts {
+ public:
+  virtual ~Prompts() = default;
+  virtual MessageAnswer Show(const Message& message) = 0;
+  // The printer dialog, under its title. Its outcome is of no use to the program.
+  virtual void ShowPrinterDialog(const std::string& title) = 0;
+};
+
+}  // namespace oriolemark

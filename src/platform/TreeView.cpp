@@ -1,0 +1,142 @@
+#include "platform/TreeView.h"
+
+#include <algorithm>
+
+namespace oriolemark {
+
+TreeView::Node* TreeView::Find(TreeNode node) {
+  const auto found = nodes_.find(node);
+  return found == nodes_.end() ? nullptr : &found->second;
+}
+
+const TreeView::Node* TreeView::Find(TreeNode node) const {
+  const auto found = nodes_.find(node);
+  return found == nodes_.end() ? nullptr : &found->second;
+}
+
+void TreeView::Clear() {
+  nodes_.clear();
+  top_.clear();
+  selected_ = kNoNode;
+  Tell();
+}
+
+TreeNode TreeView::Add(TreeNode parent, const std::string& text, int image) {
+  Node* above = Find(parent);
+  if (above == nullptr && parent != kNoNode) return kNoNode;
+  const TreeNode node = next_++;
+  (above != nullptr ? above->children : top_).push_back(node);
+  nodes_[node] = Node{.parent = parent, .text = text, .image = image, .children = {}};
+  Tell();
+  return node;
+}
+
+void TreeView::Remove(TreeNode node) {
+  const Node* gone = Find(node);
+  if (gone == nullptr) return;
+  Node* above = Find(gone->parent);
+  std::erase(above != nullptr ? above->children : top_, node);
+  Drop(node);
+  Tell();
+}
+
+void TreeView::Drop(TreeNode node) {
+  const std::vector<TreeNode> children = nodes_[node].children;
+  for (const TreeNode child : children) Drop(child);
+  nodes_.erase(node);
+}
+
+TreeNode TreeView::First() const {
+  return top_.empty() ? kNoNode : top_.front();
+}
+
+TreeNode TreeView::Parent(TreeNode node) const {
+  const Node* found = Find(node);
+  return found != nullptr ? found->parent : kNoNode;
+}
+
+std::vector<TreeNode> TreeView::Children(TreeNode node) const {
+  const Node* found = Find(node);
+  if (found == nullptr) return node == kNoNode ? top_ : std::vector<TreeNode>{};
+  std::vector<TreeNode> shown = found->children;
+  if (found->sorted) {
+    std::stable_sort(shown.begin(), shown.end(),
+                     [this](TreeNode a, TreeNode b) { return Text(a) < Text(b); });
+  }
+  return shown;
+}
+
+std::string TreeView::FullPath(TreeNode node) const {
+  const Node* found = Find(node);
+  if (found == nullptr) return {};
+  if (found->parent == kNoNode) return found->text;
+  return FullPath(found->parent) + "\\" + found->text;
+}
+
+const std::string& TreeView::Text(TreeNode node) const {
+  static const std::string empty;
+  const Node* found = Find(node);
+  return found != nullptr ? found->text : empty;
+}
+
+void TreeView::SetText(TreeNode node, const std::string& text) {
+  if (Node* found = Find(node)) Change(found->text, text);
+}
+
+int TreeView::Image(TreeNode node) const {
+  const Node* found = Find(node);
+  return found != nullptr ? found->image : 0;
+}
+
+bool TreeView::Expanded(TreeNode node) const {
+  const Node* found = Find(node);
+  return found != nullptr && found->expanded;
+}
+
+void TreeView::SetExpanded(TreeNode node, bool expanded) {
+  if (Node* found = Find(node)) Change(found->expanded, expanded);
+}
+
+bool TreeView::Sorted(TreeNode node) const {
+  const Node* found = Find(node);
+  return found != nullptr && found->sorted;
+}
+
+void TreeView::SetSorted(TreeNode node, bool sorted) {
+  if (Node* found = Find(node)) Change(found->sorted, sorted);
+}
+
+void TreeView::Select(TreeNode node) {
+  if (Exists(node)) Change(selected_, node);
+}
+
+void TreeView::StartLabelEdit() const {
+  if (onStartLabelEdit) onStartLabelEdit();
+}
+
+void TreeView::EndLabelEdit(std::string text) {
+  const TreeNode edited = Selected();
+  if (edited == kNoNode) return;
+  if (afterLabelEdit) afterLabelEdit(text);
+  SetText(edited, text);
+  Tell();
+}
+
+void TreeView::Click(TreeNode node) {
+  Select(node);
+  if (Exists(node) && nodeClick) nodeClick(node);
+}
+
+void TreeView::DoubleClick() {
+  if (doubleClick) doubleClick();
+}
+
+void TreeView::KeyDown(int code) const {
+  if (keyDown) keyDown(code);
+}
+
+void TreeView::MouseDown(int button) const {
+  if (mouseDown) mouseDown(button);
+}
+
+}  // namespace oriolemark

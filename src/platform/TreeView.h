@@ -1,0 +1,89 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/Control.h"
+
+namespace oriolemark {
+
+// Identity of a node: never used again for another one, so that a reference to a node that has gone
+// is harmless. Operations on it do nothing and read as empty.
+using TreeNode = int;
+inline constexpr TreeNode kNoNode = 0;
+
+// A tree with pictures, one node selected at the most. The path separator is a backslash.
+class TreeView : public Control {
+ public:
+  void Clear();
+  // At the end of the parent's children; at the top level under kNoNode.
+  TreeNode Add(TreeNode parent, const std::string& text, int image);
+  // With all its children.
+  void Remove(TreeNode node);
+
+  bool Exists(TreeNode node) const { return nodes_.contains(node); }
+  int Count() const { return static_cast<int>(nodes_.size()); }
+  // The first node of the top level.
+  TreeNode First() const;
+  TreeNode Parent(TreeNode node) const;
+  // In the order in which they are shown.
+  std::vector<TreeNode> Children(TreeNode node) const;
+  std::string FullPath(TreeNode node) const;
+
+  const std::string& Text(TreeNode node) const;
+  void SetText(TreeNode node, const std::string& text);
+  int Image(TreeNode node) const;
+  bool Expanded(TreeNode node) const;
+  void SetExpanded(TreeNode node, bool expanded);
+  // A sorted node shows its children by their texts.
+  bool Sorted(TreeNode node) const;
+  void SetSorted(TreeNode node, bool sorted);
+
+  TreeNode Selected() const { return Exists(selected_) ? selected_ : kNoNode; }
+  // What is not in the tree is skipped.
+  void Select(TreeNode node);
+
+  // Asks the toolkit's side to open the label of the selected node for editing.
+  void StartLabelEdit() const;
+  // The user's edit of the selected node's label has ended with this text. A cancelled edit is not
+  // reported. The handler may put another text in its place.
+  void EndLabelEdit(std::string text);
+
+  // The user's gestures: the node is selected first, as far as there is one under the pointer.
+  void Click(TreeNode node);
+  void DoubleClick();
+  void KeyDown(int code) const;
+  void MouseDown(int button) const;
+
+  // Handlers of the form.
+  std::function<void(TreeNode)> nodeClick;
+  std::function<void()> doubleClick;
+  std::function<void(int code)> keyDown;
+  std::function<void(int button)> mouseDown;
+  std::function<void(std::string& text)> afterLabelEdit;
+
+  // Listener of the toolkit's side, beside onChanged.
+  std::function<void()> onStartLabelEdit;
+
+ private:
+  struct Node {
+    TreeNode parent = kNoNode;
+    std::string text;
+    int image = 0;
+    bool expanded = false;
+    bool sorted = false;
+    std::vector<TreeNode> children;
+  };
+
+  Node* Find(TreeNode node);
+  const Node* Find(TreeNode node) const;
+  void Drop(TreeNode node);
+
+  std::map<TreeNode, Node> nodes_;
+  std::vector<TreeNode> top_;
+  TreeNode next_ = 1;
+  TreeNode selected_ = kNoNode;
+};
+
+}  // namespace oriolemark

@@ -1,0 +1,184 @@
+#include "platform/RasterCanvas.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace oriolemark {
+namespace {
+
+RasterCanvas Blank(int width, int height) {
+  RasterCanvas canvas;
+  canvas.SetSize(width, height);
+  canvas.Clear({});
+  canvas.SetColor({255, 255, 255});
+  return canvas;
+}
+
+// Rows of the picture, '#' where a pixel is set, joined by '/'.
+std::string Show(const RasterCanvas& canvas) {
+  std::string shown;
+  for (int i = 0; i < canvas.Width() * canvas.Height(); ++i) {
+    if (i > 0 && i % canvas.Width() == 0) shown += '/';
+    shown += canvas.Pixels()[i] == 0xFFFFFFFF ? '#' : '.';
+  }
+  return shown;
+}
+
+TEST(RasterCanvas, LinesSetTheirPixels) {
+  struct Row {
+    const char* name;
+    Point from;
+    Point to;
+    int width;
+    PenStyle style;
+    const char* shown;
+  };
+  const PenStyle solid = PenStyle::Solid;
+  const PenStyle dotted = PenStyle::Dotted;
+  const Row rows[] = {
+      {"a point", {2, 1}, {2, 1}, 1, solid, "....../..#.../......"},
+      {"both ends", {4, 1}, {1, 1}, 1, solid, "....../.####./......"},
+      {"ties go to even", {0.5, 1.5}, {2.5, 1.5}, 1, solid, "....../....../###..."},
+      {"flat", {0, 0}, {5, 2}, 1, solid, "##..../..##../....##"},
+      {"steep, upwards", {1, 2}, {2, -1}, 1, solid, "..#.../.#..../.#...."},
+      {"through from outside", {-3, -3}, {9, 9}, 1, solid, "#...../.#..../..#..."},
+      {"across from very far", {-1e12, 1}, {1e12, 1}, 1, solid, "....../######/......"},
+      {"beside", {-3, 2}, {-1, 9}, 1, solid, "....../....../......"},
+      {"two wide covers left and above", {2, 2}, {4, 2}, 2, solid, "....../.####./.####."},
+      {"two wide from below the edge", {0, 3}, {6, 3}, 2, solid, "....../....../######"},
+      {"dots count from the line's own start", {-3, 1}, {5, 1}, 1, dotted, "....../.##..#/......"},
+  };
+  for (const Row& row : rows) {
+    RasterCanvas canvas = Blank(6, 3);
+    canvas.SetLineWidth(row.width);
+    canvas.SetPenStyle(row.style);
+    canvas.Line(row.from, row.to);
+    EXPECT_EQ(Show(canvas), row.shown) << row.name;
+  }
+}
+
+TEST(RasterCanvas, ACutLineHasThePixelsOfTheWholeOne) {
+  std::mt19937 random(1);
+  std::uniform_int_distribution<int> place(-200, 350);
+  for (int trial = 0; trial < 300; ++trial) {
+    const Point from{double(place(random)), double(place(random))};
+    const Point to{double(place(random)), double(place(random))};
+    RasterCanvas whole = Blank(551, 551);
+    whole.Line({from.x + 200, from.y + 200}, {to.x + 200, to.y + 200});
+    RasterCanvas seen = Blank(40, 30);
+    for (int y = 0; y < 30; ++y) {
+      std::copy_n(whole.Pixels() + (y + 200) * 551 + 200, 40, seen.Pixels() + y * 40);
+    }
+    RasterCanvas cut = Blank(40, 30);
+    cut.Line(from, to);
+    ASSERT_EQ(Show(cut), Show(seen)) << from.x << "," << from.y << " " << to.x << "," << to.y;
+  }
+}
+
+TEST(RasterCanvas, WildCoordinatesCostNothingAndStayOutside) {
+  constexpr int kMany = std::numeric_limits<int>::max();
+  using Limits = std::numeric_limits<double>;
+  for (const double wild : {1e5, 2147483648.0, -3e9, 1e18, Limits::max(), Limits::lowest(),
+                            Limits::infinity(), Limits::quiet_NaN()}) {
+    RasterCanvas canvas = Blank(8, 2);
+    canvas.Line({wild, wild}, {wild, -wild});
+    canvas.Line({wild, 1}, {wild, 0});
+    canvas.Pixel({wild, 1});
+    canvas.PixelRow({-kMany - 9.0, 1}, wild, kMany);
+    canvas.PixelRow({1, wild}, 1, kMany);
+    canvas.PixelColumn({wild, 0}, 1e-9, kMany);
+    const std::vector<Point> points{{wild, 0}, {wild, 5}, {wild, 0}, {wild, 5}};
+    canvas.Polyline(points);
+    canvas.Text({wild, wild}, "T");
+    EXPECT_EQ(Show(canvas), "......../........") << wild;
+  }
+}
+
+TEST(RasterCanvas, RunsOfDotsAreTheirSinglePixels) {
+  std::mt19937 random(2);
+  std::uniform_real_distribution<double> start(-60, 60);
+  std::uniform_real_distribution<double> step(-3, 8);
+  for (int trial = 0; trial < 500; ++trial) {
+    // At halves, which go to even, steps of exactly one miss pixels.
+    const Point first{trial % 3 == 0 ? 0.5 - trial % 20 : start(random), start(random) / 3};
+    const double wide = trial % 5 == 0 ? trial % 4 - 1.0 : step(random);
+    RasterCanvas run = Blank(40, 40);
+    RasterCanvas single = run;
+    run.PixelRow(first, wide, trial % 61);
+    run.PixelColumn({first.y, first.x}, wide, trial % 41);
+    single.Canvas::PixelRow(first, wide, trial % 61);
+    single.Canvas::PixelColumn({first.y, first.x}, wide, trial % 41);
+    ASSERT_EQ(Show(run), Show(single)) << first.x << " step " << wide << " trial " << trial;
+  }
+}
+
+void ExpectSingleLines(const RasterCanvas& blank, const std::vector<Point>& points, int trial) {
+  RasterCanvas run = blank;
+  RasterCanvas single = blank;
+  run.Polyline(points);
+  single.Canvas::Polyline(points);
+  const std::size_t size = static_cast<std::size_t>(run.Width() * run.Height());
+  ASSERT_TRUE(std::equal(run.Pixels(), run.Pixels() + size, single.Pixels())) << trial;
+  ASSERT_NE(std::count(run.Pixels(), run.Pixels() + size, 0xFFFFFFFF), 0) << trial;
+}
+
+TEST(RasterCanvas, ATraceIsItsSingleLines) {
+  std::mt19937 random(3);
+  std::uniform_int_distribution<int> row(-300, 499);
+  std::uniform_int_distribution<int> shape(0, 9);
+  for (const int count : {600, 4000, 17000}) {
+    for (const double zoom : {0.01, 0.3, 1.0, 1.5, 5.0, 10.0}) {
+      std::vector<Point> points{{25, 25 + 100 * zoom}};
+      double level = 100;
+      for (int k = 0; k * 300.0 / count <= 299; ++k) {
+        // Flat stretches, ramps and leaps, often out of the picture.
+        const int kind = shape(random);
+        if (kind == 0) level = row(random);
+        if (kind > 6) level += kind - 8;
+        points.push_back({(1 + k * 300.0 / count) * zoom + 25, level * zoom + 25});
+      }
+      ExpectSingleLines(Blank(int(290 * zoom) + 27, int(190 * zoom) + 26), points, count);
+    }
+  }
+}
+
+TEST(RasterCanvas, AnyPolylineIsItsSingleLines) {
+  std::mt19937 random(4);
+  std::uniform_int_distribution<int> column(-20, 40);
+  std::uniform_int_distribution<int> row(-40, 60);
+  for (int trial = 0; trial < 400; ++trial) {
+    std::vector<Point> points;
+    for (int k = 0; k < 150; ++k) points.push_back({double(column(random)), double(row(random))});
+    if (trial % 2 == 0) {  // never turns back, but leaves the picture at every side
+      std::sort(points.begin(), points.end(), [](Point a, Point b) { return a.x < b.x; });
+    }
+    RasterCanvas blank = Blank(25, 20);
+    blank.SetLineWidth(trial % 7 == 0 ? 2 : 1);
+    ExpectSingleLines(blank, points, trial);
+  }
+}
+
+TEST(RasterCanvas, ACopyHasContentsAndTextPainterAndComesBack) {
+  RasterCanvas canvas(
+      [](RasterCanvas& on, int x, int y, std::string_view text, Color color, bool bold) {
+        if (text == "T" && bold && color.red == 255) on.Pixel({double(x), double(y)});
+      });
+  canvas.SetSize(3, 2);
+  canvas.Clear({1, 2, 3});
+  const std::unique_ptr<Canvas> copy = canvas.MakeCopy();
+  copy->SetColor({255, 255, 255});
+  copy->SetBold(true);
+  copy->Text({1.4, 0.6}, "T");
+  EXPECT_EQ(Show(canvas), ".../...") << "the copy is a picture of its own";
+  canvas.CopyFrom(*copy);
+  EXPECT_EQ(Show(canvas), ".../.#.");
+  EXPECT_EQ(canvas.Pixels()[0], 0xFF010203);
+}
+
+}  // namespace
+}  // namespace oriolemark

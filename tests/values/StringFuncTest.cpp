@@ -1,0 +1,168 @@
+#include "values/StringFunc.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <vector>
+
+namespace oriolemark {
+namespace {
+
+constexpr std::optional<double> kRefused;
+
+using ParseRows = std::vector<std::pair<const char*, std::optional<double>>>;
+
+void ExpectParsed(Converted (*convert)(std::string_view), const ParseRows& rows) {
+  for (const auto& [text, value] : rows) {
+    EXPECT_EQ(convert(text).valid, value.has_value()) << text;
+    EXPECT_EQ(convert(text).value, value.value_or(0)) << text;
+  }
+}
+
+TEST(StringFuncTest, UnitTextBecomesANumberOrIsRefusedAsZero) {
+  ExpectParsed(ConvertStrToVolt, {{"", kRefused},
+                                  {"5", kRefused},
+                                  {"V", kRefused},
+                                  {"10xV", kRefused},
+                                  {"5.V", kRefused},
+                                  {"5V<", kRefused},
+                                  {"****", kRefused},
+                                  {"5V", 5},
+                                  {"mV", 0},
+                                  {"2.000 mV", 0.002},
+                                  {"- 3 u V", -3 / 1e6},
+                                  {"100uV", 100 / 1e6},
+                                  {"1.5MV", 1.5e6}});
+  ExpectParsed(ConvertStrToFreq, {{">1.0MHz", kRefused},
+                                  {"1uHz", kRefused},
+                                  {"1mHz", 0.001},
+                                  {"1MHz", 1e6},
+                                  {"1.00kHz", 1000}});
+  ExpectParsed(ConvertStrToTime, {{"<10.00ns", kRefused},
+                                  {"1Ms", kRefused},
+                                  {"500us", 500 / 1e6},
+                                  {"20ps", 20 / 1e12},
+                                  {"-1.5ns", -1.5 / 1e9}});
+  ExpectParsed(ConvertStrToPercent,
+               {{"25", kRefused}, {"*%", kRefused}, {"%", 0}, {"25.0%", 0.25}, {"- 5 %x", -0.05}});
+}
+
+TEST(StringFuncTest, TimeBecomesTheExponentFormOfTheInstrument) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"5", ""},
+      {"<5ns", ""},
+      {"5s", "5.000"},
+      {"500us", "500.000E-6"},
+      {"0.12345 ns", "0.12345E-9"},
+  };
+  for (const auto& [text, expected] : rows) EXPECT_EQ(ConvertTimeStrToExp(text), expected) << text;
+}
+
+TEST(StringFuncTest, HexByteReadsTheLastTwoCharactersAndDiagnosesNothing) {
+  const std::vector<std::pair<const char*, int>> rows = {
+      {"", 0},       {"B", 11},    {"g", 0},     {"0A", 10},   {"1F", 31},   {"FF", 255},
+      {"0x7D", 125}, {"x5", 0x55}, {"5x", 0x50}, {"aF", 0xFF}, {"Fa", 0xF0}, {"zz", 0}};
+  for (const auto& [text, value] : rows) EXPECT_EQ(ConvertHexByteToNum(text), value) << text;
+}
+
+struct BoxRow {
+  UnitBoxText (*show)(double);
+  double value;
+  const char* text;
+  int index;
+};
+
+const BoxRow kBoxRows[] = {
+    {VoltToUnitBox, 1.1e9, "???.?", 2},      {VoltToUnitBox, 1e9, "1000.000", 0},
+    {VoltToUnitBox, 1e6, "1.000", 0},        {VoltToUnitBox, 1000, "1.000", 1},
+    {VoltToUnitBox, 1, "1.000", 2},          {VoltToUnitBox, 0.001, "1.000", 3},
+    {VoltToUnitBox, 0, "0.000", 4},          {VoltToUnitBox, -0.0009, "-900.000", 4},
+    {VoltToUnitBox, -0.001, "-1.000", 3},    {VoltToUnitBox, -1, "-1.000", 2},
+    {VoltToUnitBox, -1000, "-1.000", 1},     {VoltToUnitBox, -1e6, "-1.000", 0},
+    {VoltToUnitBox, -1e9, "???.?", 2},       {FreqToUnitBox, 2e12, "???.?", 3},
+    {FreqToUnitBox, 1e12, "1000.000", 0},    {FreqToUnitBox, 1e9, "1.000", 0},
+    {FreqToUnitBox, 1e6, "1.000", 1},        {FreqToUnitBox, 1000, "1.000", 2},
+    {FreqToUnitBox, 1, "1.000", 3},          {FreqToUnitBox, 0, "0.000", 4},
+    {FreqToUnitBox, -1, "???.?", 0},         {TimeToUnitBox, 1000, "???.?", 4},
+    {TimeToUnitBox, 1, "1.000", 4},          {TimeToUnitBox, 0.001, "1.000", 3},
+    {TimeToUnitBox, 1e-6, "1.000", 2},       {TimeToUnitBox, 1e-9, "1.000", 1},
+    {TimeToUnitBox, 1e-12, "1.000", 0},      {TimeToUnitBox, -9e-10, "-900.000", 0},
+    {TimeToUnitBox, -1e-9, "-1.000", 1},     {TimeToUnitBox, -1e-6, "-1.000", 2},
+    {TimeToUnitBox, -0.001, "-1.000", 3},    {TimeToUnitBox, -1, "-1.000", 4},
+    {TimeToUnitBox, -1000, "???.?", 0},      {PercentToUnitBox, 0.25, "25.000", 0},
+    {PercentToUnitBox, -1.5, "-150.000", 0},
+};
+
+TEST(StringFuncTest, UnitBoxTakesTheUnitOfTheRange) {
+  for (const BoxRow& row : kBoxRows) {
+    const UnitBoxText shown = row.show(row.value);
+    EXPECT_EQ(shown.text, row.text) << row.value;
+    EXPECT_EQ(shown.index, row.index) << row.value;
+  }
+}
+
+TEST(StringFuncTest, TimeTextChangesItsUnitBehindTheEdge) {
+  const std::vector<std::pair<double, const char*>> rows = {
+      {0, "0.0ns"},     {-1, "-1000000000.0ns"}, {1e-9, "1.0ns"},  {1.5e-9, "0.0015us"},
+      {1e-7, "0.1us"},  {1e-6, "1.0us"},         {2e-5, "0.02ms"}, {0.0005, "0.5ms"},
+      {0.001, "1.0ms"}, {0.0015, "0.0015s"},     {2, "2.0s"}};
+  for (const auto& [seconds, text] : rows) EXPECT_EQ(ConvertTimeToUnitStr(seconds), text);
+}
+
+struct DelayRow {
+  const char* timeBase;
+  double delay;
+  const char* text;
+};
+
+const DelayRow kDelayRows[] = {
+    {"", -1, "0.0ns"},
+    {"", 0.5, "0.5s"},
+    {"", 1, "1s"},
+    {"1.000us", -1, "-14000.0ns"},
+    {"1.000us", -5e-6, "-5000.0ns"},
+    {"1.000us", 0.9, "0.9s"},
+    {"20.00ms", 2, "1s"},
+    {"20.00ms", -0.28, "-280000000.0ns"},
+    {"50.00ms", 0.4, "0.3s"},
+    {"50.00ms", 0.2, "0.2s"},
+    {"50.00ms", -0.4, "-300000000.0ns"},
+    {"1.000s", 1, "1.0s"},
+};
+
+TEST(StringFuncTest, TriggerDelayStaysWithinTheLimitsOfTheTimeBase) {
+  for (const DelayRow& row : kDelayRows) {
+    std::string asked;
+    const std::string text = ConvertTrigOffsetToStr(row.delay, [&](std::string_view command) {
+      asked = command;
+      return std::string(row.timeBase);
+    });
+    EXPECT_EQ(text, row.text) << row.timeBase << " " << row.delay;
+    EXPECT_EQ(asked, ":TimeBase:RANGE:?");
+  }
+}
+
+struct ExponentRow {
+  double value;
+  const char* two;
+  const char* four;
+};
+
+const ExponentRow kExponentRows[] = {
+    {0, "0.00E+00", "0.0000E+00"},        {1234.5, "1.23E+03", "1.2345E+03"},
+    {-0.5, "-5.00E-01", "-5.0000E-01"},   {2500000, "25.00E+05", "25.0000E+05"},
+    {100000, "1.00E+05", "1.0000E+05"},   {99999.9, "10.00E+04", "10.0000E+04"},
+    {1, "1.00E+00", "1.0000E+00"},        {0.00001, "1.00E-05", "1.0000E-05"},
+    {0.000001, "0.00E+00", "1.0000E-06"}, {-1e-10, "0.00E+00", "-1.0000E-10"},
+    {9e-11, "0.00E+00", "0.0000E+00"},
+};
+
+TEST(StringFuncTest, ExponentTextEndsAtItsLastLine) {
+  for (const ExponentRow& row : kExponentRows) {
+    EXPECT_EQ(ConvertNumToExp2(row.value), row.two);
+    EXPECT_EQ(ConvertNumToExp4(row.value), row.four);
+  }
+}
+
+}  // namespace
+}  // namespace oriolemark
