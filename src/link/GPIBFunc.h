@@ -1,0 +1,53 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "link/LinkState.h"
+#include "platform/GpibDriver.h"
+#include "platform/Prompts.h"
+#include "platform/Waiting.h"
+
+namespace oriolemark {
+
+// Commands and replies over IEEE 488. A failure shows its message and takes the device offline;
+// every later call then fails and shows its own, until the next GPIBInit.
+class GPIBFunc {
+ public:
+  GPIBFunc(GpibDriver& driver, const LinkSettings& settings, LinkState& state, Waiting& waiting,
+           Prompts& prompts);
+
+  // Opens and clears the device. A failure clears LinkOpened.
+  void GPIBInit();
+
+  // Writes the command without a terminator and blocks 5 ms a character, also after a failure.
+  void GPIBSend(std::string_view command);
+
+  // One reply of at most 1024 bytes: what stands in front of its LF, empty without an LF
+  // and when the program is closing.
+  std::string GPIBRead();
+
+  // Shows the message with the status words and takes the device offline.
+  void GPIBError(const std::string& message, int device);
+
+  // For replies in pieces: one read into the buffer, which keeps its old bytes behind the new ones.
+  // Status() tells whether it failed or was the last.
+  void Read(std::span<char> buffer);
+  const GpibStatus& Status() const { return driver_.Status(); }
+  bool Failed() const { return (Status().ibsta & kGpibErr) != 0; }
+  bool Ended() const { return (Status().ibsta & kGpibEnd) != 0; }
+  int Device() const { return device_; }
+
+ private:
+  std::string StatusText() const;
+
+  GpibDriver& driver_;
+  const LinkSettings& settings_;
+  LinkState& state_;
+  Waiting& waiting_;
+  Prompts& prompts_;
+  int device_ = 0;
+};
+
+}  // namespace oriolemark

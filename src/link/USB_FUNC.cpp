@@ -1,0 +1,99 @@
+#include "link/USB_FUNC.h"
+
+#include <algorithm>
+#include <array>
+
+namespace oriolemark {
+namespace {
+
+constexpr int kCountPhase = 0;
+constexpr int kFetchPhase = 1;
+constexpr Milliseconds kPollPause{2};
+constexpr const char* kNoDevice = "Can't Connect to USB Device";
+
+// The screen read, as fixed numbers of the instrument.
+constexpr int kSelectMemory = 8;
+constexpr int kSetCount = 9;
+constexpr int kSetAddress = 7;
+constexpr int kScreenMemory = 0x500000;
+constexpr int kScreenAddress = 0x90000;
+
+}  // namespace
+
+USB_FUNC::USB_FUNC(UsbDriver& driver, const LinkSettings& settings, LinkState& state,
+                   Waiting& waiting, Prompts& prompts)
+    : driver_(driver), settings_(settings), state_(state), waiting_(waiting), prompts_(prompts) {}
+
+void USB_FUNC::USBInit() {
+  std::array<std::uint8_t, 257> buffer{};
+  if (driver_.Read_USB(settings_.UsbDevice, kCountPhase, 1, buffer)) return;
+  prompts_.Show({.text = kNoDevice, .title = "USB Init", .icon = MessageIcon::Exclamation});
+  state_.LinkOpened = false;
+}
+
+void USB_FUNC::USBSend(std::string_view command) {
+  const std::string frame = std::string(command) + '\r';
+  const bool written = std::all_of(frame.begin(), frame.end(), [this](char c) {
+    return driver_.Write_USB(settings_.UsbDevice, static_cast<std::uint8_t>(c));
+  });
+  if (written) return;
+  prompts_.Show({.text = kNoDevice, .title = "USB Send Message", .icon = MessageIcon::Exclamation});
+}
+
+std::string USB_FUNC::USBRead() {
+  const std::string block = ReadBlock(Polling::Blocking);
+  return block.substr(0, block.find('\n'));
+}
+
+std::string USB_FUNC::USBReadBlock() {
+  return ReadBlock(Polling::ServingEvents);
+}
+
+std::string USB_FUNC::ReadBlock(Polling polling) {
+  std::array<std::uint8_t, 257> buffer{};
+  std::uint8_t& waitingBytes = buffer[0];
+  state_.UsbTicks = 0;
+  while (waitingBytes == 0 && state_.UsbTicks < kBlockTicks) {
+    if (waiting_.Closing()) return "";
+    if (!driver_.Read_USB(settings_.UsbDevice, kCountPhase, 1, buffer)) {
+      return RefuseRead(kNoDevice);
+    }
+    if (polling == Polling::Blocking) continue;
+    if (waitingBytes != 0) {
+      waiting_.DoEvents();
+    } else {
+      waiting_.WaitEvents(kPollPause);
+    }
+  }
+  if (waiting_.Closing()) return "";
+  if (state_.UsbTicks >= kBlockTicks) return RefuseRead("USB Read time out");
+  const int count = waitingBytes;
+  if (!driver_.Read_USB(settings_.UsbDevice, kFetchPhase, count, buffer)) {
+    return RefuseRead(kNoDevice);
+  }
+  return {buffer.begin(), buffer.begin() + count};
+}
+
+std::string USB_FUNC::RefuseRead(const char* text) {
+  prompts_.Show({.text = text, .title = "USB Read Message", .icon = MessageIcon::Exclamation});
+  return "";
+}
+
+bool USB_FUNC::SendControl(int request, int number) {
+  return driver_.Control_Command_Send(settings_.UsbDevice, request, number & 0xFFFF,
+                                      (number >> 16) & 0xFFFF);
+}
+
+void USB_FUNC::USBReadScreen(int offset, std::span<std::uint8_t> buffer, int count) {
+  const bool fits =
+      offset >= 0 && count >= 0 &&
+      static_cast<std::size_t>(offset) + static_cast<std::size_t>(count) <= buffer.size();
+  if (!fits) return;
+  if (!SendControl(kSelectMemory, kScreenMemory)) return;
+  if (!SendControl(kSetCount, count)) return;
+  if (!SendControl(kSetAddress, offset + kScreenAddress)) return;
+  driver_.Bulk_DataTransfer_Read(settings_.UsbDevice, count,
+                                 buffer.subspan(static_cast<std::size_t>(offset)));
+}
+
+}  // namespace oriolemark

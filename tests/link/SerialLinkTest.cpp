@@ -1,0 +1,189 @@
+#include <gtest/gtest.h>
+
+#include "support/LinkBench.h"
+
+namespace oriolemark {
+namespace {
+
+class SerialLinkTest : public ::testing::Test {
+ protected:
+  SerialLinkTest() { bench.Connect(kLinkRS232); }
+
+  LinkBench bench;
+};
+
+TEST_F(SerialLinkTest, ReopensThePortWithTheChosenSettings) {
+  bench.settings.BaudRate = " 19200 ";
+  bench.settings.COM_Port = 2;
+  bench.rs232.RS232Init();
+  EXPECT_EQ(bench.port.closes, 1);
+  EXPECT_TRUE(bench.port.open);
+  EXPECT_EQ(bench.port.settings, "19200,n,8,1");
+  EXPECT_EQ(bench.port.number, 2);
+}
+
+TEST_F(SerialLinkTest, PortThatDoesNotOpenIsToldOnceAndLeavesNoConnection) {
+  bench.port.openError = "Permission denied";
+  bench.scope.ConnectScope();
+  EXPECT_EQ(bench.prompts.shown, (std::vector<Message>{{.text = "Permission denied",
+                                                        .title = "RS232 Init",
+                                                        .icon = MessageIcon::Exclamation}}));
+  EXPECT_FALSE(bench.state.LinkOpened);
+  EXPECT_FALSE(bench.state.ScopeConnected);
+  EXPECT_EQ(bench.indicator, std::vector<bool>{false});
+  EXPECT_EQ(bench.port.written, "");
+}
+
+struct PaceRow {
+  const char* baud;
+  std::size_t length;
+  int milliseconds;
+};
+
+const PaceRow kPaces[] = {
+    {"9600", 0, 3},      {"9600", 3, 12},   {"9600", 15, 50}, {"10000", 9, 30},
+    {"115200", 9, 30},   {"300", 20, 2100}, {"", 9, 30},      {"fast", 9, 30},
+    {"0", 9, 30},        {"-9600", 9, 30},  {"9600x", 9, 30}, {"1e-300", 9, 10000},
+    {"300", 200, 10000},
+};
+
+TEST_F(SerialLinkTest, SendBlocksForTheTimeOnTheLine) {
+  for (const PaceRow& row : kPaces) {
+    const Milliseconds begin = bench.clock.Now();
+    bench.settings.BaudRate = row.baud;
+    bench.port.written.clear();
+    bench.rs232.RS232Send(std::string(row.length, 'x'));
+    EXPECT_EQ(bench.port.written, std::string(row.length, 'x') + "\r");
+    EXPECT_EQ(bench.clock.Now() - begin, Milliseconds(row.milliseconds)) << row.baud;
+  }
+}
+
+TEST_F(SerialLinkTest, ReplyEndsAtItsFirstLineEnd) {
+  bench.script.Answer(":A:?", "1.5\n2");
+  EXPECT_EQ(bench.scope.AskScope(":A:?"), "1.5");
+  EXPECT_EQ(bench.state.RxLength, 5);
+  EXPECT_FALSE(bench.state.ReplyPending);
+  EXPECT_FALSE(bench.state.CommBusy);
+}
+
+TEST_F(SerialLinkTest, ChunkBehindTheLineEndIsAppendedToWhatWasCut) {
+  bench.script.Answer(":A:?", "1.5\n2");
+  bench.scope.AskScope(":A:?");
+  bench.rs232.RS232OnReceive("3");
+  EXPECT_EQ(bench.state.RxBuffer, "1.53");
+}
+
+TEST_F(SerialLinkTest, SlowReplyIsNotCutOffWhileBytesKeepComing) {
+  for (int chunk = 1; chunk <= 10; ++chunk) bench.port.ArriveAfter(Milliseconds(1800 * chunk), "x");
+  bench.port.ArriveAfter(Milliseconds(19000), "y\n");
+  EXPECT_EQ(bench.scope.AskScope(":A:?"), "xxxxxxxxxxy");
+}
+
+TEST_F(SerialLinkTest, ReplyWithoutLineEndIsGivenUpAfterTwoSecondsAndThrownAwayByTheNextSend) {
+  bench.script.Answer(":A:?", "1.5");
+  EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
+  EXPECT_EQ(bench.clock.Now(), Milliseconds(2000));
+  EXPECT_EQ(bench.state.RxBuffer, "1.5");
+  EXPECT_TRUE(bench.state.ReplyPending);
+  EXPECT_TRUE(bench.prompts.shown.empty());
+  bench.script.Answer(":B:?", "2\n");
+  EXPECT_EQ(bench.scope.AskScope(":B:?"), "2");
+}
+
+TEST(SerialTieTest, ReplyAndTwentiethTickAtOnceGoByTheFirstServed) {
+  for (const auto& [ties, reply] : std::vector<std::pair<TieOrder, std::string>>{
+           {TieOrder::AsCreated, "1"}, {TieOrder::Reversed, ""}}) {
+    LinkBench bench(ties);
+    bench.Connect(kLinkRS232);
+    bench.port.ArriveAfter(Milliseconds(2000), "1\n");
+    EXPECT_EQ(bench.scope.AskScope(":A:?"), reply);
+  }
+}
+
+TEST_F(SerialLinkTest, FailedWriteIsToldAndTheReplyStillWaitedFor) {
+  bench.port.writeError = "Input/output error";
+  EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
+  EXPECT_EQ(bench.prompts.shown, (std::vector<Message>{{.text = "Input/output error",
+                                                        .title = "RS232 Send Message",
+                                                        .icon = MessageIcon::Exclamation}}));
+  EXPECT_EQ(bench.clock.Now(), Milliseconds(2000));
+  EXPECT_TRUE(bench.state.ScopeConnected);
+}
+
+TEST_F(SerialLinkTest, InnerRequestTakesTheOutersReply) {
+  bench.script.Answer(":OUTER:?", "1\n", Milliseconds(500));
+  bench.script.Answer(":INNER:?", "2\n", Milliseconds(700));
+  std::string inner;
+  bench.clock.UserAfter(Milliseconds(100), [&] { inner = bench.scope.AskScope(":INNER:?"); });
+  EXPECT_EQ(bench.scope.AskScope(":OUTER:?"), "1");
+  EXPECT_EQ(inner, "1");
+}
+
+TEST_F(SerialLinkTest, ReplyThatGrewOldInsideANestedHandlerIsSilence) {
+  bench.script.Answer(":A:?", "1\n", Milliseconds(50));
+  bench.clock.UserAfter(Milliseconds(30), [&] {
+    bench.prompts.AnswerNext(MessageAnswer::Ok, Milliseconds(2500));
+    bench.prompts.Show({.text = "anything"});
+  });
+  EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
+  EXPECT_FALSE(bench.state.ReplyPending);
+}
+
+TEST_F(SerialLinkTest, CloseDuringTheWaitEndsItAtOnce) {
+  bench.clock.UserAfter(Milliseconds(300), [&] { bench.waiting.BeginClosing(); });
+  EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
+  EXPECT_EQ(bench.clock.Now(), Milliseconds(300));
+}
+
+TEST_F(SerialLinkTest, EndlessReplyStopsGrowingAndStillEnds) {
+  constexpr std::size_t kLimit = 64u << 20;
+  bench.state.ReplyPending = true;
+  const std::string piece(kLimit / 2 + 1, 'x');
+  bench.rs232.RS232OnReceive(piece);
+  bench.rs232.RS232OnReceive(piece);
+  EXPECT_EQ(bench.state.RxBuffer.size(), kLimit);
+  EXPECT_TRUE(bench.state.ReplyPending);
+  bench.rs232.RS232OnReceive("\n");
+  EXPECT_EQ(bench.state.RxBuffer.size(), kLimit);
+  EXPECT_FALSE(bench.state.ReplyPending);
+}
+
+class SerialEventsTest : public SerialLinkTest {
+ protected:
+  SerialEventsTest() {
+    bench.serialEvents.showStatus = [this](const std::string& text) { status.push_back(text); };
+  }
+
+  std::vector<std::string> status;
+};
+
+TEST_F(SerialEventsTest, EventAndErrorCodesHaveTextsAndEveryOtherCodeToo) {
+  const std::pair<int, const char*> rows[] = {
+      {3, "Change in CTS Detected"},  {7, "End of File Detected"},
+      {1001, "Break Received"},       {1005, "Unknown error or event"},
+      {1011, "Error retrieving DCB"}, {serial_event::kVanished, "Unknown error or event"}};
+  for (const auto& [code, text] : rows) {
+    SerialEvents events(bench.port, bench.rs232);
+    std::string shown;
+    events.showStatus = [&](const std::string& each) { shown = each; };
+    bench.port.Raise(code);
+    EXPECT_EQ(shown, std::string("Status: ") + text) << code;
+  }
+}
+
+TEST_F(SerialEventsTest, NotedTextIsShownAgainAtEachEventAndAnEventHidesErrors) {
+  bench.port.ArriveAfter(Milliseconds(1), "a");
+  bench.clock.Run(Milliseconds(2));
+  EXPECT_TRUE(status.empty());
+  for (const int code : {1009, 1, 3, 1001}) bench.port.Raise(code);
+  bench.port.ArriveAfter(Milliseconds(1), "b\n");
+  bench.clock.Run(Milliseconds(2));
+  EXPECT_EQ(status,
+            (std::vector<std::string>{
+                "Status: Parity Error", "Status: Parity Error", "Status: Change in CTS Detected",
+                "Status: Change in CTS Detected", "Status: Change in CTS Detected"}));
+  EXPECT_EQ(bench.state.RxBuffer, "ab");
+}
+
+}  // namespace
+}  // namespace oriolemark

@@ -1,0 +1,121 @@
+#include <gtest/gtest.h>
+
+#include "support/LinkBench.h"
+
+namespace oriolemark {
+namespace {
+
+Message Complaint(const std::string& title,
+                  const std::string& text = "Can't Connect to USB Device") {
+  return {.text = text, .title = title, .icon = MessageIcon::Exclamation};
+}
+
+class UsbLinkTest : public ::testing::Test {
+ protected:
+  UsbLinkTest() { bench.Connect(kLinkUsb); }
+
+  LinkBench bench;
+};
+
+TEST_F(UsbLinkTest, FirstContactThatFailsLeavesNoConnection) {
+  bench.usbDriver.countsLeft = 0;
+  bench.scope.ConnectScope();
+  EXPECT_EQ(bench.prompts.shown, std::vector<Message>{Complaint("USB Init")});
+  EXPECT_FALSE(bench.state.LinkOpened);
+  EXPECT_FALSE(bench.state.ScopeConnected);
+  EXPECT_EQ(bench.usbDriver.written, "");
+}
+
+TEST_F(UsbLinkTest, SendStopsAtTheFirstByteThatFails) {
+  bench.usbDriver.writesLeft = 2;
+  bench.scope.SendToScope(":RUN");
+  EXPECT_EQ(bench.usbDriver.written, ":R");
+  EXPECT_EQ(bench.prompts.shown, std::vector<Message>{Complaint("USB Send Message")});
+}
+
+TEST_F(UsbLinkTest, ReplyIsOneBlockUpToItsLineEndAndTheRestIsTakenForTheNext) {
+  for (const auto& [block, reply, whole] :
+       std::vector<std::tuple<std::string, std::string, std::string>>{
+           {"1.5\n", "1.5", "1.5\n"},
+           {"1.5", "1.5", "1.5"},
+           {"\nx", "", "\nx"},
+           {"a\nb\n", "a", "a\nb\n"},
+           {std::string("\xFF\0\n", 3), std::string("\xFF\0", 2), std::string("\xFF\0\n", 3)}}) {
+    bench.script.Answer(":A:?", block);
+    EXPECT_EQ(bench.scope.AskScope(":A:?"), reply);
+    bench.usbDriver.Offer(block);
+    EXPECT_EQ(bench.usb.USBReadBlock(), whole);
+  }
+  bench.script.Answer(":A:?", std::string(255, 'x') + "yz\n");
+  EXPECT_EQ(bench.scope.AskScope(":A:?"), std::string(255, 'x'));
+  EXPECT_EQ(bench.usb.USBRead(), "yz");
+  EXPECT_TRUE(bench.prompts.shown.empty());
+}
+
+TEST_F(UsbLinkTest, ReadServesNoEventsAndABlockReadDoes) {
+  int clicks = 0;
+  bench.clock.UserAfter(Milliseconds(50), [&] { ++clicks; });
+  bench.usbDriver.Offer("a\n", Milliseconds(100));
+  EXPECT_EQ(bench.usb.USBRead(), "a");
+  EXPECT_EQ(clicks, 0);
+  bench.usbDriver.Offer("b\n", Milliseconds(100));
+  EXPECT_EQ(bench.usb.USBReadBlock(), "b\n");
+  EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(UsbLinkTest, SilenceEndsAReadByTheDriverAndABlockReadByItsFiftyTicks) {
+  EXPECT_EQ(bench.usb.USBRead(), "");
+  EXPECT_EQ(bench.prompts.shown, std::vector<Message>{Complaint("USB Read Message")});
+  bench.prompts.shown.clear();
+  LinkBench fresh;
+  fresh.Connect(kLinkUsb);
+  EXPECT_EQ(fresh.usb.USBReadBlock(), "");
+  EXPECT_EQ(fresh.prompts.shown,
+            std::vector<Message>{Complaint("USB Read Message", "USB Read time out")});
+  EXPECT_NEAR(static_cast<double>(fresh.clock.Now().count()), 5000, 5);
+}
+
+TEST_F(UsbLinkTest, UnpluggedInstrumentIsToldAtTheQuestionAndAtTheReply) {
+  bench.usbDriver.writesLeft = bench.usbDriver.countsLeft = 0;
+  EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
+  EXPECT_EQ(bench.prompts.shown,
+            (std::vector<Message>{Complaint("USB Send Message"), Complaint("USB Read Message")}));
+  bench.usbDriver.countsLeft = FakeUsb::kNever;
+  bench.usbDriver.fetchesLeft = 0;
+  bench.usbDriver.Offer("1\n");
+  EXPECT_EQ(bench.usb.USBReadBlock(), "");
+  EXPECT_EQ(bench.prompts.shown.back(), Complaint("USB Read Message"));
+  EXPECT_TRUE(bench.state.ScopeConnected);
+}
+
+TEST_F(UsbLinkTest, CloseDuringABlockReadEndsItSilently) {
+  bench.clock.UserAfter(Milliseconds(700), [&] { bench.waiting.BeginClosing(); });
+  EXPECT_EQ(bench.usb.USBReadBlock(), "");
+  EXPECT_LE(bench.clock.Now(), Milliseconds(710));
+  EXPECT_EQ(bench.usb.USBRead(), "");
+  EXPECT_TRUE(bench.prompts.shown.empty());
+}
+
+TEST_F(UsbLinkTest, ScreenIsSelectedCountedAddressedAndRead) {
+  const std::vector<std::string> transfers{"control 2 8 0 80", "control 2 9 11264 1",
+                                           "control 2 7 16 9", "bulk 2 76800"};
+  bench.settings.UsbDevice = 2;
+  bench.usbDriver.screen = "abc";
+  std::vector<std::uint8_t> buffer(76801 + 16, '-');
+  bench.usb.USBReadScreen(16, buffer, 76800);
+  EXPECT_EQ(bench.usbDriver.transfers, transfers);
+  EXPECT_EQ(std::string(buffer.begin() + 15, buffer.begin() + 20), "-abc-");
+  for (int succeed = 0; succeed < 4; ++succeed) {
+    bench.usbDriver.transfers.clear();
+    bench.usbDriver.transfersLeft = succeed;
+    bench.usbDriver.screen = "xyz";
+    bench.usb.USBReadScreen(16, buffer, 76800);
+    EXPECT_EQ(bench.usbDriver.transfers,
+              std::vector<std::string>(transfers.begin(), transfers.begin() + succeed + 1));
+  }
+  EXPECT_EQ(buffer[16], 'a');
+  EXPECT_TRUE(bench.prompts.shown.empty());
+}
+
+}  // namespace
+}  // namespace oriolemark
