@@ -1,0 +1,156 @@
+#include "simulator/Acquisition.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tx5000 {
+namespace {
+
+constexpr double kScreenDivisions = 12;
+constexpr double kCentre = 125;
+constexpr double kCountsPerDivision = 25;
+constexpr double kOwnNoise = 0.4;  // counts; the instrument's own, below what a row can show
+constexpr double kNoiseBehindLimit = 0.4;  // what the bandwidth limit lets through
+constexpr int kEnvelopeRecords = 8;
+constexpr int kEnvelopePoints = 4;  // looked at within one sample's time
+constexpr int kGridUnits = 300;
+constexpr int kGapUnits = 12;
+
+double ScreenSeconds(const Settings& settings) {
+  return kScreenDivisions * settings.Seconds(Setting::kTimeRange);
+}
+
+bool IsOn(const Settings& settings, Setting first, Channel channel, std::string_view value) {
+  return settings.Is(OfChannel(first, channel), value);
+}
+
+// The part of a volt value that the coupling and the probe leave.
+double Condition(const Settings& settings, const Inputs& inputs, Channel channel, double volts) {
+  if (IsOn(settings, Setting::kCoupling1, channel, "AC")) volts -= inputs.Of(channel).mean;
+  return volts * settings.ProbeFactor(channel);
+}
+
+// What makes a sample out of a moment of the signal, for one channel of one record.
+class Digitiser {
+ public:
+  Digitiser(const Settings& settings, const Inputs& inputs, Channel channel)
+      : settings_(settings),
+        inputs_(inputs),
+        signal_(inputs.Of(channel)),
+        channel_(channel),
+        offset_(settings.Divisions(OfChannel(Setting::kOffset1, channel))),
+        range_(settings.VoltsPerDivision(channel)),
+        averaged_(settings.Is(Setting::kAcquisition, "AVERAGE")),
+        noise_(IsOn(settings, Setting::kBandwidth1, channel, "ON") ? kNoiseBehindLimit : 1) {
+    if (averaged_) noise_ /= std::sqrt(settings.Number(Setting::kAverages));
+  }
+
+  // In counts, not yet limited to a byte, of a record whose start is the sample's own time.
+  // `point` tells moments within one sample apart.
+  double CountsAt(const Record& record, int index, int point) const {
+    const double clean = averaged_ ? MeanValueAt(signal_, record.start)
+                                   : ValueAt(signal_, record.start, record.clock);
+    const int channel = channel_ == Channel::k1 ? 0 : 1;
+    const auto sample = static_cast<std::uint64_t>(index) * kEnvelopePoints + point;
+    const double noise = noise_ * NoiseAt(inputs_.seed, record.number, channel, sample);
+    const bool noisy = signal_.kind == SignalKind::kNoise;
+    const double volts = clean + (noisy ? noise * signal_.amplitude : 0);
+    const double divisions = offset_ + Condition(settings_, inputs_, channel_, volts) / range_;
+    return kCentre - kCountsPerDivision * divisions + kOwnNoise * noise;
+  }
+
+ private:
+  const Settings& settings_;
+  const Inputs& inputs_;
+  const Signal& signal_;
+  Channel channel_;
+  double offset_;
+  double range_;
+  bool averaged_;
+  double noise_;
+};
+
+std::uint8_t ToByte(double counts) {
+  return static_cast<std::uint8_t>(std::lround(std::clamp(counts, 0.0, 255.0)));
+}
+
+// The record as it was some records ago: the same place in the signals, another in the modulation.
+Record RecordBefore(const Inputs& inputs, const Record& record, int times) {
+  constexpr double kSpread = 0.381966;  // turns that fall evenly however many there are
+  Record before = record;
+  before.number += static_cast<std::uint64_t>(times) << 32;
+  for (const Signal& signal : inputs.signals) {
+    before.clock -= times * kSpread * ModulationPeriodOf(signal);
+  }
+  return before;
+}
+
+double EnvelopeAt(const Inputs& inputs, const Digitiser& digitiser, const Record& record,
+                  double step, int index, Trace trace) {
+  // Counts run downwards: the upper trace is the smallest of them.
+  double reached = trace == Trace::kUpper ? 1e9 : -1e9;
+  for (int times = 0; times < kEnvelopeRecords; ++times) {
+    const Record before = RecordBefore(inputs, record, times);
+    for (int point = 0; point < kEnvelopePoints; ++point) {
+      Record moment = before;
+      moment.start += step * point / kEnvelopePoints;
+      const double counts = digitiser.CountsAt(moment, index, point);
+      reached = trace == Trace::kUpper ? std::min(reached, counts) : std::max(reached, counts);
+    }
+  }
+  return reached;
+}
+
+// Left of the writing position stands the present pass, right of it the one before. Its noise is
+// that of its pass, so what is once written stays until it is written over.
+Record RolledRecord(const Settings& settings, const Record& record, int index) {
+  const double pass = ScreenSeconds(settings);
+  const double column = pass * index / settings.Number(Setting::kWindowMemory);
+  double passes = std::floor(record.clock / pass);
+  if (passes * pass + column > record.clock) passes -= 1;
+  return {passes * pass + column, 0, static_cast<std::uint64_t>(passes + 1)};
+}
+
+}  // namespace
+
+double VoltsAt(const Settings& settings, const Inputs& inputs, Channel channel, double time,
+               double clock) {
+  return Condition(settings, inputs, channel, ValueAt(inputs.Of(channel), time, clock));
+}
+
+Extremes ExtremesOf(const Settings& settings, const Inputs& inputs, Channel channel) {
+  const Signal& signal = inputs.Of(channel);
+  return {Condition(settings, inputs, channel, signal.mean - signal.amplitude),
+          Condition(settings, inputs, channel, signal.mean + signal.amplitude)};
+}
+
+double TimeOfSample(const Settings& settings, int index) {
+  const double fromLeft = ScreenSeconds(settings) * index / settings.Number(Setting::kWindowMemory);
+  return fromLeft - ScreenSeconds(settings) / 2 + settings.Seconds(Setting::kDelay);
+}
+
+std::vector<std::uint8_t> TakeSamples(const Settings& settings, const Inputs& inputs,
+                                      const Record& record, Channel channel, Trace trace) {
+  const int count = settings.Number(Setting::kWindowMemory);
+  const bool rolling = settings.Is(Setting::kScan, "ON");
+  const double step = ScreenSeconds(settings) / count;
+  const Digitiser digitiser(settings, inputs, channel);
+  std::vector<std::uint8_t> samples(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i) {
+    Record seen = rolling ? RolledRecord(settings, record, i) : record;
+    if (!rolling) seen.start += TimeOfSample(settings, i);
+    samples[static_cast<std::size_t>(i)] =
+        ToByte(trace == Trace::kPlain ? digitiser.CountsAt(seen, i, 0)
+                                      : EnvelopeAt(inputs, digitiser, seen, step, i, trace));
+  }
+  return samples;
+}
+
+RollingGap GapOf(const Settings& settings, const Record& record) {
+  if (!settings.Is(Setting::kScan, "ON")) return {};
+  const double passes = record.clock / ScreenSeconds(settings);
+  const double start = (passes - std::floor(passes)) * kGridUnits;
+  return {static_cast<int>(start + 1e-6), kGapUnits};  // a whole unit may lie a hair below itself
+}
+
+}  // namespace tx5000

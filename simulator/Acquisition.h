@@ -1,0 +1,61 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "simulator/Settings.h"
+#include "simulator/Signal.h"
+
+// From signal to samples. Everything here is a pure function of settings, signals and the moment
+// of a record, so that samples, measures and pictures of one record tell of the same signal.
+namespace tx5000 {
+
+struct Inputs {
+  std::array<Signal, 2> signals{InitialSignal(1), InitialSignal(2)};
+  std::uint32_t seed = 1;
+
+  const Signal& Of(Channel channel) const { return signals[channel == Channel::k1 ? 0 : 1]; }
+};
+
+// One filling of the sample memory.
+struct Record {
+  double start = 0;          // time of the trigger point within the signals' repetition, seconds
+  double clock = 0;          // seconds since power-on
+  std::uint64_t number = 0;  // noise differs from number to number
+};
+
+enum class Trace { kPlain, kUpper, kLower };
+
+// Where the rolling display writes, in 300ths of the screen's width.
+struct RollingGap {
+  int start = 0;
+  int width = 0;
+};
+
+// What the input stage makes of a signal: volts at the probe's tip, coupled, without noise.
+double VoltsAt(const Settings& settings, const Inputs& inputs, Channel channel, double time,
+               double clock);
+
+struct Extremes {
+  double lowest;
+  double highest;
+};
+Extremes ExtremesOf(const Settings& settings, const Inputs& inputs, Channel channel);
+
+// The time of the first trigger event at or after time 0, in seconds; nothing where the source
+// never fulfils the condition.
+std::optional<double> FindTrigger(const Settings& settings, const Inputs& inputs, double clock);
+
+// Time of a sample, counted from the trigger point. Index 0 is the left edge of the screen.
+double TimeOfSample(const Settings& settings, int index);
+
+// One trace of the screen's width, WinMemSize samples: 125 is the vertical centre, 25 a division,
+// and what is above the screen has the lower values.
+std::vector<std::uint8_t> TakeSamples(const Settings& settings, const Inputs& inputs,
+                                      const Record& record, Channel channel, Trace trace);
+
+RollingGap GapOf(const Settings& settings, const Record& record);
+
+}  // namespace tx5000

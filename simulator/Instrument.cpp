@@ -1,0 +1,333 @@
+#include "simulator/Instrument.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "simulator/Values.h"
+
+namespace tx5000 {
+
+struct Instrument::Command {
+  std::string_view text;
+  Action action;
+};
+
+namespace {
+
+constexpr std::size_t kUnknownKept = 100;
+constexpr std::size_t kUnknownLength = 200;
+
+struct Block {
+  std::string_view command;
+  Channel channel;
+  Trace trace;
+};
+
+constexpr Block kBlocks[] = {
+    {":DATA:CHANNEL1", Channel::k1, Trace::kPlain},
+    {":DATA:CHANNEL2", Channel::k2, Trace::kPlain},
+    {":DATA:EnvelopeMax:CH1", Channel::k1, Trace::kUpper},
+    {":DATA:EnvelopeMin:CH1", Channel::k1, Trace::kLower},
+    {":DATA:EnvelopeMax:CH2", Channel::k2, Trace::kUpper},
+    {":DATA:EnvelopeMin:CH2", Channel::k2, Trace::kLower},
+};
+
+// "0x7D " a sample, the last one too.
+std::string FormatBlock(const std::vector<std::uint8_t>& samples) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string text;
+  text.reserve(samples.size() * 5);
+  for (const std::uint8_t sample : samples) {
+    text += "0x";
+    text += kDigits[sample >> 4];
+    text += kDigits[sample & 15];
+    text += ' ';
+  }
+  return text;
+}
+
+double SecondsOf(std::chrono::milliseconds time) {
+  return static_cast<double>(time.count()) / 1000.0;
+}
+
+}  // namespace
+
+const Instrument::Command* Instrument::FindCommand(std::string_view text) {
+  static constexpr Command kCommands[] = {
+      {":RUN", &Instrument::Run},
+      {":STOP", &Instrument::Stop},
+      {":AUTO", &Instrument::AutoSet},
+      {":TRIG%50", &Instrument::SetLevelToMiddle},
+      {":ForceTrig", &Instrument::ForceTrigger},
+      {":DISPLAY:MENU STATUS:ON", &Instrument::ShowMenu},
+      {":DISPLAY:MENU STATUS:OFF", &Instrument::HideMenu},
+      {":KEY:LOCK:ENABLE", &Instrument::EnableKeys},
+      {":KEY:LOCK:DISABLE", &Instrument::DisableKeys},
+      {":KEY:ACQUIRE", &Instrument::DoNothing},
+      {":KEY:AUTO", &Instrument::AutoSet},
+      {":KEY:CH_OFF", &Instrument::DoNothing},
+      {":KEY:CH1", &Instrument::DoNothing},
+      {":KEY:CH2", &Instrument::DoNothing},
+      {":KEY:CURSOR", &Instrument::DoNothing},
+      {":KEY:DISPLAY", &Instrument::DoNothing},
+      {":KEY:F1", &Instrument::DoNothing},
+      {":KEY:F2", &Instrument::DoNothing},
+      {":KEY:F3", &Instrument::DoNothing},
+      {":KEY:F4", &Instrument::DoNothing},
+      {":KEY:F5", &Instrument::DoNothing},
+      {":KEY:H_SCALE_DEC", &Instrument::DoNothing},
+      {":KEY:H_SCALE_INC", &Instrument::DoNothing},
+      {":KEY:H_POS_DEC", &Instrument::DoNothing},
+      {":KEY:H_POS_INC", &Instrument::DoNothing},
+      {":KEY:Math", &Instrument::DoNothing},
+      {":KEY:MEASURE", &Instrument::DoNothing},
+      {":KEY:PROMPT_V", &Instrument::DoNothing},
+      {":KEY:PROMPT_H", &Instrument::DoNothing},
+      {":KEY:REF", &Instrument::DoNothing},
+      {":KEY:RUN", &Instrument::PressRun},
+      {":KEY:STORAGE", &Instrument::DoNothing},
+      {":KEY:MNU_TIME", &Instrument::DoNothing},
+      {":KEY:TRIG%50", &Instrument::SetLevelToMiddle},
+      {":KEY:FORCE", &Instrument::ForceTrigger},
+      {":KEY:TRIG_LVL_DEC", &Instrument::DoNothing},
+      {":KEY:TRIG_LVL_INC", &Instrument::DoNothing},
+      {":KEY:MNU_TRIG", &Instrument::DoNothing},
+      {":KEY:UTILITY", &Instrument::DoNothing},
+      {":KEY:V_SCALE_DEC", &Instrument::DoNothing},
+      {":KEY:V_SCALE_INC", &Instrument::DoNothing},
+      {":KEY:V_POS_DEC", &Instrument::DoNothing},
+      {":KEY:V_POS_INC", &Instrument::DoNothing},
+  };
+  const auto found = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                  [&](const Command& c) { return c.text == text; });
+  return found == std::end(kCommands) ? nullptr : found;
+}
+
+Instrument::Instrument(Identity identity, std::uint32_t seed) : identity_(std::move(identity)) {
+  inputs_.seed = seed;
+  Acquire();
+}
+
+std::optional<std::string> Instrument::Execute(std::string_view command) {
+  if (command == "*IDN?") {
+    return identity_.maker + "," + identity_.model + "," + identity_.serial + "," +
+           identity_.firmware;
+  }
+  if (Do(command)) return std::nullopt;
+  std::optional<std::string> reply = AnswerBlock(command);
+  if (!reply && command.ends_with(":?")) {
+    reply = AnswerQuery(command.substr(0, command.size() - 2));
+  }
+  if (!reply && !SetFrom(command)) NoteUnknown(command);
+  return reply;
+}
+
+bool Instrument::Do(std::string_view command) {
+  const Command* known = FindCommand(command);
+  if (known) (this->*known->action)();
+  return known != nullptr;
+}
+
+std::optional<std::string> Instrument::AnswerQuery(std::string_view path) {
+  if (path == ":TRIGGER:STATUS") return IsRunning() ? "RUN" : "STOP";
+  if (path == ":DATA:RollingStartPos") {
+    return std::to_string(GapOf(settings_, CurrentRecord()).start);
+  }
+  if (path == ":DATA:RollingEraseWidth") {
+    return std::to_string(GapOf(settings_, CurrentRecord()).width);
+  }
+  const auto setting = Settings::Find(path);
+  return setting ? std::optional(std::string(settings_.Answer(*setting))) : std::nullopt;
+}
+
+std::optional<std::string> Instrument::AnswerBlock(std::string_view command) {
+  const auto block = std::find_if(std::begin(kBlocks), std::end(kBlocks),
+                                  [&](const Block& b) { return b.command == command; });
+  if (block == std::end(kBlocks)) return std::nullopt;
+  const Record& record = CurrentRecord();
+  return FormatBlock(TakeSamples(settings_, recorded_, record, block->channel, block->trace));
+}
+
+bool Instrument::SetFrom(std::string_view command) {
+  // No value holds a colon, so the last one parts path and value.
+  const auto colon = command.rfind(':');
+  if (colon == std::string_view::npos) return false;
+  const auto setting = Settings::Find(command.substr(0, colon));
+  if (!setting) return false;
+  IsRunning();  // a shot that is due is taken with the old setting
+  if (!settings_.Set(*setting, command.substr(colon + 1), Turner::kWire)) return false;
+  AfterChange(*setting);
+  return true;
+}
+
+bool Instrument::Turn(std::string_view path, std::string_view value) {
+  if (value.empty()) return Do(path);
+  IsRunning();
+  if (path == "SIGNAL1" || path == "SIGNAL2") {
+    const int number = path.back() - '0';
+    const auto signal = ParseSignal(value, number);
+    if (signal) Connect(number == 1 ? Channel::k1 : Channel::k2, *signal);
+    return signal.has_value();
+  }
+  const auto setting = Settings::Find(path);
+  if (!setting || !settings_.Set(*setting, value, Turner::kHand)) return false;
+  AfterChange(*setting);
+  return true;
+}
+
+void Instrument::AfterChange(Setting setting) {
+  // A running instrument that is put into single mode waits for its shot from now on.
+  if (setting == Setting::kTrigMode) startedAt_ = now_;
+}
+
+void Instrument::Connect(Channel channel, Signal signal) {
+  CurrentRecord();
+  inputs_.signals[channel == Channel::k1 ? 0 : 1] = signal;
+}
+
+void Instrument::NoteUnknown(std::string_view command) {
+  ++unknownCount_;
+  if (unknown_.size() < kUnknownKept) unknown_.emplace_back(command.substr(0, kUnknownLength));
+}
+
+void Instrument::ForgetUnknown() {
+  unknownCount_ = 0;
+  unknown_.clear();
+}
+
+void Instrument::Advance(std::chrono::milliseconds elapsed) {
+  now_ += elapsed;
+}
+
+// Records are taken when somebody looks: from outside nobody can tell, and time costs nothing.
+const Record& Instrument::CurrentRecord() {
+  if (IsRunning() && !WaitsForShot()) Acquire();
+  return record_;
+}
+
+bool Instrument::IsRunning() {
+  if (!running_ || !WaitsForShot()) return running_;
+  const double shot = 12 * settings_.Seconds(Setting::kTimeRange);
+  if (SecondsOf(now_ - startedAt_) < shot) return true;
+  if (!FindTrigger(settings_, inputs_, SecondsOf(now_))) return true;
+  Acquire();
+  running_ = false;
+  return false;
+}
+
+void Instrument::Acquire() {
+  const double clock = SecondsOf(now_);
+  const auto number = static_cast<std::uint64_t>(now_.count());
+  if (settings_.Is(Setting::kScan, "ON")) {
+    Keep({0, clock, number});
+  } else if (const auto start = FindTrigger(settings_, inputs_, clock)) {
+    Keep({*start, clock, number});
+  } else if (settings_.Is(Setting::kTrigMode, "AUTO") || settings_.Is(Setting::kMethod, "VIDEO")) {
+    TakeFree();
+  }
+  // Else the instrument waits, and its screen keeps the last record.
+}
+
+bool Instrument::WaitsForShot() const {
+  // The trigger modes belong to edges and pulses.
+  return settings_.Is(Setting::kTrigMode, "SINGLE") && !settings_.Is(Setting::kMethod, "VIDEO");
+}
+
+void Instrument::TakeFree() {
+  // With no trigger the record begins anywhere in the signals.
+  const auto number = static_cast<std::uint64_t>(now_.count());
+  const double repetition = CommonRepetition(inputs_.signals[0], inputs_.signals[1]);
+  const double place = (NoiseAt(inputs_.seed, number, 0, ~0u) + 1) / 2;
+  Keep({place * repetition, SecondsOf(now_), number});
+}
+
+void Instrument::Keep(Record record) {
+  record_ = record;
+  recorded_ = inputs_;
+}
+
+void Instrument::Start() {
+  running_ = true;
+  startedAt_ = now_;
+}
+
+void Instrument::Run() {
+  // A single shot is armed by the key alone.
+  if (!WaitsForShot()) Start();
+}
+
+void Instrument::PressRun() {
+  if (IsRunning()) {
+    Stop();
+  } else {
+    Start();
+  }
+}
+
+void Instrument::Stop() {
+  CurrentRecord();
+  running_ = false;
+}
+
+void Instrument::ForceTrigger() {
+  if (!IsRunning() || settings_.Is(Setting::kTrigMode, "AUTO")) return;
+  TakeFree();
+  if (WaitsForShot()) running_ = false;
+}
+
+void Instrument::SetLevelToMiddle() {
+  const std::string_view source = settings_.Text(Setting::kSource);
+  if (!source.starts_with("CH")) return;
+  const Channel channel = source == "CH1" ? Channel::k1 : Channel::k2;
+  const auto [lowest, highest] = ExtremesOf(settings_, inputs_, channel);
+  const double middle = settings_.Is(Setting::kTrigCoupling, "AC") ? 0 : (lowest + highest) / 2;
+  const int level = NearestPosition(middle / settings_.VoltsPerDivision(channel));
+  settings_.Set(Setting::kLevel, FormatDivisions(level), Turner::kHand);
+}
+
+void Instrument::FitChannel(Channel channel, double heightDivisions, double centreDivisions) {
+  const auto [lowest, highest] = ExtremesOf(settings_, inputs_, channel);
+  const Setting range = OfChannel(Setting::kRange1, channel);
+  for (const std::string_view row : settings_.Choices(range)) {
+    settings_.Set(range, row, Turner::kHand);
+    if ((highest - lowest) / settings_.VoltsPerDivision(channel) <= heightDivisions) break;
+  }
+  const double middle = (lowest + highest) / 2 / settings_.VoltsPerDivision(channel);
+  settings_.Set(OfChannel(Setting::kOffset1, channel),
+                FormatDivisions(NearestPosition(centreDivisions - middle)), Turner::kHand);
+}
+
+void Instrument::FitTimeBase(Channel source) {
+  constexpr double kPeriodsShown = 2.2;
+  const double wanted = kPeriodsShown / inputs_.Of(source).frequency;
+  for (const std::string_view row : settings_.Choices(Setting::kTimeRange)) {
+    settings_.Set(Setting::kTimeRange, row, Turner::kHand);
+    if (12 * settings_.Seconds(Setting::kTimeRange) >= wanted) break;
+  }
+  settings_.Set(Setting::kDelay, "0.0000s", Turner::kHand);
+}
+
+void Instrument::AutoSet() {
+  const bool first = settings_.Is(Setting::kDisplay1, "ON");
+  const bool second = settings_.Is(Setting::kDisplay2, "ON");
+  const bool both = first && second;
+  if (first) FitChannel(Channel::k1, both ? 3.6 : 7, both ? 2 : 0);
+  if (second) FitChannel(Channel::k2, both ? 3.6 : 7, both ? -2 : 0);
+  const bool bySecond = second && !first;
+  constexpr std::array<std::pair<Setting, std::string_view>, 6> kCalm{{
+      {Setting::kScan, "OFF"},
+      {Setting::kFormat, "Y-T"},
+      {Setting::kMethod, "EDGE"},
+      {Setting::kSlope, "RISING"},
+      {Setting::kTrigMode, "AUTO"},
+      {Setting::kTrigCoupling, "DC"},
+  }};
+  for (const auto& [setting, value] : kCalm) settings_.Set(setting, value, Turner::kHand);
+  settings_.Set(Setting::kSource, bySecond ? "CH2" : "CH1", Turner::kHand);
+  FitTimeBase(bySecond ? Channel::k2 : Channel::k1);
+  SetLevelToMiddle();
+  Start();
+}
+
+}  // namespace tx5000
