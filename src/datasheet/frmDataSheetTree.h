@@ -1,0 +1,33 @@
+#pragma once
+
+#include "datasheet/FileFunc.h"
+#include "platform/Form.h"
+#include "platform/TreeView.h"
+
+namespace oriolemark {
+
+// The Data Browser: the sheet as a tree, from which its views are opened and brought forward.
+class frmDataSheetTree : public Form {
+ public:
+  frmDataSheetTree(DataSheet& sheet, Prompts& prompts);
+
+  TreeView DataSheetTree;
+  FileFunc files;
+
+  void Form_Load() override;
+
+  // A new, empty sheet.
+  void mnuNewDataSheet_Click();
+  // Brings the view of the selected item forward.
+  void SetActiveForm();
+
+ private:
+  // Unloads every open view and empties the three lists; the records keep their contents.
+  void CloseAllItems();
+  void AddSheetNodes();
+
+  DataSheet& sheet_;
+  bool sheetModelReady_ = false;  // a sheet has been made since the program started
+};
+
+}  // namespace oriolemark

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/TreeView.h"
+
+namespace oriolemark {
+
+// Highest index of a sample buffer. Samples stand at indexes 1 to Count; index 0 holds the first
+// sample of a block read over GPIB or USB, unconverted, and is never shown.
+inline constexpr int kLastSample = 17000;
+
+// Rows of the instrument's screen: 0 the top, 199 the bottom, 25 rows a division. A store or a read
+// outside 0 to 17000 is for the caller to skip.
+class SampleArray {
+ public:
+  SampleArray() : rows_(kLastSample + 1, 0) {}
+
+  static bool Holds(int index) { return index >= 0 && index <= kLastSample; }
+  std::int32_t operator[](int index) const { return rows_[static_cast<std::size_t>(index)]; }
+  // A store outside is skipped.
+  void Store(int index, std::int32_t row) {
+    if (Holds(index)) rows_[static_cast<std::size_t>(index)] = row;
+  }
+
+ private:
+  std::vector<std::int32_t> rows_;
+};
+
+// One waveform as the instrument's screen showed it. Texts are the instrument's replies as they
+// came. Of a channel that was not read, offset and range keep what the slot held.
+struct WaveRecord {
+  std::string Name;
+  bool HasData = false;   // a transfer or a file has filled the samples
+  bool ViewOpen = false;  // the view of this slot is loaded; run-time only
+  SampleArray CH1Data;    // the maximum trace in envelope mode
+  SampleArray CH1Min;
+  SampleArray CH2Data;
+  SampleArray CH2Min;
+  std::int32_t Count = 0;  // samples of one trace in one screen width
+  bool Envelope = false;
+  bool IsYT = false;  // false: X-Y
+  bool IsScan = false;
+  std::int16_t RollingStartPos = 0;    // grid units, with IsScan only
+  std::int16_t RollingEraseWidth = 0;  // grid units, with IsScan only
+  std::string CH1Offset;
+  std::string CH2Offset;
+  std::string CH1Range;
+  std::string CH2Range;
+  std::string TimeRange;
+  std::string TriggerDelay;
+  std::string Date;           // run-time only
+  std::int32_t Channels = 0;  // 1 CH1, 2 CH2, 3 both
+  bool ColorOn = false;
+  bool GridOn = false;
+  bool BestFitOn = false;
+  oriolemark::TreeNode TreeNode = kNoNode;
+};
+
+}  // namespace oriolemark

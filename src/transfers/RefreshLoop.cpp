@@ -1,0 +1,103 @@
+#include "transfers/RefreshLoop.h"
+
+#include <utility>
+
+namespace oriolemark {
+
+bool& RefreshFlags::Of(ViewKind kind) {
+  switch (kind) {
+    case ViewKind::Wave:
+      return WaveAutoRefresh;
+    case ViewKind::Data:
+      return DataAutoRefresh;
+    case ViewKind::Measure:
+      break;
+  }
+  return MeasureAutoRefresh;
+}
+
+bool RefreshFlags::OtherThan(ViewKind kind) const {
+  return (kind != ViewKind::Wave && WaveAutoRefresh) ||
+         (kind != ViewKind::Data && DataAutoRefresh) ||
+         (kind != ViewKind::Measure && MeasureAutoRefresh);
+}
+
+RefreshLoop::RefreshLoop(RefreshContext context, ViewKind kind, const Form& view,
+                         Button& cmdRefresh, std::function<void()> read)
+    : context_(context),
+      kind_(kind),
+      view_(view),
+      cmdRefresh_(cmdRefresh),
+      read_(std::move(read)),
+      timer2_(context.events, 10, [this] { context_.flags.RefreshTick = timer2_.Interval(); }) {
+  cmdRefresh_.SetFace(kRefreshFace);
+}
+
+void RefreshLoop::Click() {
+  RefreshFlags& flags = context_.flags;
+  if (flags.OtherThan(kind_)) return;
+  flags.Of(kind_) = false;
+  if (!autoRunning_ && !context_.transfer.TransferActive) {
+    if (!context_.link.ScopeConnected) {
+      context_.prompts.Show(kConnectFirst);
+    } else if (context_.settings.RefreshType == "Single") {
+      cmdRefresh_.SetEnabled(false);
+      read_();
+    } else {
+      RunAuto();
+    }
+  }
+  Rest();
+}
+
+void RefreshLoop::RunAuto() {
+  RefreshFlags& flags = context_.flags;
+  cmdRefresh_.SetFace(kStopFace);
+  autoRunning_ = true;
+  flags.Of(kind_) = true;
+  Read();
+  while (flags.Of(kind_) && view_.Loaded() && context_.link.ScopeConnected &&
+         !context_.transfer.TransferActive && !context_.waiting.Closing()) {
+    const int interval = context_.settings.RefreshInterval;
+    if (interval <= 0) {
+      // No timer ticks without a pause. The next reading follows at once, with events served in
+      // between and a breath for the processor should there be nothing to read.
+      context_.waiting.WaitEvents(Milliseconds(1));
+      if (flags.Of(kind_) && view_.Loaded()) Read();
+      continue;
+    }
+    if (flags.RefreshTick == interval) {
+      flags.RefreshTick = 0;
+      timer2_.SetEnabled(false);
+      Read();
+    }
+    context_.waiting.WaitEvents(Milliseconds(-1));
+  }
+}
+
+void RefreshLoop::Read() {
+  read_();
+  if (!view_.Loaded()) return;
+  timer2_.SetInterval(context_.settings.RefreshInterval);
+  timer2_.SetEnabled(true);
+}
+
+// A click that stops a loop, and the loop's own end, both come by here.
+void RefreshLoop::Rest() {
+  autoRunning_ = false;
+  context_.flags.Of(kind_) = false;
+  timer2_.SetEnabled(false);
+  if (!view_.Loaded()) return;
+  cmdRefresh_.SetFace(kRefreshFace);
+  cmdRefresh_.SetEnabled(true);
+}
+
+void RefreshLoop::Abandon() {
+  if (autoRunning_) context_.flags.Of(kind_) = false;
+  autoRunning_ = false;
+  timer2_.SetEnabled(false);
+  cmdRefresh_.SetFace(kRefreshFace);
+  cmdRefresh_.SetEnabled(true);
+}
+
+}  // namespace oriolemark

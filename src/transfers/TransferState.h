@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/Prompts.h"
+
+namespace oriolemark {
+
+// What the next transfer does.
+enum class TransferKind {
+  None = 0,
+  MeasureCH1 = 1,
+  MeasureCH2 = 2,
+  DataCH1 = 3,
+  DataCH2 = 4,
+  WaveCH1 = 5,
+  WaveCH2 = 6,
+  WaveBoth = 7,
+  Upload = 8,
+  Download = 9,
+};
+
+// The handshake between a requesting window and the transfer window.
+struct TransferState {
+  oriolemark::TransferKind TransferKind = oriolemark::TransferKind::None;
+  bool TransferDone = false;    // false while a requester waits
+  bool TransferActive = false;  // from the window's load until the end of the transfer
+};
+
+// What every command that needs the instrument says without one.
+inline const Message kConnectFirst{.text = "Please Connect Oscilloscope First",
+                                   .icon = MessageIcon::Exclamation};
+
+}  // namespace oriolemark

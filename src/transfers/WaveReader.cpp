@@ -1,0 +1,274 @@
+#include "transfers/WaveReader.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+#include "link/StringRES.h"
+#include "values/Number.h"
+#include "values/StringFunc.h"
+
+namespace oriolemark {
+namespace {
+
+constexpr int kBothChannels = 3;
+// Progress when the queries are through and the first block begins.
+constexpr double kQueriesDone = 5;
+
+// The screen of the instrument in sample bytes.
+constexpr int kTopByte = 26;
+constexpr int kBottomByte = 225;
+
+struct Block {
+  const char* source;   // what stands behind ":DATA"
+  const char* channel;  // ":CH1", ":CH2" or nothing behind it
+  SampleArray WaveRecord::*destination;
+  Clamp clamp = Clamp::Screen;
+};
+
+// The blocks of one way of acquiring, for the channels read. The X channel of an X-Y figure alone
+// is not limited to the screen.
+struct BlockList {
+  int channels;
+  int count;
+  std::array<Block, 4> blocks;
+};
+
+constexpr Block kPlain1{kChannel1, "", &WaveRecord::CH1Data};
+constexpr Block kPlain2{kChannel2, "", &WaveRecord::CH2Data};
+constexpr Block kXAxis{kChannel1, "", &WaveRecord::CH1Data, Clamp::None};
+constexpr Block kMax1{kEnvelopeMax, kCH1, &WaveRecord::CH1Data};
+constexpr Block kMin1{kEnvelopeMin, kCH1, &WaveRecord::CH1Min};
+constexpr Block kMax2{kEnvelopeMax, kCH2, &WaveRecord::CH2Data};
+constexpr Block kMin2{kEnvelopeMin, kCH2, &WaveRecord::CH2Min};
+
+constexpr BlockList kXYBlocks{kBothChannels, 2, {kXAxis, kPlain2, {}, {}}};
+constexpr std::array<BlockList, 3> kPlainBlocks{{
+    {1, 1, {kPlain1, {}, {}, {}}},
+    {2, 1, {kPlain2, {}, {}, {}}},
+    {kBothChannels, 2, {kPlain1, kPlain2, {}, {}}},
+}};
+constexpr std::array<BlockList, 3> kEnvelopeBlocks{{
+    {1, 2, {kMax1, kMin1, {}, {}}},
+    {2, 2, {kMax2, kMin2, {}, {}}},
+    {kBothChannels, 4, {kMax1, kMin1, kMax2, kMin2}},
+}};
+
+const BlockList& BlocksOf(const WaveRecord& record) {
+  if (!record.IsYT) return kXYBlocks;
+  const bool envelope = record.Envelope && !record.IsScan;
+  return (envelope ? kEnvelopeBlocks : kPlainBlocks)[static_cast<std::size_t>(
+      std::clamp(record.Channels, 1, kBothChannels) - 1)];
+}
+
+void StoreShort(const std::string& reply, std::int16_t& field) {
+  const auto number = WholeNumberInReply(reply, std::numeric_limits<std::int16_t>::min(),
+                                         std::numeric_limits<std::int16_t>::max());
+  if (number) field = static_cast<std::int16_t>(*number);
+}
+
+void StoreSize(const std::string& reply, std::int32_t& field) {
+  const auto number = WholeNumberInReply(reply, std::numeric_limits<std::int32_t>::min(),
+                                         std::numeric_limits<std::int32_t>::max());
+  if (number) field = *number;
+}
+
+}  // namespace
+
+std::string WaveReader::Ask(std::string_view path) {
+  return context_.scope.AskScope(std::string(path) + kQuery);
+}
+
+void WaveReader::ShowProgress(double percent) {
+  context_.progress.bar.SetValue(percent);
+  context_.progress.bar.Refresh();
+}
+
+void WaveReader::ReadWaveform(std::string channel) {
+  const std::string timeBase = kTimeBase;
+  const std::string data = kData;
+  WaveRecord& record =
+      context_.sheet.Waves[static_cast<std::size_t>(context_.scratch.TransferWaveSlot)];
+  StoreSize(Ask(data + kWinMemSize), context_.scratch.TransferSize);
+  ShowProgress(kQueriesDone);
+  record.Count = context_.scratch.TransferSize;
+  record.IsYT = Ask(timeBase + kFormat) == "Y-T";
+  if (!record.IsYT) channel = "CH1CH2";
+  const bool scan = Ask(timeBase + kScan) == "ON";
+  if (scan) {
+    StoreShort(Ask(data + kRollingStartPos), record.RollingStartPos);
+    StoreShort(Ask(data + kRollingEraseWidth), record.RollingEraseWidth);
+  }
+  record.IsScan = scan;
+  // A rolling record keeps what the one before said of the envelope.
+  if (!scan) record.Envelope = Ask(std::string(kAcquire) + kAcquisition) == "ENVELOPE";
+  ReadChannelFields(record, channel);
+  record.TimeRange = Ask(timeBase + kRange);
+  record.TriggerDelay = Ask(timeBase + kTriggerDelay);
+  record.Date = context_.today();
+  ReadBlocks(record);
+}
+
+void WaveReader::ReadChannelFields(WaveRecord& record, const std::string& channel) {
+  const std::string ch1 = kChannel1;
+  const std::string ch2 = kChannel2;
+  if (channel == "CH1") {
+    record.Channels = 1;
+    record.CH1Range = Ask(ch1 + kRange);
+    record.CH1Offset = Ask(ch1 + kOffset);
+  } else if (channel == "CH2") {
+    record.Channels = 2;
+    record.CH2Range = Ask(ch2 + kRange);
+    record.CH2Offset = Ask(ch2 + kOffset);
+  } else {
+    record.Channels = kBothChannels;
+    record.CH1Range = Ask(ch1 + kRange);
+    record.CH2Range = Ask(ch2 + kRange);
+    record.CH1Offset = Ask(ch1 + kOffset);
+    record.CH2Offset = Ask(ch2 + kOffset);
+  }
+}
+
+void WaveReader::ReadBlocks(WaveRecord& record) {
+  const BlockList& list = BlocksOf(record);
+  const double total = static_cast<double>(list.count) * record.Count;
+  for (int i = 0; i < list.count; ++i) {
+    const Block& block = list.blocks[static_cast<std::size_t>(i)];
+    context_.scope.SendToScope(std::string(kData) + block.source + block.channel);
+    ReadBlock(record.*block.destination, 100.0 * i / list.count, total, record.Count, block.clamp);
+  }
+}
+
+void WaveReader::ReadBlock(SampleArray& destination, double base, double total, int count,
+                           Clamp clamp) {
+  const std::string text = ReadReply(base, total);
+  // Over GPIB and USB the first sample lands at index 0, which is never converted nor shown.
+  Split(text, context_.settings.ScopeIOType == kLinkRS232 ? 1 : 0, KeepTokens::No);
+  SampleArray& samples = context_.scratch.TransferSamples;
+  const int last = std::min(count, kLastSample);
+  for (int i = 1; i <= last; ++i) {
+    const int byte = samples[i];
+    samples.Store(
+        i, (clamp == Clamp::None ? byte : std::clamp(byte, kTopByte, kBottomByte)) - kTopByte);
+  }
+  destination = samples;
+}
+
+void WaveReader::ReadChannelData(const std::string& channel) {
+  TransferScratch& scratch = context_.scratch;
+  StoreSize(Ask(std::string(kData) + kWinMemSize), scratch.TransferSize);
+  ShowProgress(kQueriesDone);
+  const std::string root = channel == "CH2" ? kChannel2 : kChannel1;
+  const std::string rangeText = Ask(root + kRange);
+  scratch.TransferVoltRange = ConvertStrToVolt(rangeText).value;
+  scratch.TransferVoltOffset = LeadingNumber(Ask(root + kOffset)) * scratch.TransferVoltRange;
+  const std::string timeText = Ask(std::string(kTimeBase) + kRange);
+  scratch.TransferTimeRange = ConvertStrToTime(timeText).value;
+  scratch.TransferTriggerDelay =
+      ConvertStrToTime(Ask(std::string(kTimeBase) + kTriggerDelay)).value;
+  scratch.TransferText = channel + " " + rangeText + "  " + timeText + " " +
+                         " Size=" + std::to_string(scratch.TransferSize) +
+                         " [Date:" + context_.today() + "]";
+  const std::string command = std::string(kData) + root;
+  if (context_.settings.ScopeIOType == kLinkRS232) {
+    context_.rs232.RS232Send(command);
+  } else {
+    context_.scope.SendToScope(command);
+  }
+  Split(ReadReply(0, scratch.TransferSize), 1, KeepTokens::Yes);
+}
+
+std::string WaveReader::ReadReply(double base, double total) {
+  switch (context_.settings.ScopeIOType) {
+    case kLinkGpib:
+      return ReadReplyGpib(base, total);
+    case kLinkRS232:
+      return ReadReplySerial(base, total);
+    default:
+      return ReadReplyUsb(base, total);
+  }
+}
+
+namespace {
+
+// Progress of a block of which so many characters are there, at five characters a sample.
+double Percentage(double base, double total, std::size_t received) {
+  return base + 100.0 * static_cast<double>(received) / (5 * total);
+}
+
+}  // namespace
+
+std::string WaveReader::ReadReplyGpib(double base, double total) {
+  // The buffer keeps its old contents beyond what a read delivers, and all of it is taken while the
+  // message has not ended.
+  std::array<char, 200> buffer{};
+  const std::string_view held(buffer.data(), buffer.size());
+  GPIBFunc& gpib = context_.gpib;
+  std::string text;
+  while (!context_.waiting.Closing()) {
+    gpib.Read(buffer);
+    if (gpib.Failed()) {
+      gpib.GPIBError("Unable to read from device", gpib.Device());
+      break;
+    }
+    if (gpib.Ended()) {
+      const std::size_t lineEnd = held.find('\n');
+      if (lineEnd != std::string_view::npos) text += held.substr(0, lineEnd);
+      break;
+    }
+    text += held;
+    ShowProgress(Percentage(base, total, text.size()));
+    context_.waiting.DoEvents();
+  }
+  return text;
+}
+
+std::string WaveReader::ReadReplySerial(double base, double total) {
+  LinkState& link = context_.link;
+  link.ReplyPending = true;
+  link.SerialTicks = 0;
+  context_.progress.timer2.SetEnabled(true);
+  const bool waited = context_.waiting.WaitUntil([&] {
+    context_.progress.Progress =
+        Percentage(base, total, static_cast<std::size_t>(std::max(link.RxLength, 0)));
+    return !link.ReplyPending || link.SerialTicks >= RS232Func::kSilentTicks;
+  });
+  context_.progress.timer2.SetEnabled(false);
+  if (!waited || link.SerialTicks >= RS232Func::kSilentTicks) return {};
+  return link.RxBuffer;
+}
+
+std::string WaveReader::ReadReplyUsb(double base, double total) {
+  std::string text;
+  while (!context_.waiting.Closing()) {
+    const std::string chunk = context_.usb.USBReadBlock();
+    if (chunk.empty()) break;
+    const std::size_t lineEnd = chunk.find('\n');
+    text += chunk.substr(0, lineEnd);
+    if (lineEnd != std::string::npos) break;
+    ShowProgress(Percentage(base, total, text.size()));
+    context_.waiting.DoEvents();
+  }
+  return text;
+}
+
+// One pass over the bytes. A text that does not end in a blank stores the token before its end a
+// second time: what stands behind the last blank is never a sample.
+void WaveReader::Split(std::string_view text, int firstIndex, KeepTokens keep) {
+  TransferScratch& scratch = context_.scratch;
+  if (keep == KeepTokens::Yes) scratch.TransferTokens.resize(kLastSample + 1);
+  std::string_view token;
+  for (int i = firstIndex; i <= kLastSample; ++i) {
+    const std::size_t blank = text.find(' ');
+    // A text that begins with a blank has an empty token in front of it.
+    if (blank != std::string_view::npos) {
+      token = text.substr(0, blank);
+      text.remove_prefix(blank + 1);
+    }
+    if (keep == KeepTokens::Yes) scratch.TransferTokens[static_cast<std::size_t>(i)] = token;
+    scratch.TransferSamples.Store(i, ConvertHexByteToNum(token));
+    if (blank == std::string_view::npos) return;
+  }
+}
+
+}  // namespace oriolemark

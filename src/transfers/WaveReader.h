@@ -1,0 +1,63 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "datasheet/records/DataSheet.h"
+#include "datasheet/records/TransferScratch.h"
+#include "link/TX5000Cmd.h"
+#include "platform/Calendar.h"
+#include "transfers/frmPrgress.h"
+
+namespace oriolemark {
+
+// What a read of samples rests on.
+struct WaveReaderContext {
+  const LinkSettings& settings;
+  LinkState& link;
+  Waiting& waiting;
+  TX5000Cmd& scope;
+  RS232Func& rs232;
+  GPIBFunc& gpib;
+  USB_FUNC& usb;
+  DataSheet& sheet;
+  TransferScratch& scratch;
+  TransferProgress progress;
+  ShortDate today;
+};
+
+enum class Clamp { Screen, None };
+
+// The reads of sample blocks, each run by the transfer window. A step that fails is skipped and
+// leaves the value of the read before.
+class WaveReader {
+ public:
+  explicit WaveReader(WaveReaderContext context) : context_(std::move(context)) {}
+
+  // Finds out how the instrument acquires and fills the wave record in TransferWaveSlot. `channel`
+  // is "CH1", "CH2" or "CH1CH2"; an X-Y figure always needs both.
+  void ReadWaveform(std::string channel);
+  // Reads one channel as a plain list into the scratch fields. `channel` is "CH1" or "CH2".
+  void ReadChannelData(const std::string& channel);
+
+ private:
+  enum class KeepTokens { No, Yes };
+
+  std::string Ask(std::string_view path);
+  void ReadChannelFields(WaveRecord& record, const std::string& channel);
+  void ReadBlocks(WaveRecord& record);
+  // The block has been asked for; `base` is the percentage at which its progress starts and `total`
+  // the number of samples of the whole read.
+  void ReadBlock(SampleArray& destination, double base, double total, int count, Clamp clamp);
+
+  std::string ReadReply(double base, double total);
+  std::string ReadReplyGpib(double base, double total);
+  std::string ReadReplySerial(double base, double total);
+  std::string ReadReplyUsb(double base, double total);
+  void Split(std::string_view text, int firstIndex, KeepTokens keep);
+  void ShowProgress(double percent);
+
+  WaveReaderContext context_;
+};
+
+}  // namespace oriolemark

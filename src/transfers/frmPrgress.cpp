@@ -1,0 +1,131 @@
+#include "transfers/frmPrgress.h"
+
+#include <array>
+
+#include "link/StringRES.h"
+#include "link/TX5000Cmd.h"
+#include "values/Number.h"
+
+namespace oriolemark {
+namespace {
+
+enum class Procedure { ReadMeasures, ReadChannelData, ReadWaveform, WriteSettings, ReadSettings };
+// Whether acquisition is halted around the exchange.
+enum class Acquisition { GoesOn, Halted };
+
+struct TransferRow {
+  TransferKind kind;
+  Procedure procedure;
+  const char* channel;
+  Acquisition acquisition;
+};
+
+constexpr std::array<TransferRow, 9> kTransfers{{
+    {TransferKind::MeasureCH1, Procedure::ReadMeasures, "CH1", Acquisition::Halted},
+    {TransferKind::MeasureCH2, Procedure::ReadMeasures, "CH2", Acquisition::Halted},
+    {TransferKind::DataCH1, Procedure::ReadChannelData, "CH1", Acquisition::GoesOn},
+    {TransferKind::DataCH2, Procedure::ReadChannelData, "CH2", Acquisition::GoesOn},
+    {TransferKind::WaveCH1, Procedure::ReadWaveform, "CH1", Acquisition::GoesOn},
+    {TransferKind::WaveCH2, Procedure::ReadWaveform, "CH2", Acquisition::GoesOn},
+    {TransferKind::WaveBoth, Procedure::ReadWaveform, "CH1CH2", Acquisition::GoesOn},
+    {TransferKind::Upload, Procedure::WriteSettings, "", Acquisition::GoesOn},
+    {TransferKind::Download, Procedure::ReadSettings, "", Acquisition::GoesOn},
+}};
+
+void Call(const TransferProcedures& procedures, const TransferRow& row) {
+  switch (row.procedure) {
+    case Procedure::ReadMeasures:
+      if (procedures.ReadMeasures) procedures.ReadMeasures(row.channel);
+      break;
+    case Procedure::ReadChannelData:
+      if (procedures.ReadChannelData) procedures.ReadChannelData(row.channel);
+      break;
+    case Procedure::ReadWaveform:
+      if (procedures.ReadWaveform) procedures.ReadWaveform(row.channel);
+      break;
+    case Procedure::WriteSettings:
+      if (procedures.WriteSettings) procedures.WriteSettings();
+      break;
+    case Procedure::ReadSettings:
+      if (procedures.ReadSettings) procedures.ReadSettings();
+      break;
+  }
+}
+
+// Size of the window in window units; its height is that of one bar with its frame.
+constexpr double kWidth = 4500;
+constexpr double kHeight = 900;
+
+}  // namespace
+
+frmPrgress::frmPrgress(EventSource& events, Waiting& waiting, SettingsStore& store, LinkState& link,
+                       TransferState& transfer, TX5000Cmd& scope)
+    : Timer1(events, 100, [this] { Timer1_Timer(); }),
+      Timer2(events, 200,
+             [this] {
+               ProgressBar1.SetValue(Progress);
+               ProgressBar1.Refresh();
+             }),
+      waiting_(waiting),
+      store_(store),
+      link_(link),
+      transfer_(transfer),
+      scope_(scope) {}
+
+bool frmPrgress::Transfer(oriolemark::TransferKind kind, const std::string& caption) {
+  SetCaption(caption);
+  Load();
+  transfer_.TransferKind = kind;
+  transfer_.TransferDone = false;
+  Show();
+  waiting_.WaitUntil([this] { return transfer_.TransferDone; });
+  return transfer_.TransferDone;
+}
+
+void frmPrgress::Form_Load() {
+  const auto read = [this](const char* key, double fallback) {
+    return NumberInReply(store_.Read("Settings", key).value_or("")).value_or(fallback);
+  };
+  UnitRect place{read("ProgressLeft", 500), read("ProgressTop", 800), kWidth, kHeight};
+  if (place.left > screenWidth || place.left < -place.width) place.left = 400;
+  if (place.top > screenHeight || place.top < -place.height) place.top = 600;
+  Move(place);
+  link_.CommBusy = true;
+  Repaint();
+  Timer2.SetEnabled(false);
+  Timer1.SetEnabled(true);
+  ProgressBar1.SetValue(0);
+  transfer_.TransferActive = true;
+}
+
+void frmPrgress::Timer1_Timer() {
+  Timer1.SetEnabled(false);
+  const std::string status = scope_.AskScope(std::string(kTrigger) + kStatus + kQuery);
+  Run(status != DropFirstChar(kStop));
+  Repaint();
+  waiting_.Sleep(Milliseconds(200));
+  link_.CommBusy = false;
+  transfer_.TransferDone = true;
+  transfer_.TransferActive = false;
+  Unload();
+}
+
+void frmPrgress::Run(bool running) {
+  for (const TransferRow& row : kTransfers) {
+    if (row.kind != transfer_.TransferKind) continue;
+    const bool halt = running && row.acquisition == Acquisition::Halted;
+    if (halt) scope_.SendToScope(kStop);
+    Call(procedures, row);
+    if (halt) scope_.SendToScope(kRun);
+    return;
+  }
+}
+
+void frmPrgress::Form_Unload() {
+  Timer1.SetEnabled(false);
+  Timer2.SetEnabled(false);
+  store_.Write("Settings", "ProgressLeft", NumberText(Place().left));
+  store_.Write("Settings", "ProgressTop", NumberText(Place().top));
+}
+
+}  // namespace oriolemark
