@@ -1,0 +1,135 @@
+#include "waveview/DrawCursors.h"
+
+#include <array>
+#include <cmath>
+#include <memory>
+#include <string>
+
+#include "platform/Rounding.h"
+#include "values/StringFunc.h"
+#include "waveview/CursorReadout.h"
+#include "waveview/DrawTraces.h"
+
+namespace oriolemark {
+namespace {
+
+constexpr double kLineInset = 5;  // pixels from the end of a cursor line to the edge of the grid
+constexpr double kMark = 5;       // half the width of an end mark, and its height
+constexpr double kLeastReadoutZoom = 0.4;
+
+// What the read-outs show: B and A across, C and D down.
+struct Readouts {
+  std::string frequency;
+  std::string time;
+  std::string ch1;
+  std::string ch2;
+};
+
+void DrawXCursors(Canvas& canvas, const WaveSurface& surface, const WaveCursors& cursors) {
+  const double bottom = surface.At(kGridHeight);
+  const std::array<int, 2> positions{RoundToInt(cursors.X1Pos), RoundToInt(cursors.X2Pos)};
+  canvas.SetPenStyle(PenStyle::Dotted);
+  for (const double x : positions) {
+    canvas.Line({x, kMargin + kLineInset}, {x, bottom - kLineInset});
+  }
+  canvas.SetPenStyle(PenStyle::Solid);
+  for (const double x : positions) {
+    const std::array<Point, 4> top{
+        {{x - kMark, kMargin}, {x + kMark, kMargin}, {x, kMargin + kMark}, {x - kMark, kMargin}}};
+    const std::array<Point, 4> foot{
+        {{x - kMark, bottom}, {x + kMark, bottom}, {x, bottom - kMark}, {x - kMark, bottom}}};
+    canvas.Polyline(top);
+    canvas.Polyline(foot);
+  }
+}
+
+void DrawYCursors(Canvas& canvas, const WaveSurface& surface, const WaveCursors& cursors) {
+  const double right = surface.At(kGridWidth);
+  const std::array<int, 2> positions{RoundToInt(cursors.Y1Pos), cursors.Y2Pos};
+  canvas.SetPenStyle(PenStyle::Dotted);
+  for (const double y : positions) {
+    canvas.Line({kMargin + kLineInset, y}, {right - kLineInset, y});
+  }
+  canvas.SetPenStyle(PenStyle::Solid);
+  for (const double y : positions) {
+    const std::array<Point, 4> left{
+        {{kMargin, y - kMark}, {kMargin, y + kMark}, {kMargin + kMark, y}, {kMargin, y - kMark}}};
+    const std::array<Point, 4> end{
+        {{right, y - kMark}, {right, y + kMark}, {right - kMark, y}, {right, y - kMark}}};
+    canvas.Polyline(left);
+    canvas.Polyline(end);
+  }
+}
+
+std::string VoltsText(const std::string& range, double pixels, double zoom) {
+  return ConvertVoltToStr(pixels * ConvertStrToVolt(range).value * 8 / 200 / zoom);
+}
+
+Readouts MakeReadouts(const WaveRecord& record, const WaveCursors& cursors, double zoom) {
+  Readouts readouts;
+  if (!record.TimeRange.empty()) {
+    const double pixels = std::abs(cursors.X2Pos - cursors.X1Pos);
+    const std::string time =
+        ConvertTimeToStr(pixels * ConvertStrToTime(record.TimeRange).value * 12 / 300 / zoom);
+    readouts.time = "|X1-X2|   =" + time;
+    // Worked out from the rounded text, so that both lines agree with each other.
+    const double shown = GetTimeVlu(time);
+    readouts.frequency = "1/|X1-X2|=" + (shown != 0 ? ConvertFreqToStr(1 / shown) : "???.? Hz");
+  }
+  const double rows = std::abs(cursors.Y2Pos - cursors.Y1Pos);
+  if (!record.CH1Range.empty()) {
+    readouts.ch1 = "|Y1-Y2|  =" + VoltsText(record.CH1Range, rows, zoom);
+  }
+  if (!record.CH2Range.empty()) {
+    readouts.ch2 = "|Y1-Y2|  =" + VoltsText(record.CH2Range, rows, zoom);
+  }
+  return readouts;
+}
+
+double ReadoutColumn(double zoom) {
+  const double base = zoom >= 1.2 ? (5.0 / 6) * kGridWidth * zoom - 50 : kGridWidth * zoom - 120;
+  return RoundToInt(base + kMargin);
+}
+
+}  // namespace
+
+void DrawCursors(const WaveSurface& surface, const WaveRecord& record, WaveCursors& cursors) {
+  ClampCursors(cursors, surface.zoom);
+  if (!cursors.CursorXOn && !cursors.CursorYOn) return;
+  // On a copy, put on the picture in one go: lines do not flicker over the trace.
+  const std::unique_ptr<Canvas> copy = surface.canvas.MakeCopy();
+  copy->SetColor(surface.colors.cursors);
+  copy->SetLineWidth(1);
+  if (cursors.CursorXOn) DrawXCursors(*copy, surface, cursors);
+  if (cursors.CursorYOn) DrawYCursors(*copy, surface, cursors);
+  surface.canvas.CopyFrom(*copy);
+  DisplayCursorM(surface, record, cursors);
+}
+
+void DisplayCursorM(const WaveSurface& surface, const WaveRecord& record,
+                    const WaveCursors& cursors) {
+  if (surface.zoom < kLeastReadoutZoom) return;
+  const Readouts readouts = MakeReadouts(record, cursors, surface.zoom);
+  const double x = ReadoutColumn(surface.zoom);
+  double row = 5;
+  Canvas& canvas = surface.canvas;
+  canvas.SetBold(true);
+  if (cursors.CursorXOn && !record.TimeRange.empty()) {
+    canvas.SetColor(surface.colors.timeReadout);
+    canvas.Text({x, 30}, readouts.frequency);
+    canvas.Text({x, 50}, readouts.time);
+    row = 45;
+  }
+  if (!cursors.CursorYOn) return;
+  if (ShowsChannel(record, 1)) {
+    canvas.SetColor(surface.colors.ch1Readout);
+    canvas.Text({x, row + 25}, readouts.ch1);
+    row += 20;
+  }
+  if (ShowsChannel(record, 2)) {
+    canvas.SetColor(surface.colors.ch2Readout);
+    canvas.Text({x, row + 25}, readouts.ch2);
+  }
+}
+
+}  // namespace oriolemark

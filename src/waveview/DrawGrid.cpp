@@ -1,0 +1,110 @@
+#include "waveview/DrawGrid.h"
+
+#include <array>
+
+namespace oriolemark {
+namespace {
+
+constexpr const char* kBrand = "TAVIK";
+constexpr double kShortTick = 5;         // grid units from one short tick to the next
+constexpr double kLongTick = kDivision;  // and from one long tick to the next
+
+// A run of single pixels along a frame edge or a middle line: at `line` grid units, `away` times
+// the thickness loop's d pixels off it, one every `step` grid units.
+struct TickRun {
+  double line;
+  double away;
+  double step;
+};
+
+// At the right and at the bottom the ticks stand a pixel further off, for the frame is two pixels
+// wide towards the left and the top.
+constexpr std::array<TickRun, 8> kTickRows{{
+    {0, 1, kShortTick},
+    {0, 2, kLongTick},
+    {kGridHeight / 2, -1, kShortTick},
+    {kGridHeight / 2, -2, kLongTick},
+    {kGridHeight / 2, 1, kShortTick},
+    {kGridHeight / 2, 2, kLongTick},
+    {kGridHeight, -2, kShortTick},
+    {kGridHeight, -3, kLongTick},
+}};
+constexpr std::array<TickRun, 8> kTickColumns{{
+    {0, 1, kShortTick},
+    {0, 2, kLongTick},
+    {kGridWidth / 2, -1, kShortTick},
+    {kGridWidth / 2, -2, kLongTick},
+    {kGridWidth / 2, 1, kShortTick},
+    {kGridWidth / 2, 2, kLongTick},
+    {kGridWidth, -2, kShortTick},
+    {kGridWidth, -3, kLongTick},
+}};
+
+// Dots on both ends of a length in grid units, so that their number does not depend on the zoom.
+constexpr int DotsAlong(double length, double step) {
+  return static_cast<int>(length / step) + 1;
+}
+
+void DrawRow(const WaveSurface& surface, double y, double step) {
+  surface.canvas.PixelRow({kMargin, y}, step * surface.zoom, DotsAlong(kGridWidth, step));
+}
+
+void DrawColumn(const WaveSurface& surface, double x, double step) {
+  surface.canvas.PixelColumn({x, kMargin}, step * surface.zoom, DotsAlong(kGridHeight, step));
+}
+
+void DrawFrame(const WaveSurface& surface) {
+  const double right = surface.At(kGridWidth);
+  const double bottom = surface.At(kGridHeight);
+  const double middleX = surface.At(kGridWidth / 2);
+  const double middleY = surface.At(kGridHeight / 2);
+  Canvas& canvas = surface.canvas;
+  canvas.SetLineWidth(2);
+  canvas.Line({kMargin, kMargin}, {right, kMargin});
+  canvas.Line({kMargin, kMargin}, {kMargin, bottom});
+  canvas.Line({kMargin, bottom}, {right, bottom});
+  canvas.Line({right, bottom}, {right, kMargin});
+  canvas.SetLineWidth(1);
+  canvas.Line({kMargin, middleY}, {right, middleY});
+  canvas.Line({middleX, kMargin}, {middleX, bottom});
+}
+
+// The ticks grow with the zoom, a tenth of it at a time; below zoom 1 there are none.
+void DrawTicks(const WaveSurface& surface) {
+  for (int k = 0; (10 + k) / 10.0 <= surface.zoom; ++k) {
+    const double d = (10 + k) / 10.0;
+    for (const TickRun& run : kTickRows) {
+      DrawRow(surface, surface.At(run.line) + run.away * d, run.step);
+    }
+    for (const TickRun& run : kTickColumns) {
+      DrawColumn(surface, surface.At(run.line) + run.away * d, run.step);
+    }
+  }
+}
+
+void DrawGridDots(const WaveSurface& surface) {
+  for (double y = 0; y <= kGridHeight; y += kDivision) {
+    DrawRow(surface, surface.At(y), kShortTick);
+  }
+  for (double x = 0; x <= kGridWidth; x += kDivision) {
+    DrawColumn(surface, surface.At(x), kShortTick);
+  }
+}
+
+}  // namespace
+
+void DrawScrGrid(const WaveSurface& surface, GridDots dots) {
+  Canvas& canvas = surface.canvas;
+  canvas.Clear(surface.colors.background);
+  canvas.SetPenStyle(PenStyle::Solid);
+  canvas.SetColor(surface.colors.frame);
+  DrawFrame(surface);
+  DrawTicks(surface);
+  if (dots == GridDots::Shown) DrawGridDots(surface);
+  canvas.SetColor(surface.colors.brand);
+  canvas.SetBold(true);
+  canvas.Text({kMargin, kTitleLine}, kBrand);
+  canvas.SetBold(false);
+}
+
+}  // namespace oriolemark

@@ -1,0 +1,137 @@
+#include "waveview/DrawTraces.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <vector>
+
+#include "waveview/DrawStatus.h"
+
+namespace oriolemark {
+namespace {
+
+// The walk of a trace along the grid. Its first two points are one unit apart whatever the count;
+// at each later step the next sample stands 300 / count units further. Positions are compared
+// before the zoom, so that no zoom changes the number of points.
+class TraceWalk {
+ public:
+  TraceWalk(const WaveSurface& surface, const SampleArray& samples, int count)
+      : surface_(surface), samples_(samples), count_(count) {}
+
+  // Steps k = 0, 1, ... that are drawn; sample k + 3 stands at step k.
+  int Steps() const {
+    if (count_ <= 0) return 0;
+    const double steps = (kGridWidth - 1) * count_ / kGridWidth;
+    return static_cast<int>(std::min(steps, double{kLastSample - kFirstWalked})) + 1;
+  }
+  // Place of step k in grid units, from -1 on.
+  double Units(int k) const { return 1 + k * kGridWidth / count_; }
+  // The point of step k, from -1 on.
+  Point At(int k) const { return {surface_.At(Units(k)), Row(k + kFirstWalked)}; }
+  double Row(int index) const { return surface_.At(samples_[index]); }
+
+ private:
+  static constexpr int kFirstWalked = 3;
+
+  const WaveSurface& surface_;
+  const SampleArray& samples_;
+  int count_;
+};
+
+std::array<Point, 2> FirstSegment(const WaveSurface& surface, const TraceWalk& walk) {
+  return {{{kMargin, walk.Row(1)}, {surface.At(1), walk.Row(2)}}};
+}
+
+struct Channel {
+  const char* name;
+  int number;
+  Color WaveColors::*color;
+  SampleArray WaveRecord::*data;
+  SampleArray WaveRecord::*least;
+  std::string WaveRecord::*offset;
+  std::string WaveRecord::*range;
+};
+
+constexpr std::array<Channel, 2> kChannels{{
+    {"CH1", 1, &WaveColors::ch1, &WaveRecord::CH1Data, &WaveRecord::CH1Min, &WaveRecord::CH1Offset,
+     &WaveRecord::CH1Range},
+    {"CH2", 2, &WaveColors::ch2, &WaveRecord::CH2Data, &WaveRecord::CH2Min, &WaveRecord::CH2Offset,
+     &WaveRecord::CH2Range},
+}};
+
+void DrawChannel(const WaveSurface& surface, const WaveRecord& record, const Channel& channel) {
+  surface.canvas.SetColor(surface.colors.*channel.color);
+  DrawChannelStatus(surface, channel.name, record.*channel.offset, record.*channel.range);
+  const SampleArray& data = record.*channel.data;
+  if (record.IsScan) {
+    DrawScanTrace(surface, data, record.Count, record.RollingStartPos, record.RollingEraseWidth);
+    return;
+  }
+  DrawTrace(surface, data, record.Count);
+  if (record.Envelope) DrawTrace(surface, record.*channel.least, record.Count);
+}
+
+}  // namespace
+
+bool ShowsChannel(const WaveRecord& record, int number) {
+  constexpr int kBoth = 3;
+  return record.Channels == number || record.Channels == kBoth;
+}
+
+void DrawOSC(const WaveSurface& surface, const WaveRecord& record) {
+  if (!record.HasData) return;
+  if (!record.IsYT) {
+    surface.canvas.SetColor(surface.colors.xyDots);
+    DrawXYDots(surface, record.CH1Data, record.CH2Data, record.Count);
+    DrawXYStatus(surface, record.CH1Range, record.CH2Range);
+    return;
+  }
+  for (const Channel& channel : kChannels) {
+    if (ShowsChannel(record, channel.number)) DrawChannel(surface, record, channel);
+  }
+  DrawTimeStatus(surface, record.TimeRange, record.TriggerDelay);
+}
+
+void DrawTrace(const WaveSurface& surface, const SampleArray& samples, int count) {
+  const TraceWalk walk(surface, samples, count);
+  const std::array<Point, 2> first = FirstSegment(surface, walk);
+  std::vector<Point> points(first.begin(), first.end());
+  const int steps = walk.Steps();
+  points.reserve(points.size() + static_cast<std::size_t>(steps));
+  for (int k = 0; k < steps; ++k) points.push_back(walk.At(k));
+  surface.canvas.Polyline(points);
+}
+
+void DrawScanTrace(const WaveSurface& surface, const SampleArray& samples, int count, int start,
+                   int width) {
+  const TraceWalk walk(surface, samples, count);
+  surface.canvas.Polyline(FirstSegment(surface, walk));
+  // Each step's line begins at the step before it. Lines between two gaps are one piece.
+  std::vector<Point> piece;
+  const auto endPiece = [&surface, &piece] {
+    surface.canvas.Polyline(piece);
+    piece.clear();
+  };
+  const int steps = walk.Steps();
+  for (int k = 0; k < steps; ++k) {
+    const double units = walk.Units(k);
+    if (units >= start && units <= start + width) {
+      endPiece();
+      continue;
+    }
+    if (piece.empty()) piece.push_back(walk.At(k - 1));
+    piece.push_back(walk.At(k));
+  }
+  endPiece();
+}
+
+void DrawXYDots(const WaveSurface& surface, const SampleArray& ch1, const SampleArray& ch2,
+                int count) {
+  // A high voltage is a low row, and lies at the right.
+  constexpr int kRightmost = 249;
+  for (int i = 1; i < count && SampleArray::Holds(i); ++i) {
+    surface.canvas.Pixel({surface.At(kRightmost - ch1[i]), surface.At(ch2[i])});
+  }
+}
+
+}  // namespace oriolemark

@@ -1,0 +1,281 @@
+#include "waveview/frmWave.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "platform/Rounding.h"
+#include "transfers/ChannelOptions.h"
+#include "values/Number.h"
+#include "waveview/DrawCursors.h"
+#include "waveview/DrawGrid.h"
+#include "waveview/DrawTraces.h"
+
+namespace oriolemark {
+namespace {
+
+constexpr double kLeastZoom = 0.01;
+constexpr int kOpeningZoom = 4;  // "150%"
+constexpr int kFirstTick = 1;    // ms
+constexpr int kNextTicks = 500;
+
+// Window units.
+constexpr double kBackPicTop = 100;
+constexpr double kBarThickness = 250;
+constexpr double kBarFromEdge = 280;  // from the far edge of BackPic to the near edge of a bar
+constexpr double kBarInset = 20;
+constexpr double kHorizontalMargins = 40;
+constexpr double kVerticalMargins = 45;
+
+// By the index of the channel option.
+constexpr std::array<TransferKind, 3> kTransferKinds{TransferKind::WaveCH1, TransferKind::WaveCH2,
+                                                     TransferKind::WaveBoth};
+
+std::string ZoomText(double zoom) {
+  return FormatFixed(zoom * 100, 0, 0) + "%";
+}
+
+// A zoom as typed: a number followed by a percent sign.
+std::optional<double> ZoomOf(const std::string& text) {
+  if (text.empty() || text.back() != '%') return std::nullopt;
+  const std::optional<double> percent = NumberInReply(text.substr(0, text.size() - 1));
+  if (!percent) return std::nullopt;
+  return *percent / 100;
+}
+
+int ScrolledBy(const ScrollBar& bar, double range) {
+  return RoundToInt(-bar.Value() * range / 100);
+}
+
+}  // namespace
+
+frmWave::frmWave(WaveViewContext context, std::unique_ptr<Canvas> canvas)
+    : WavePic(std::move(canvas)),
+      HScroll([this] { ScrollPicture(); }),
+      VScroll([this] { ScrollPicture(); }),
+      ZoomCombo([this] { ZoomCombo_Change(); }),
+      BestFitChk([this] { BestFitChk_Click(); }),
+      GridCheck([this] { GridCheck_Click(); }),
+      ChkCursorX([this] {
+        Cursors.CursorXOn = ChkCursorX.Value();
+        Form_Resize();
+      }),
+      ChkCursorY([this] {
+        Cursors.CursorYOn = ChkCursorY.Value();
+        Form_Resize();
+      }),
+      OptionColor(2, [this](int index) { OptionColor_Click(index); }),
+      OptionCH(3),
+      cmdRefresh([this] { cmdRefresh_Click(); }),
+      Timer1(context.refresh.events, kFirstTick, [this] { Timer1_Timer(); }),
+      context_(context),
+      refresh_(context.refresh, ViewKind::Wave, *this, cmdRefresh, [this] { LoadData(); }) {
+  WavePic.mouseDown = [this](double x, double y) { SeizeCursors(Cursors, {x, y}); };
+  WavePic.mouseMove = [this](double x, double y) { WavePic_MouseMove(x, y); };
+  WavePic.mouseUp = [this](double, double) { ReleaseCursors(Cursors); };
+}
+
+WaveRecord& frmWave::Record() {
+  return context_.sheet.Waves[static_cast<std::size_t>(SlotOf(*this))];
+}
+
+void frmWave::Form_Load() {
+  ZoomFactor = 1.0;
+  InitPending = true;
+  Timer1.SetInterval(kFirstTick);
+  Timer1.SetEnabled(true);
+  PlaceCursors(Cursors);
+  HScroll.SetValue(0);
+  VScroll.SetValue(0);
+  ZoomCombo.SetItems(
+      {"50%", "75%", "100%", "125%", "150%", "200%", "250%", "300%", "400%", "500%"});
+  ZoomCombo.SetListIndex(kOpeningZoom);
+}
+
+void frmWave::Form_Unload() {
+  Timer1.SetEnabled(false);
+  refresh_.Abandon();
+  Record().ViewOpen = false;
+  // The next load finds a new window.
+  Cursors = {};
+  OptionCH.Select(OptionGroup::kNone);
+  WavePic.SetPointer(MousePointer::Arrow);
+}
+
+void frmWave::Timer1_Timer() {
+  if (InitPending) TakeFirstTick();
+  FollowChannels(OptionCH, context_.settings);
+}
+
+void frmWave::TakeFirstTick() {
+  Timer1.SetInterval(kNextTicks);
+  InitPending = false;
+  // The controls' handlers mark the sheet, but nothing of it changes by being shown.
+  const bool modified = context_.sheet.Modified;
+  WaveRecord& record = Record();
+  record.ViewOpen = true;
+  BestFitChk.SetValue(record.BestFitOn);
+  ZoomCombo.SetEnabled(!record.BestFitOn);
+  GridCheck.SetValue(record.GridOn);
+  OptionColor.Select(record.ColorOn ? 0 : 1);
+  ChkCursorX.SetValue(Cursors.CursorXOn);
+  ChkCursorY.SetValue(Cursors.CursorYOn);
+  Form_Resize();
+  context_.sheet.Modified = modified;
+}
+
+void frmWave::cmdRefresh_Click() {
+  refresh_.Click();
+}
+
+void frmWave::KeyDown(int code, ShiftKeys shift) {
+  if (code == kKeyF5 && shift == ShiftKeys::None) cmdRefresh_Click();
+}
+
+void frmWave::LoadData() {
+  const int option = OptionCH.Selected();
+  if (option == OptionGroup::kNone) return;
+  context_.scratch.TransferWaveSlot = SlotOf(*this);
+  const TransferKind kind = kTransferKinds[static_cast<std::size_t>(option)];
+  if (!context_.progress.Transfer(kind, "Waveform Data Loading")) return;
+  // The view may have been closed meanwhile: its record has been filled all the same, unless the
+  // item has gone too.
+  if (!Loaded() && SlotOf(*this) >= context_.sheet.WaveCount) return;
+  Record().HasData = true;
+  context_.sheet.Modified = true;
+  Form_Resize();
+}
+
+void frmWave::ZoomCombo_Change() {
+  const std::optional<double> zoom = ZoomOf(ZoomCombo.Text());
+  if (!zoom) {
+    RefuseZoom();
+    return;
+  }
+  ZoomFactor = std::max(*zoom, kLeastZoom);
+  ShowZoom();
+  Form_Resize();
+}
+
+void frmWave::RefuseZoom() {
+  context_.refresh.prompts.Show({.text = "Invalid Zoom Factor", .icon = MessageIcon::Exclamation});
+  if (Loaded()) ShowZoom();
+}
+
+void frmWave::ShowZoom() {
+  ZoomCombo.SetText(ZoomText(ZoomFactor));
+}
+
+void frmWave::BestFitChk_Click() {
+  Record().BestFitOn = BestFitChk.Value();
+  context_.sheet.Modified = true;
+  ZoomCombo.SetEnabled(!BestFitChk.Value());
+  // Cleared, the picture stays at the last fitted zoom.
+  if (BestFitChk.Value()) Form_Resize();
+}
+
+void frmWave::GridCheck_Click() {
+  Record().GridOn = GridCheck.Value();
+  context_.sheet.Modified = true;
+  RepaintPicture();
+}
+
+void frmWave::OptionColor_Click(int index) {
+  Record().ColorOn = index == 0;
+  context_.sheet.Modified = true;
+  RepaintPicture();
+}
+
+void frmWave::WavePic_MouseMove(double x, double y) {
+  if (DragCursor(Cursors, {x, y}, ZoomFactor)) Form_Resize();
+  WavePic.SetPointer(PointerOver(Cursors, {x, y}, ZoomFactor));
+}
+
+void frmWave::Form_Resize() {
+  if (!Loaded()) return;
+  PlaceBackPic();
+  if (Record().BestFitOn) {
+    FitPicture();
+  } else {
+    PlaceScrollBars();
+  }
+  RepaintPicture();
+}
+
+void frmWave::PlaceBackPic() {
+  const double left = std::max(stripWidth, kLeastStrip);
+  BackPic.SetPlace({.left = left,
+                    .top = kBackPicTop,
+                    .width = std::max(0.0, InnerWidth() - left),
+                    .height = std::max(0.0, InnerHeight() - kBackPicTop)});
+}
+
+void frmWave::FitPicture() {
+  HScroll.SetVisible(false);
+  VScroll.SetVisible(false);
+  const UnitRect& back = BackPic.Place();
+  ZoomFactor = std::max(kLeastZoom, std::min(UnitsToPixels(back.width) / kPictureWidth,
+                                             UnitsToPixels(back.height) / kPictureHeight));
+  ZoomCombo.SetEnabled(false);
+  ShowZoom();
+  HRange = 0;
+  VRange = 0;
+  ScrollPicture();
+}
+
+// A bar shows where the picture is larger than the room for it; where both show, each leaves the
+// corner to the other.
+void frmWave::PlaceScrollBars() {
+  const UnitRect& back = BackPic.Place();
+  const double width = UnitsToPixels(back.width);
+  const double height = UnitsToPixels(back.height);
+  HRange = std::max(0.0, kPictureWidth * ZoomFactor - width);
+  VRange = std::max(0.0, kPictureHeight * ZoomFactor - height);
+  const double corner = HRange > 0 && VRange > 0 ? kBarThickness : 0;
+  HScroll.SetPlace({.left = back.left + kBarInset,
+                    .top = back.top + back.height - kBarFromEdge,
+                    .width = std::max(0.0, back.width - kHorizontalMargins - corner),
+                    .height = kBarThickness});
+  VScroll.SetPlace({.left = back.left + back.width - kBarFromEdge,
+                    .top = back.top + kBarInset,
+                    .width = kBarThickness,
+                    .height = std::max(0.0, back.height - kVerticalMargins - corner)});
+  HScroll.SetPageStep(width / (kPictureWidth * ZoomFactor) * 100);
+  VScroll.SetPageStep(height / (kPictureHeight * ZoomFactor) * 100);
+  HScroll.SetVisible(HRange > 0);
+  VScroll.SetVisible(VRange > 0);
+  ScrollPicture();
+}
+
+// The picture moves inside BackPic; nothing is drawn.
+void frmWave::ScrollPicture() {
+  WavePic.MoveTo(ScrolledBy(HScroll, HRange), ScrolledBy(VScroll, VRange));
+}
+
+void frmWave::SizePicture() {
+  const double width = kPictureWidth * ZoomFactor;
+  const double height = kPictureHeight * ZoomFactor;
+  WavePic.SetSize(RoundToInt(width), RoundToInt(height));
+  const bool drawable = width * height <= kMostPixels;
+  WavePic.Surface().SetSize(drawable ? WavePic.Width() : 0, drawable ? WavePic.Height() : 0);
+}
+
+void frmWave::RepaintPicture() {
+  if (!Loaded()) return;
+  FollowZoom(Cursors, ZoomFactor);
+  SizePicture();
+  if (InitPending) return;
+  const WaveRecord& record = Record();
+  const WaveSurface surface{WavePic.Surface(), ZoomFactor, ColorsOf(record.ColorOn)};
+  BackPic.SetBackground(surface.colors.background);
+  if (WavePic.Surface().Width() > 0) {
+    DrawScrGrid(surface, record.GridOn ? GridDots::Shown : GridDots::Hidden);
+    DrawOSC(surface, record);
+    DrawCursors(surface, record, Cursors);
+  }
+  WavePic.NoteDrawn();
+}
+
+}  // namespace oriolemark

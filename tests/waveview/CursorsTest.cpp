@@ -1,0 +1,239 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "support/RecordingCanvas.h"
+#include "waveview/CursorReadout.h"
+#include "waveview/DrawCursors.h"
+
+namespace oriolemark {
+namespace {
+
+using Calls = RecordingCanvas::Calls;
+
+TEST(CursorReadout, TextsOfVoltsTimesAndFrequencies) {
+  const std::pair<double, const char*> volts[] = {
+      {0, "0.0mV"},   {0.9996, "999.6mV"}, {0.99999, "1000.0mV"}, {1.0, "1.0V"},
+      {1.25, "1.3V"}, {4, "4.0V"},         {-2, "-2000.0mV"},     {1234.56, "1234.6V"},
+  };
+  for (const auto& [value, text] : volts) EXPECT_EQ(ConvertVoltToStr(value), text);
+  const std::pair<double, const char*> times[] = {
+      {0, "0.000s"},     {1, "1.00s"},      {0.99999, "999.99ms"},
+      {0.001, "1.00ms"}, {1e-6, "1.00us"},  {2e-7, "200.00ns"},
+      {1e-9, "1.00ns"},  {5e-12, "5.00ps"}, {1e-12, "1.00ps"},
+      {9e-13, ""},       {-1, ""},          {0.008, "8.00ms"},
+  };
+  for (const auto& [value, text] : times) EXPECT_EQ(ConvertTimeToStr(value), text);
+  const std::pair<double, const char*> frequencies[] = {
+      {0.5, "0.50Hz"},  {999.994, "999.99Hz"}, {1000, "1.00KHz"},
+      {1e6, "1.00MHz"}, {2.5e9, "2.50GHz"},    {999999, "1000.00KHz"},
+  };
+  for (const auto& [value, text] : frequencies) EXPECT_EQ(ConvertFreqToStr(value), text);
+}
+
+TEST(CursorReadout, ATimeTextReadsBack) {
+  const std::pair<const char*, double> rows[] = {
+      {"8.00ms", 0.008}, {"1.50us", 1.5e-6}, {"2.00ns", 2e-9}, {"3.00ps", 3e-12},
+      {"12.34s", 12.34}, {"0.000s", 0},      {"", 0},          {"s", 0},
+      {"5.xs", 0},       {"1. s", 0},        {"ms", 0},        {"0.00ms", 0},
+  };
+  for (const auto& [text, seconds] : rows) EXPECT_DOUBLE_EQ(GetTimeVlu(text), seconds) << text;
+}
+
+struct View {
+  explicit View(double atZoom = 1.0) : zoom(atZoom) {
+    record.Channels = 3;
+    record.TimeRange = "1ms";
+    record.CH1Range = "1.00V";
+    record.CH2Range = "10mV";
+    PlaceCursors(cursors);
+    cursors.CursorXOn = true;
+    cursors.CursorYOn = true;
+  }
+
+  Calls Texts() {
+    canvas.Clear({});
+    FollowZoom(cursors, zoom);
+    DrawCursors({canvas, zoom, kOnBlack}, record, cursors);
+    return canvas.CallsOf("text ");
+  }
+
+  double zoom;
+  RecordingCanvas canvas;
+  WaveRecord record;
+  WaveCursors cursors;
+};
+
+TEST(DrawCursors, LinesAndMarksComeFromACopyAndTextsFollow) {
+  View view;
+  view.Texts();
+  const Calls& drawn = view.canvas.calls;
+  EXPECT_EQ(view.canvas.CallsOf("line "),
+            (Calls{"75,30 75,220 0080C8 dotted", "275,30 275,220 0080C8 dotted",
+                   "70,25 80,25 0080C8",         "80,25 75,30 0080C8",
+                   "75,30 70,25 0080C8",         "70,225 80,225 0080C8",
+                   "80,225 75,220 0080C8",       "75,220 70,225 0080C8",
+                   "270,25 280,25 0080C8",       "280,25 275,30 0080C8",
+                   "275,30 270,25 0080C8",       "270,225 280,225 0080C8",
+                   "280,225 275,220 0080C8",     "275,220 270,225 0080C8",
+                   "30,75 320,75 0080C8 dotted", "30,175 320,175 0080C8 dotted",
+                   "25,70 25,80 0080C8",         "25,80 30,75 0080C8",
+                   "30,75 25,70 0080C8",         "325,70 325,80 0080C8",
+                   "325,80 320,75 0080C8",       "320,75 325,70 0080C8",
+                   "25,170 25,180 0080C8",       "25,180 30,175 0080C8",
+                   "30,175 25,170 0080C8",       "325,170 325,180 0080C8",
+                   "325,180 320,175 0080C8",     "320,175 325,170 0080C8"}));
+  EXPECT_EQ(
+      Calls(drawn.end() - 5, drawn.end()),
+      (Calls{"copied", "text 205,30 FF00FF bold 1/|X1-X2|=125.00Hz",
+             "text 205,50 FF00FF bold |X1-X2|   =8.00ms", "text 205,70 FFFF00 bold |Y1-Y2|  =4.0V",
+             "text 205,90 00FFFF bold |Y1-Y2|  =40.0mV"}));
+}
+
+TEST(DrawCursors, ReadoutsStackByWhatIsShown) {
+  struct Row {
+    bool xOn;
+    bool yOn;
+    int channels;
+    const char* timeRange;
+    std::vector<std::string> places;
+  };
+  const Row rows[] = {
+      {true, false, 3, "1ms", {"205,30 FF00FF", "205,50 FF00FF"}},
+      {false, true, 3, "1ms", {"205,30 FFFF00", "205,50 00FFFF"}},
+      {false, true, 2, "1ms", {"205,30 00FFFF"}},
+      {true, true, 2, "1ms", {"205,30 FF00FF", "205,50 FF00FF", "205,70 00FFFF"}},
+      {true, true, 1, "", {"205,30 FFFF00"}},
+      {true, true, 0, "", {}},
+      {false, false, 3, "1ms", {}},
+  };
+  for (const Row& row : rows) {
+    View view;
+    view.cursors.CursorXOn = row.xOn;
+    view.cursors.CursorYOn = row.yOn;
+    view.record.Channels = row.channels;
+    view.record.TimeRange = row.timeRange;
+    std::vector<std::string> places;
+    for (const std::string& text : view.Texts()) places.push_back(text.substr(0, 13));
+    EXPECT_EQ(places, row.places) << row.channels << row.timeRange;
+  }
+}
+
+TEST(DrawCursors, TheColumnAndTheMagnificationFollowTheZoom) {
+  struct Row {
+    double zoom;
+    const char* first;  // empty where the picture is too small for texts
+  };
+  const Row rows[] = {
+      {0.39, ""},        {0.4, "25,30 "},  {1.0, "205,30 "},
+      {1.19, "262,30 "}, {1.2, "275,30 "}, {5.0, "1225,30 "},
+  };
+  for (const Row& row : rows) {
+    View view(row.zoom);
+    const Calls texts = view.Texts();
+    EXPECT_FALSE(view.canvas.CallsOf("line ").empty()) << row.zoom;
+    ASSERT_EQ(texts.size(), *row.first != '\0' ? 4 : 0) << row.zoom;
+    if (texts.empty()) continue;
+    EXPECT_EQ(texts[0], std::string(row.first) + "FF00FF bold 1/|X1-X2|=125.00Hz");
+    EXPECT_EQ(texts[2].substr(texts[2].find('=')), "=4.0V") << row.zoom;
+  }
+}
+
+TEST(DrawCursors, ReadoutsThatCannotBeMade) {
+  View same;
+  same.cursors.X2Base = same.cursors.X1Base;
+  EXPECT_EQ(same.Texts()[0], "205,30 FF00FF bold 1/|X1-X2|=???.? Hz");
+  EXPECT_EQ(same.Texts()[1], "205,50 FF00FF bold |X1-X2|   =0.000s");
+
+  View tiny;  // apart, and yet too near for a text
+  tiny.record.TimeRange = "0.01ps";
+  EXPECT_EQ(tiny.Texts()[0], "205,30 FF00FF bold 1/|X1-X2|=???.? Hz");
+  EXPECT_EQ(tiny.Texts()[1], "205,50 FF00FF bold |X1-X2|   =");
+
+  View rounded;  // 13.3333 us: the frequency is that of the text
+  rounded.cursors.X2Base = rounded.cursors.X1Base + 1.0 / 3;
+  EXPECT_EQ(rounded.Texts()[0], "205,30 FF00FF bold 1/|X1-X2|=75.02KHz");
+
+  View marked;
+  marked.record.CH1Range = ">5V";
+  marked.record.CH2Range = "";
+  EXPECT_EQ(marked.Texts()[2], "205,70 FFFF00 bold |Y1-Y2|  =0.0mV");
+  EXPECT_EQ(marked.Texts()[3], "205,90 00FFFF bold ");
+}
+
+TEST(DrawCursors, ACursorBeyondTheGridIsDrawnAndMeasuredAtTheClamp) {
+  View view(2.0);
+  view.cursors.X1Base = -50;
+  view.cursors.X2Base = 1000;
+  view.cursors.Y1Base = -1;
+  view.cursors.Y2Base = 400;
+  view.Texts();
+  EXPECT_EQ(view.cursors.X1Pos, 27);
+  EXPECT_EQ(view.cursors.X2Pos, 623);
+  EXPECT_EQ(view.cursors.Y1Pos, 27);
+  EXPECT_EQ(view.cursors.Y2Pos, 423);
+  EXPECT_EQ(view.cursors.X2Base, 1000) << "the base stays";
+  EXPECT_EQ(view.Texts()[1], "475,50 FF00FF bold |X1-X2|   =11.92ms");
+}
+
+TEST(SeizeCursors, TakesWhatIsWithinThreePixels) {
+  struct Row {
+    const char* name;
+    bool xOn;
+    bool yOn;
+    Point mouse;  // cursors stand at 75 and 275 across, 75 and 175 down
+    const char* seized;
+    MousePointer hover;
+  };
+  const Row rows[] = {
+      {"neither pair is on", false, false, {75, 75}, "", MousePointer::Arrow},
+      {"just within reach", true, false, {277.9, 100}, "X2 ", MousePointer::WestEast},
+      {"just out of reach", true, false, {278, 100}, "", MousePointer::Arrow},
+      {"the other pair is off", true, false, {100, 75}, "", MousePointer::Arrow},
+      {"one of each pair", true, true, {75, 175}, "X1 Y2 ", MousePointer::NorthSouth},
+      {"seized off the grid, though an arrow", true, true, {75, 20}, "X1 ", MousePointer::Arrow},
+      {"left of the grid", false, true, {25, 75}, "Y1 ", MousePointer::Arrow},
+      {"just inside the grid", false, true, {25.5, 75}, "Y1 ", MousePointer::NorthSouth},
+  };
+  for (const Row& row : rows) {
+    View view;
+    view.Texts();
+    WaveCursors& cursors = view.cursors;
+    cursors.CursorXOn = row.xOn;
+    cursors.CursorYOn = row.yOn;
+    EXPECT_EQ(PointerOver(cursors, row.mouse, 1.0), row.hover) << row.name;
+    SeizeCursors(cursors, row.mouse);
+    std::string seized = cursors.DragX1 ? "X1 " : "";
+    if (cursors.DragX2) seized += "X2 ";
+    if (cursors.DragY1) seized += "Y1 ";
+    if (cursors.DragY2) seized += "Y2 ";
+    EXPECT_EQ(seized, row.seized) << row.name;
+  }
+}
+
+TEST(DragCursor, HoldsOneCursorAcrossBeforeOneDown) {
+  View view(2.0);
+  WaveCursors& cursors = view.cursors;
+  cursors.X2Base = cursors.X1Base;
+  view.Texts();
+  SeizeCursors(cursors, {125, 125});
+  EXPECT_TRUE(DragCursor(cursors, {225, 325}, 2.0));
+  EXPECT_EQ(cursors.X1Base, 100) << "the first of two on one pixel";
+  EXPECT_EQ(cursors.X2Base, 50);
+  EXPECT_EQ(cursors.Y1Base, 50) << "held too, and yet not moved";
+  EXPECT_EQ(PointerOver(cursors, {0, 0}, 2.0), MousePointer::WestEast);
+  ReleaseCursors(cursors);
+  EXPECT_FALSE(DragCursor(cursors, {400, 400}, 2.0));
+
+  view.Texts();
+  SeizeCursors(cursors, {50, 325});
+  EXPECT_TRUE(DragCursor(cursors, {50, 126}, 2.0));
+  EXPECT_EQ(cursors.Y2Base, 50) << "101 / 2, a tie, to even";
+  DragCursor(cursors, {50, 1e6}, 2.0);
+  EXPECT_EQ(cursors.Y2Base, 50) << "beyond 16 bits";
+}
+
+}  // namespace
+}  // namespace oriolemark

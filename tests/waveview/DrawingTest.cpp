@@ -1,0 +1,284 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "support/RecordingCanvas.h"
+#include "waveview/DrawGrid.h"
+#include "waveview/DrawStatus.h"
+#include "waveview/DrawTraces.h"
+
+namespace oriolemark {
+namespace {
+
+using Calls = RecordingCanvas::Calls;
+
+WaveSurface On(Canvas& canvas, double zoom, bool colorOn = true) {
+  return {canvas, zoom, ColorsOf(colorOn)};
+}
+
+TEST(DrawScrGrid, DrawsFrameTicksAndBrandInOrder) {
+  RecordingCanvas canvas;
+  DrawScrGrid(On(canvas, 1.0), GridDots::Hidden);
+  EXPECT_EQ(canvas.calls.front(), "clear 000000");
+  EXPECT_EQ(canvas.CallsOf("line "),
+            (Calls{"25,25 325,25 C0C0C0 width 2", "25,25 25,225 C0C0C0 width 2",
+                   "25,225 325,225 C0C0C0 width 2", "325,225 325,25 C0C0C0 width 2",
+                   "25,125 325,125 C0C0C0", "175,25 175,225 C0C0C0"}));
+  EXPECT_EQ(canvas.calls.back(), "text 25,10 FF8000 bold TAVIK");
+}
+
+TEST(DrawScrGrid, TicksThickenWithTheZoomAndDotsDoNotDependOnIt) {
+  constexpr int kRound = 4 * (61 + 13) + 4 * (41 + 9);  // short and long ticks, rows and columns
+  constexpr int kGridDots = 9 * 61 + 13 * 41;
+  const std::pair<double, int> rounds[] = {{0.01, 0}, {0.75, 0}, {0.99, 0}, {1.0, 1},
+                                           {1.19, 2}, {1.5, 6},  {2.0, 11}, {5.0, 41}};
+  for (const auto& [zoom, count] : rounds) {
+    RecordingCanvas canvas;
+    DrawScrGrid(On(canvas, zoom), GridDots::Hidden);
+    EXPECT_EQ(canvas.CallsOf("pixel").size(), count * kRound) << zoom;
+    DrawScrGrid(On(canvas, zoom), GridDots::Shown);
+    EXPECT_EQ(canvas.CallsOf("pixel").size(), count * kRound + kGridDots) << zoom;
+  }
+}
+
+TEST(DrawScrGrid, TicksStandUnevenlyOffTheirLines) {
+  RecordingCanvas canvas;
+  DrawScrGrid(On(canvas, 1.0, false), GridDots::Hidden);
+  // A long tick every 25 units, a short one every 5.
+  const Calls set{"50,26",  "50,27",  "50,123", "50,124", "50,126", "50,127", "50,222",
+                  "50,223", "26,50",  "27,50",  "173,50", "174,50", "176,50", "177,50",
+                  "322,50", "323,50", "55,26",  "55,124", "55,126", "55,223", "26,55",
+                  "174,55", "176,55", "323,55", "25,26",  "325,26", "26,25",  "26,225"};
+  const Calls unset{"55,27", "55,222", "27,55", "322,55", "53,26", "50,224", "50,28", "330,26"};
+  const Calls ticks = canvas.CallsOf("pixel ");
+  const auto count = [&ticks](const std::string& at) {
+    return std::count(ticks.begin(), ticks.end(), at + " 000000");
+  };
+  for (const std::string& at : set) EXPECT_EQ(count(at), 1) << at;
+  for (const std::string& at : unset) EXPECT_EQ(count(at), 0) << at;
+}
+
+// Samples 1, 2, 3, ... hold the rows 1, 2, 3, ... up to 190, again and again.
+SampleArray Saw() {
+  SampleArray samples;
+  for (int i = 1; i <= kLastSample; ++i) samples.Store(i, 1 + (i - 1) % 190);
+  return samples;
+}
+
+TEST(DrawTrace, TheCountSpreadsTheSamplesAndIsNoLimit) {
+  struct Row {
+    int count;
+    std::size_t lines;
+    const char* last;
+  };
+  constexpr int kMost = std::numeric_limits<int>::max();
+  const Row rows[] = {
+      {0, 1, "25,26 26,27 000000"},
+      {-5, 1, "25,26 26,27 000000"},
+      {-kMost - 1, 1, "25,26 26,27 000000"},
+      {1, 2, "26,27 26,28 000000"},  // the walk starts at point 2 again, with sample 3
+      {100, 101, "320,126 323,127 000000"},
+      {600, 600, "324.5,55 325,56 000000"},
+      {1000, 998, "324.5,73 324.8,74 000000"},
+      {kMost, 16999, "26.002374314,114 26.002374453,115 000000"},  // ends with the array
+  };
+  for (const Row& row : rows) {
+    for (const double zoom : {1.0, 0.013, 3.7}) {
+      RecordingCanvas canvas;
+      DrawTrace(On(canvas, zoom), Saw(), row.count);
+      ASSERT_EQ(canvas.calls.size(), row.lines) << row.count << " at " << zoom;
+      if (zoom == 1.0) {
+        EXPECT_EQ(canvas.calls.back(), std::string("line ") + row.last) << row.count;
+      }
+    }
+  }
+}
+
+TEST(DrawScanTrace, TheGapIsBlankWithBothItsEnds) {
+  // With 6 samples on the screen the steps stand at 1, 51, 101, 151, 201 and 251 units.
+  const Calls lines{"-24,27 26,28",  "26,28 76,29",   "76,29 126,30",
+                    "126,30 176,31", "176,31 226,32", "226,32 276,33"};
+  struct Row {
+    int start;
+    int width;
+    const char* drawn;  // of these lines
+  };
+  const Row rows[] = {{-10, 0, "######"}, {51, 50, "#..###"}, {52, 48, "######"},
+                      {151, 0, "###.##"}, {0, 300, "......"}, {251, 100, "#####."},
+                      {60, -5, "######"}};
+  for (const Row& row : rows) {
+    RecordingCanvas canvas;
+    DrawScanTrace(On(canvas, 1.0), Saw(), 6, row.start, row.width);
+    Calls expected{"25,26 26,27 000000"};
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      if (row.drawn[i] == '#') expected.push_back(lines[i] + " 000000");
+    }
+    EXPECT_EQ(canvas.CallsOf("line "), expected) << row.start << " + " << row.width;
+    canvas.calls.clear();
+    DrawScanTrace(On(canvas, 0.77), Saw(), 6, row.start, row.width);
+    EXPECT_EQ(canvas.calls.size(), expected.size()) << "the zoom changes no comparison";
+  }
+}
+
+TEST(DrawXYDots, ByteZeroLiesAtTheRightAndTheLastSampleIsNotDrawn) {
+  SampleArray ch1;
+  SampleArray ch2;
+  ch1.Store(1, -26);
+  ch2.Store(1, 100);
+  ch1.Store(2, 229);
+  RecordingCanvas canvas;
+  DrawXYDots(On(canvas, 2.0), ch1, ch2, 3);
+  EXPECT_EQ(canvas.calls, (Calls{"pixel 575,225 000000", "pixel 65,25 000000"}));
+  constexpr int kMost = std::numeric_limits<int>::max();
+  for (const auto& [count, dots] : {std::pair(1, 0), {0, 0}, {-kMost - 1, 0}, {kMost, 17000}}) {
+    canvas.calls.clear();
+    DrawXYDots(On(canvas, 1.0), ch1, ch2, count);
+    EXPECT_EQ(canvas.calls.size(), dots) << count;
+  }
+}
+
+TEST(DrawChannelStatus, TheMarkerStandsAtTheGroundLevelInsideTheGrid) {
+  const std::pair<const char*, const char*> digits[] = {
+      {"4.00div", ""},       {"-4.00div", ""},   {"-99div", ""},    {"3.96div", "10,20"},
+      {"0.00div", "10,119"}, {"1div", "10,94"},  {"div", "10,119"}, {"4", "10,119"},
+      {"", "10,119"},        {"x4div", "10,119"}};
+  for (const auto& [offset, digit] : digits) {
+    RecordingCanvas canvas;
+    DrawChannelStatus(On(canvas, 1.0), "CH2", offset, "5V");
+    Calls texts;
+    if (*digit != '\0')
+      texts = {digit + std::string(" 000000 plain 2"), "100,229 000000 bold CH2 5V"};
+    EXPECT_EQ(canvas.CallsOf("text "), texts) << offset;
+    EXPECT_EQ(canvas.CallsOf("line ").empty(), texts.empty()) << offset;
+  }
+}
+
+TEST(DrawChannelStatus, DrawsFlagDigitAndRange) {
+  RecordingCanvas canvas;
+  DrawChannelStatus(On(canvas, 2.0), "CH1", "2.00div", "1.00V");
+  EXPECT_EQ(canvas.calls, (Calls{"line 6,120 18,120 000000", "line 18,120 23,125 000000",
+                                 "line 23,125 18,130 000000", "line 18,130 6,130 000000",
+                                 "line 6,130 6,120 000000", "text 10,119 000000 plain 1",
+                                 "text 25,433 000000 bold CH1 1.00V"}));
+}
+
+TEST(DrawTimeStatus, TriggerMarksStandInsideTheGridOnly) {
+  struct Row {
+    const char* timeBase;
+    const char* delay;
+    const char* tag;  // where the "T" stands, empty without marks
+  };
+  const Row rows[] = {{"1ms", "0.0000s", "172,31"},
+                      {"1ms", "2ms", "122,31"},
+                      {"1ms", "-5.99ms", "321.75,31"},
+                      {"1ms", "6ms", ""},
+                      {"1ms", "-6ms", ""},
+                      {"0s", "1ms", ""},
+                      {"0s", "0s", ""},
+                      {"", "1ms", ""},
+                      {"1ms", "", "172,31"},
+                      {"1ms", ">1s", "172,31"}};
+  for (const Row& row : rows) {
+    RecordingCanvas canvas;
+    DrawTimeStatus(On(canvas, 1.0), row.timeBase, row.delay);
+    Calls texts{"225,229 FF8000 plain Delay:" + std::string(row.delay),
+                "175,229 FFFFFF bold " + std::string(row.timeBase)};
+    const bool marked = *row.tag != '\0';
+    if (marked) texts.insert(texts.begin(), std::string(row.tag) + " FF8000 plain T");
+    EXPECT_EQ(canvas.CallsOf("text "), texts) << row.timeBase << " " << row.delay;
+    EXPECT_EQ(canvas.CallsOf("line ").size(), marked ? 8 : 0) << row.delay;
+  }
+}
+
+TEST(DrawTimeStatus, ATagWithNoDelayHangsUnderTheCentreMark) {
+  RecordingCanvas canvas;
+  DrawTimeStatus(On(canvas, 2.0, false), "10.00us", "0.0000s");
+  EXPECT_EQ(canvas.CallsOf("line "),
+            (Calls{"321,26 329,26 000000", "329,26 325,30 000000", "325,30 321,26 000000",
+                   "321,30 329,30 000000", "329,30 329,40 000000", "329,40 325,44 000000",
+                   "325,44 321,40 000000", "321,40 321,30 000000"}));
+}
+
+// A record whose traces are one line each: to the rows 10 and 11, 20 and 21.
+WaveRecord Record() {
+  WaveRecord record;
+  record.HasData = record.IsYT = true;
+  record.Channels = 3;
+  record.CH1Offset = record.CH2Offset = "5.00div";
+  record.CH1Range = "1.00V";
+  record.CH2Range = "2mV";
+  record.TimeRange = "1ms";
+  record.TriggerDelay = "1s";
+  int row = 10;
+  for (SampleArray* trace : {&record.CH1Data, &record.CH1Min}) trace->Store(2, row++);
+  row = 20;
+  for (SampleArray* trace : {&record.CH2Data, &record.CH2Min}) trace->Store(2, row++);
+  return record;
+}
+
+TEST(DrawOSC, TracesFollowInOrderOfChannelsMaximumFirst) {
+  struct Row {
+    int channels;
+    bool envelope;
+    bool scan;
+    Calls lines;
+  };
+  const std::string ch1 = "25,25 26,35 FFFF00";
+  const std::string ch1Min = "25,25 26,36 FFFF00";
+  const std::string ch2 = "25,25 26,45 00FFFF";
+  const std::string ch2Min = "25,25 26,46 00FFFF";
+  const Row rows[] = {{3, true, false, {ch1, ch1Min, ch2, ch2Min}},
+                      {3, true, true, {ch1, ch2}},  // a rolling display has no envelope
+                      {1, true, false, {ch1, ch1Min}},
+                      {2, false, false, {ch2}},
+                      {0, true, false, {}},
+                      {7, true, false, {}}};
+  for (const Row& row : rows) {
+    WaveRecord record = Record();
+    record.Channels = row.channels;
+    record.Envelope = row.envelope;
+    record.IsScan = row.scan;
+    RecordingCanvas canvas;
+    DrawOSC(On(canvas, 1.0), record);
+    EXPECT_EQ(canvas.CallsOf("line "), row.lines) << row.channels;
+    EXPECT_EQ(canvas.CallsOf("text ").size(), 2) << "delay and time base";
+  }
+}
+
+TEST(DrawOSC, XYHasDotsAndItsOwnTextsOnly) {
+  WaveRecord record = Record();
+  record.IsYT = false;
+  record.Count = 3;
+  RecordingCanvas canvas;
+  DrawOSC(On(canvas, 1.0), record);
+  EXPECT_EQ(canvas.calls,
+            (Calls{"pixel 274,25 00FF00", "pixel 264,45 00FF00", "text 135,10 00FF00 bold X-Y Mode",
+                   "text 25,229 FFFF00 bold CH1 1.00V", "text 100,229 00FFFF bold CH2 2mV"}));
+}
+
+TEST(DrawOSC, BlackOnWhiteIsBlackThroughoutAndNoDataIsNothing) {
+  WaveRecord record = Record();
+  record.CH1Offset = record.CH2Offset = "0div";
+  record.TriggerDelay = "0s";
+  for (const bool isYT : {true, false}) {
+    record.IsYT = isYT;
+    record.HasData = true;
+    RecordingCanvas canvas;
+    DrawScrGrid(On(canvas, 1.0, false), GridDots::Shown);
+    EXPECT_EQ(canvas.calls.front(), "clear FFFFFF");
+    DrawOSC(On(canvas, 1.0, false), record);
+    for (std::size_t i = 1; i < canvas.calls.size(); ++i) {
+      ASSERT_NE(canvas.calls[i].find(" 000000"), std::string::npos) << canvas.calls[i];
+    }
+    const std::size_t drawn = canvas.calls.size();
+    record.HasData = false;
+    DrawOSC(On(canvas, 1.0, false), record);
+    EXPECT_EQ(canvas.calls.size(), drawn) << "earlier contents of the slot stay hidden";
+  }
+}
+
+}  // namespace
+}  // namespace oriolemark
