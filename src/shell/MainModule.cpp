@@ -1,0 +1,52 @@
+#include "shell/MainModule.h"
+
+namespace oriolemark {
+
+MainModule::MainModule(Platform platform)
+    : platform_(std::move(platform)),
+      rs232_(platform_.serial, preferences.link, link_, platform_.waiting, platform_.prompts),
+      gpib_(platform_.gpib, preferences.link, link_, platform_.waiting, platform_.prompts),
+      usb_(platform_.usb, preferences.link, link_, platform_.waiting, platform_.prompts),
+      serialEvents_(platform_.serial, rs232_),
+      scope_(preferences.link, link_, rs232_, gpib_, usb_, platform_.waiting, platform_.prompts),
+      splash(platform_.version),
+      progress(platform_.events, platform_.waiting, platform_.store, link_, transfer_, scope_),
+      about(platform_.prompts, platform_.version),
+      newDoc(docChoice_),
+      openDoc(docChoice_),
+      browser(sheet, platform_.prompts),
+      main({platform_.events, platform_.waiting, platform_.prompts, platform_.store, preferences,
+            link_, transfer_, scope_, platform_.serial, serialEvents_, sheet, browser, controller,
+            about, newDoc, openDoc, docChoice_}),
+      waveReader_({preferences.link, link_, platform_.waiting, scope_, rs232_, gpib_, usb_, sheet,
+                   scratch_, progress.Progressing(), platform_.today}) {
+  browser.files.makeWaveView = [this] { return MakeWaveView(); };
+  progress.procedures.ReadWaveform = [this](const std::string& channel) {
+    waveReader_.ReadWaveform(channel);
+  };
+  progress.procedures.ReadChannelData = [this](const std::string& channel) {
+    waveReader_.ReadChannelData(channel);
+  };
+}
+
+std::unique_ptr<frmWave> MainModule::MakeWaveView() {
+  const RefreshContext refresh{platform_.events, platform_.waiting, platform_.prompts,  link_,
+                               transfer_,        refreshFlags_,     preferences.refresh};
+  auto view = std::make_unique<frmWave>(
+      WaveViewContext{sheet, settings, scratch_, progress, refresh}, platform_.makeCanvas());
+  if (onWaveView) onWaveView(*view);
+  return view;
+}
+
+void MainModule::Main() {
+  splash.Show();
+  splash.Repaint();
+  main.Load();
+  splash.Unload();
+  main.Show();
+  platform_.waiting.WaitUntil([] { return false; });
+  // Every nested wait has unwound: the last steps run now.
+  main.Unload();
+}
+
+}  // namespace oriolemark

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "datasheet/records/TransferScratch.h"
+#include "platform/Calendar.h"
+#include "platform/Canvas.h"
+#include "platform/GpibDriver.h"
+#include "platform/UsbDriver.h"
+#include "shell/frmMain.h"
+#include "shell/frmSplash.h"
+#include "transfers/WaveReader.h"
+#include "transfers/frmPrgress.h"
+#include "waveview/frmWave.h"
+
+namespace oriolemark {
+
+// The system below the program.
+struct Platform {
+  EventSource& events;
+  Waiting& waiting;
+  Prompts& prompts;
+  SettingsStore& store;
+  SerialPort& serial;
+  GpibDriver& gpib;
+  UsbDriver& usb;
+  ShortDate today;
+  std::function<std::unique_ptr<Canvas>()> makeCanvas;
+  std::string version;  // major.minor.revision
+};
+
+// The whole program without its toolkit: owns every record and every window, and wires them.
+class MainModule {
+ public:
+  explicit MainModule(Platform platform);
+
+  // From the splash to the last window. Returns when the program has ended in order.
+  void Main();
+
+  // The toolkit's side gives each new wave view its widgets here.
+  std::function<void(frmWave&)> onWaveView;
+
+  // Shared with the windows; declared in the order in which they rest on each other.
+  Preferences preferences;
+  CtrlSettings settings;
+  DataSheet sheet;
+
+ private:
+  std::unique_ptr<frmWave> MakeWaveView();
+
+  Platform platform_;
+  LinkState link_;
+  TransferState transfer_;
+  RefreshFlags refreshFlags_;
+  TransferScratch scratch_;
+  DocChoice docChoice_;
+  RS232Func rs232_;
+  GPIBFunc gpib_;
+  USB_FUNC usb_;
+  SerialEvents serialEvents_;
+  TX5000Cmd scope_;
+
+ public:
+  frmSplash splash;
+  frmPrgress progress;
+  frmAbout about;
+  frmNewDoc newDoc;
+  frmOpenDoc openDoc;
+  frmDataSheetTree browser;
+  frmCtrlList controller;
+  frmMain main;
+
+ private:
+  WaveReader waveReader_;
+};
+
+}  // namespace oriolemark

@@ -1,0 +1,242 @@
+#include "shell/frmMain.h"
+
+#include "link/StringRES.h"
+
+namespace oriolemark {
+namespace {
+
+// Room that the lamps take at the right end of the toolbar, which spans the dock band too.
+constexpr double kIndicatorOffset = 2700;
+constexpr double kDockBand = 3000;
+constexpr const char* kSheetPane = "DataSheet";
+constexpr const char* kControllerPane = "Controller";
+
+// Places of the add buttons, counted from 0.
+constexpr std::size_t kFirstAddPlace = 10;
+constexpr std::size_t kLastAddPlace = 12;
+
+void Toggle(MenuEntry& entry, Control& shown) {
+  entry.SetChecked(!entry.Checked());
+  shown.SetVisible(entry.Checked());
+}
+
+}  // namespace
+
+frmMain::frmMain(MainContext context)
+    : mnuFileNew("&New", [this] { mnuFileNew_Click(); }),
+      mnuFileOpen("&Open...", [this] { mnuFileOpen_Click(); }),
+      mnuFileSaveDataSheet("&Save Data Sheet"),
+      mnuFileSaveCtrlFile("Save C&ontroller"),
+      mnuFileSaveAll("Save A&ll"),
+      mnuFilePageSetup("Page Set&up...", [this] { mnuFilePageSetup_Click(); }),
+      mnuRecentCtrlRoot("&Recent Control File"),
+      mnuRecentSheetRoot("Recen&t Data Sheet File"),
+      mnuFileExit("E&xit", [this] { Close(); }),
+      mnuViewToolbar("&Toolbar", [this] { Toggle(mnuViewToolbar, tbToolBar); }),
+      mnuViewStatusBar("Status &Bar", [this] { Toggle(mnuViewStatusBar, sbrStatus); }),
+      mnuViewController("Show &Controller", [this] { tabDock.ShowPane(kControllerPane); }),
+      mnuViewDataBrowser("Show &Data Browser", [this] { tabDock.ShowPane(kSheetPane); }),
+      mnuToolsConnect("&Connect to Oscilloscope", [this] { context_.scope.ConnectScope(); }),
+      mnuToolsDisconnect("&Disconnect", [this] { context_.scope.DisconnectScope(); }),
+      mnuToolsOptions("&Options...", [this] { mnuToolsOptions_Click(); }),
+      mnuWindowCascade("&Cascade", [this] { onArrange(Arrangement::Cascade); }),
+      mnuWindowTileHorizontal("Tile &Horizontal",
+                              [this] { onArrange(Arrangement::TileHorizontal); }),
+      mnuWindowTileVertical("Tile &Vertical", [this] { onArrange(Arrangement::TileVertical); }),
+      mnuWindowArrangeIcons("&Arrange Icons", [this] { onArrange(Arrangement::ArrangeIcons); }),
+      mnuHelpContents("&Contents"),
+      mnuHelpSearchForHelpOn("&Search For Help On..."),
+      mnuHelpAbout("&About ", [this] { context_.about.ShowModal(context_.waiting); }),
+      picLED_ON("Connection Status-[Connected]"),
+      picLED_OFF("Connection Status-[Disconnected]"),
+      CommTimer(context.events, 2000,
+                [this] {
+                  StatusPanel.SetText("Status: ");
+                  CommTimer.SetEnabled(false);
+                }),
+      TimerInit(context.events, 1, [this] { TimerInit_Timer(); }),
+      TimeOutTimer(context.events, 100,
+                   [this] {
+                     ++context_.link.SerialTicks;
+                     ++context_.link.UsbTicks;
+                     context_.serial.PollLines();
+                   }),
+      // Runs and does nothing: nothing asks for the busy flag.
+      CommBusyTimer(context.events, 200, [] {}),
+      context_(context) {
+  SetCaption(kApplicationTitle);
+  StatusPanel.SetText("Status: ");
+  mnuViewToolbar.SetChecked(true);
+  mnuViewStatusBar.SetChecked(true);
+  mnuRecentCtrlRoot.SetEnabled(false);
+  mnuRecentSheetRoot.SetEnabled(false);
+  picLED_ON.SetVisible(false);
+  onArrange = [](Arrangement) {};
+  BuildToolBar();
+  context_.scope.showIndicator = [this](bool connected) { ShowIndicator(connected); };
+  context_.serialEvents.showStatus = [this](const std::string& text) { ShowStatus(text); };
+  context_.browser.files.setAddButtons = [this](bool enabled) { SetAddButtons(enabled); };
+}
+
+std::vector<frmMain::Menu> frmMain::MenuBar() {
+  return {
+      {"&File",
+       {&mnuFileNew, &mnuFileOpen, nullptr, &mnuFileSaveDataSheet, &mnuFileSaveCtrlFile,
+        &mnuFileSaveAll, nullptr, &mnuFilePageSetup, nullptr, &mnuRecentCtrlRoot,
+        &mnuRecentSheetRoot, nullptr, &mnuFileExit}},
+      {"&View",
+       {&mnuViewToolbar, &mnuViewStatusBar, nullptr, &mnuViewController, &mnuViewDataBrowser}},
+      {"&Tools", {&mnuToolsConnect, &mnuToolsDisconnect, nullptr, &mnuToolsOptions}},
+      {"&Window",
+       {&mnuWindowCascade, &mnuWindowTileHorizontal, &mnuWindowTileVertical,
+        &mnuWindowArrangeIcons}},
+      {"&Help", {&mnuHelpContents, &mnuHelpSearchForHelpOn, nullptr, &mnuHelpAbout}},
+  };
+}
+
+void frmMain::BuildToolBar() {
+  const auto click = [](MenuEntry& entry) { return [&entry] { entry.Click(); }; };
+  FileFunc& files = context_.browser.files;
+  const Tool separator;
+  Tools = {
+      {"New", "New", "New", click(mnuFileNew)},
+      {"Open", "Open", "Open", click(mnuFileOpen)},
+      {"Save", "Save", "Save", click(mnuFileSaveAll)},
+      separator,
+      {"Connect", "Connect to Oscilloscope", "Connect", click(mnuToolsConnect)},
+      {"Disconnect", "Disconnect", "Disconnect", click(mnuToolsDisconnect)},
+      separator,
+      {"Controller", "DSO Controller", "Controller", click(mnuViewController)},
+      {"DataBrowser", "Data Browser", "DataSheet", click(mnuViewDataBrowser)},
+      separator,
+      {"AddNewWaveform", "Add new Waveform", "Wave", [&files] { files.AddWaveItem(); }},
+      {"AddNewMeasure", "Add new Measure", "Measure", [&files] { files.AddMeasureItem(); }},
+      {"AddNewData", "Add new Data", "Data", [&files] { files.AddDataItem(); }},
+      separator,
+      {"Options", "Options", "Setting", click(mnuToolsOptions)},
+  };
+  for (std::size_t place = 0; place < kToolPlaces; ++place) {
+    ToolButtons[place].SetClick([this, place] {
+      if (Tools[place].action) Tools[place].action();
+    });
+  }
+}
+
+void frmMain::Form_Load() {
+  context_.transfer.TransferActive = false;
+  CommTimer.SetEnabled(false);
+  context_.link.ScopeConnected = false;
+  context_.sheet.Modified = false;
+  context_.link.CommBusy = false;
+  CommBusyTimer.SetEnabled(true);
+  TimeOutTimer.SetEnabled(true);
+  LoadSoftwareSetting();
+  tabDock.AddPane(kSheetPane, context_.browser);
+  tabDock.AddPane(kControllerPane, context_.controller);
+  tabDock.SetBandWidth(kDockBand);
+  if (context_.preferences.startup.StartupCheckHardware) context_.scope.ConnectScope();
+  TimerInit.SetInterval(1);
+  TimerInit.SetEnabled(true);
+}
+
+void frmMain::LoadSoftwareSetting() {
+  LoadPreferences(context_.store, context_.preferences);
+  Move(context_.preferences.mainWindow);
+}
+
+void frmMain::SaveSoftwareSetting() {
+  context_.preferences.mainWindow = Place();
+  SavePreferences(context_.store, context_.preferences,
+                  Minimised ? WindowRows::Skipped : WindowRows::Written);
+}
+
+void frmMain::TimerInit_Timer() {
+  TimerInit.SetEnabled(false);
+  tabDock.ShowPane(kSheetPane);
+  tabDock.ShowPane(kControllerPane);
+  Form_Resize();
+}
+
+void frmMain::Form_Resize() {
+  indicatorLeft = InnerWidth() + kIndicatorOffset;
+  picLED_ON.NoteMoved();
+  picLED_OFF.NoteMoved();
+}
+
+void frmMain::mnuFileNew_Click() {
+  context_.docChoice.accepted = false;
+  context_.newDoc.ShowModal(context_.waiting);
+  if (!context_.docChoice.accepted) return;
+  switch (context_.docChoice.DocType) {
+    case doc_type::kDataSheet:
+      context_.browser.mnuNewDataSheet_Click();
+      break;
+    case doc_type::kWaveform:
+      context_.browser.files.AddWaveItem();
+      break;
+    case doc_type::kMeasure:
+      context_.browser.files.AddMeasureItem();
+      break;
+    case doc_type::kWaveData:
+      context_.browser.files.AddDataItem();
+      break;
+    default:
+      break;
+  }
+}
+
+void frmMain::mnuFileOpen_Click() {
+  context_.docChoice.accepted = false;
+  context_.openDoc.ShowModal(context_.waiting);
+}
+
+// The link is left down afterwards: the new choices take effect when the user connects again.
+void frmMain::mnuToolsOptions_Click() {
+  context_.docChoice.accepted = false;
+  if (context_.link.ScopeConnected) context_.scope.DisconnectScope();
+}
+
+void frmMain::mnuFilePageSetup_Click() {
+  context_.prompts.ShowPrinterDialog("Page Setup");
+}
+
+void frmMain::ShowStatus(const std::string& text) {
+  StatusPanel.SetText(text);
+  CommTimer.SetEnabled(true);
+}
+
+void frmMain::ShowIndicator(bool connected) {
+  picLED_ON.SetVisible(connected);
+  picLED_OFF.SetVisible(!connected);
+}
+
+void frmMain::SetAddButtons(bool enabled) {
+  for (std::size_t place = kFirstAddPlace; place <= kLastAddPlace; ++place) {
+    ToolButtons[place].SetEnabled(enabled);
+  }
+}
+
+void frmMain::Close() {
+  context_.waiting.BeginClosing();
+}
+
+void frmMain::CloseChildren() {
+  const auto close = [](auto& views) {
+    for (auto& view : views) {
+      if (view) view->Unload();
+    }
+  };
+  close(context_.sheet.WaveViews);
+  close(context_.sheet.MeasureViews);
+  close(context_.sheet.DataViews);
+}
+
+void frmMain::Form_Unload() {
+  CloseChildren();
+  SaveSoftwareSetting();
+  if (context_.link.ScopeConnected) {
+    context_.scope.SendToScope(std::string(kKey) + kLock + kEnable);
+  }
+}
+
+}  // namespace oriolemark

@@ -1,0 +1,130 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "controller/frmCtrlList.h"
+#include "datasheet/DocTypeDialog.h"
+#include "datasheet/frmDataSheetTree.h"
+#include "link/SerialEvents.h"
+#include "link/TX5000Cmd.h"
+#include "platform/Button.h"
+#include "platform/Label.h"
+#include "platform/MenuEntry.h"
+#include "platform/TabDock.h"
+#include "platform/Timer.h"
+#include "shell/Arrangement.h"
+#include "shell/SoftwareSetting.h"
+#include "shell/frmAbout.h"
+
+namespace oriolemark {
+
+// A small picture with a tool tip, shown or hidden.
+class Lamp : public Control {
+ public:
+  explicit Lamp(std::string toolTip) : ToolTip(std::move(toolTip)) {}
+  const std::string ToolTip;
+  // The place of the lamp has changed.
+  void NoteMoved() const { Tell(); }
+};
+
+// What the main window rests on.
+struct MainContext {
+  EventSource& events;
+  Waiting& waiting;
+  Prompts& prompts;
+  SettingsStore& store;
+  Preferences& preferences;
+  LinkState& link;
+  TransferState& transfer;
+  TX5000Cmd& scope;
+  SerialPort& serial;
+  SerialEvents& serialEvents;
+  DataSheet& sheet;
+  frmDataSheetTree& browser;
+  frmCtrlList& controller;
+  frmAbout& about;
+  frmNewDoc& newDoc;
+  frmOpenDoc& openDoc;
+  DocChoice& docChoice;
+};
+
+// The main window: menu, toolbar, status bar, connection indicator, two docked panes, and the only
+// clock of the link.
+class frmMain : public Form {
+ public:
+  explicit frmMain(MainContext context);
+
+  // One menu of the bar: entries in order, null where a separator stands.
+  struct Menu {
+    std::string caption;
+    std::vector<MenuEntry*> entries;
+  };
+  std::vector<Menu> MenuBar();
+
+  // A place of the toolbar; a separator has no key.
+  struct Tool {
+    std::string key;
+    std::string toolTip;
+    std::string image;
+    std::function<void()> action;
+  };
+  static constexpr std::size_t kToolPlaces = 15;
+
+  MenuEntry mnuFileNew, mnuFileOpen, mnuFileSaveDataSheet, mnuFileSaveCtrlFile, mnuFileSaveAll;
+  MenuEntry mnuFilePageSetup, mnuRecentCtrlRoot, mnuRecentSheetRoot, mnuFileExit;
+  MenuEntry mnuViewToolbar, mnuViewStatusBar, mnuViewController, mnuViewDataBrowser;
+  MenuEntry mnuToolsConnect, mnuToolsDisconnect, mnuToolsOptions;
+  MenuEntry mnuWindowCascade, mnuWindowTileHorizontal, mnuWindowTileVertical;
+  MenuEntry mnuWindowArrangeIcons;
+  MenuEntry mnuHelpContents, mnuHelpSearchForHelpOn, mnuHelpAbout;
+
+  Control tbToolBar;
+  Control sbrStatus;
+  Label StatusPanel;                            // the panel with the key "Status"
+  std::vector<Tool> Tools;                      // kToolPlaces of them
+  std::array<Button, kToolPlaces> ToolButtons;  // clicks run the action of their place
+  Lamp picLED_ON;
+  Lamp picLED_OFF;
+  // Left of both lamps in window units, from the left of the room inside the window.
+  double indicatorLeft = 0;
+  TabDock tabDock;
+  Timer CommTimer;
+  Timer TimerInit;
+  Timer TimeOutTimer;
+  Timer CommBusyTimer;
+
+  // The toolkit's side arranges the child windows by this code.
+  std::function<void(Arrangement)> onArrange;
+  // The toolkit's side tells whether the window is an icon.
+  bool Minimised = false;
+
+  void Form_Load() override;
+  void Form_Resize() override;
+
+  // The user closes the window. Returns at once; the program ends when all that runs has ended.
+  void Close();
+
+ protected:
+  void Form_Unload() override;
+
+ private:
+  void LoadSoftwareSetting();
+  void SaveSoftwareSetting();
+  void BuildToolBar();
+  void mnuFileNew_Click();
+  void mnuFileOpen_Click();
+  void mnuToolsOptions_Click();
+  void mnuFilePageSetup_Click();
+  void TimerInit_Timer();
+  void ShowStatus(const std::string& text);
+  void ShowIndicator(bool connected);
+  void SetAddButtons(bool enabled);
+  void CloseChildren();
+
+  MainContext context_;
+};
+
+}  // namespace oriolemark

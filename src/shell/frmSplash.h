@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/Form.h"
+#include "platform/Label.h"
+#include "platform/Prompts.h"
+
+namespace oriolemark {
+
+// Product title, company and version while the program loads.
+class frmSplash : public Form {
+ public:
+  explicit frmSplash(const std::string& version) {
+    SetCaption(kApplicationTitle);
+    lblVersion.SetText("Version " + version);
+  }
+
+  Label lblVersion;
+};
+
+}  // namespace oriolemark
