@@ -1,0 +1,237 @@
+#include "drivers/QtSerialPort.h"
+
+#include <grp.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QElapsedTimer>
+#include <QList>
+#include <QMetaObject>
+#include <QSerialPortInfo>
+#include <QString>
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+#include "drivers/SerialSettings.h"
+
+namespace oriolemark {
+
+namespace {
+
+constexpr std::size_t kReceivedLimit = std::size_t{64} << 20;
+constexpr int kWriteLimit = 10'000;  // ms
+
+struct CountedError {
+  int serial_icounter_struct::*counter;
+  int code;
+};
+
+constexpr std::array kCountedErrors = {
+    CountedError{&serial_icounter_struct::brk, serial_event::kBreak},
+    CountedError{&serial_icounter_struct::frame, serial_event::kFraming},
+    CountedError{&serial_icounter_struct::overrun, serial_event::kOverrun},
+    CountedError{&serial_icounter_struct::buf_overrun, serial_event::kBufferOverflow},
+    CountedError{&serial_icounter_struct::parity, serial_event::kParity},
+};
+
+struct Pin {
+  int mask;
+  int code;
+};
+
+constexpr std::array kPins = {
+    Pin{TIOCM_CTS, serial_event::kCts},
+    Pin{TIOCM_DSR, serial_event::kDsr},
+    Pin{TIOCM_CAR, serial_event::kCarrier},
+    Pin{TIOCM_RNG, serial_event::kRing},
+};
+
+std::string SystemText(int error) {
+  return std::generic_category().message(error);
+}
+
+std::string GroupOf(const std::string& path) {
+  struct stat status = {};
+  if (::stat(path.c_str(), &status) == 0 && status.st_gid != 0) {
+    if (const auto* const entry = ::getgrgid(status.st_gid)) return entry->gr_name;
+  }
+  return "dialout";
+}
+
+// 0 once the line takes more bytes, an error number where it does not within `limit` ms.
+int AwaitRoom(int handle, qint64 limit) {
+  pollfd line = {.fd = handle, .events = POLLOUT, .revents = 0};
+  const int ready = ::poll(&line, 1, static_cast<int>(std::max<qint64>(limit, 0)));
+  if (ready == 0) return ETIMEDOUT;
+  if (ready < 0) return errno == EINTR ? 0 : errno;
+  return (line.revents & POLLOUT) != 0 ? 0 : EIO;
+}
+
+// Past the toolkit's own buffer: that one takes a full line for a device that has gone.
+int WriteAll(int handle, std::string_view bytes) {
+  QElapsedTimer clock;
+  clock.start();
+  while (!bytes.empty()) {
+    const auto count = ::write(handle, bytes.data(), bytes.size());
+    if (count > 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(count));
+    } else if (count == 0 || errno == EAGAIN) {
+      if (const int error = AwaitRoom(handle, kWriteLimit - clock.elapsed())) return error;
+    } else if (errno != EINTR) {
+      return errno;
+    }
+  }
+  return 0;
+}
+
+}  // namespace
+
+QtSerialPort::QtSerialPort(DevicePath devicePath) : devicePath_(std::move(devicePath)) {
+  QObject::connect(&port_, &QSerialPort::readyRead, [this] { TakeReceived(); });
+  QObject::connect(&port_, &QSerialPort::errorOccurred,
+                   [this](QSerialPort::SerialPortError error) { NoteError(error); });
+}
+
+QtSerialPort::~QtSerialPort() {
+  port_.disconnect();
+  Close();
+}
+
+void QtSerialPort::Close() {
+  state_ = State::Closed;
+  if (port_.isOpen()) port_.close();
+  received_.clear();
+  counters_.reset();
+  pins_.reset();
+}
+
+std::string QtSerialPort::FindPath() const {
+  std::string path = devicePath_ ? devicePath_(number_) : std::string();
+  if (!path.empty()) return path;
+  const auto listed = QSerialPortInfo::availablePorts();
+  if (number_ < 1 || number_ > listed.size()) return {};
+  return listed[number_ - 1].systemLocation().toStdString();
+}
+
+std::string QtSerialPort::OpenFailure(const std::string& path) const {
+  const std::string text = port_.errorString().toLatin1().toStdString();
+  const std::string shown = QString::fromStdString(path).toLatin1().toStdString();
+  switch (port_.error()) {
+    case QSerialPort::DeviceNotFoundError:
+      return text + "\nCOM" + std::to_string(number_) + " stands for " + shown + ".";
+    case QSerialPort::PermissionError:
+      // The same error tells of a missing right and of another program's lock.
+      if (::access(path.c_str(), R_OK | W_OK) == 0) {
+        return text + "\nAnother program is using " + shown + ".";
+      }
+      return text + "\nAdd yourself to the group " + GroupOf(path) + ", which may use " + shown +
+             ", and log in again.";
+    default:
+      return text;
+  }
+}
+
+std::optional<std::string> QtSerialPort::Open() {
+  Close();
+  const auto settings = ParseSerialSettings(settings_);
+  if (!settings) return SystemText(EINVAL) + "\nNo serial line can be set to " + settings_ + ".";
+  const auto path = FindPath();
+  if (path.empty()) {
+    return SystemText(ENOENT) + "\nNo serial device was found for COM" + std::to_string(number_) +
+           ".";
+  }
+  port_.setPortName(QString::fromStdString(path));
+  const bool set = port_.setBaudRate(settings->baudRate) && port_.setParity(settings->parity) &&
+                   port_.setDataBits(settings->dataBits) && port_.setStopBits(settings->stopBits) &&
+                   port_.setFlowControl(QSerialPort::NoFlowControl);
+  if (!set || !port_.open(QIODevice::ReadWrite)) {
+    auto failure = OpenFailure(path);
+    Close();
+    return failure;
+  }
+  port_.clear();
+  state_ = State::Open;
+  counters_ = ReadCounters();
+  pins_ = ReadPins();
+  return std::nullopt;
+}
+
+std::optional<std::string> QtSerialPort::Write(std::string_view bytes) {
+  if (state_ == State::Vanishing || state_ == State::Vanished) return SystemText(EIO);
+  if (state_ == State::Closed) return SystemText(EBADF);
+  const int error = WriteAll(port_.handle(), bytes);
+  if (error == 0) return std::nullopt;
+  return SystemText(error);
+}
+
+std::string QtSerialPort::Read() {
+  return std::exchange(received_, {});
+}
+
+void QtSerialPort::TakeReceived() {
+  const auto bytes = port_.readAll();
+  if (state_ != State::Open || bytes.isEmpty()) return;
+  const auto room = kReceivedLimit - received_.size();
+  const auto count = std::min(room, static_cast<std::size_t>(bytes.size()));
+  received_.append(bytes.constData(), count);
+  if (count < static_cast<std::size_t>(bytes.size())) Raise(serial_event::kBufferOverflow);
+  Raise(serial_event::kReceive);
+}
+
+void QtSerialPort::NoteError(QSerialPort::SerialPortError error) {
+  if (error != QSerialPort::ResourceError || state_ != State::Open) return;
+  state_ = State::Vanishing;
+  // Not from inside the port's own signal; and at once, for it repeats this without a pause.
+  QMetaObject::invokeMethod(
+      &port_, [this] { FinishVanishing(); }, Qt::QueuedConnection);
+}
+
+void QtSerialPort::FinishVanishing() {
+  // Meanwhile closed, or opened anew.
+  if (state_ != State::Vanishing) return;
+  state_ = State::Vanished;
+  port_.close();
+  Raise(serial_event::kVanished);
+}
+
+std::optional<serial_icounter_struct> QtSerialPort::ReadCounters() {
+  serial_icounter_struct counters = {};
+  if (::ioctl(port_.handle(), TIOCGICOUNT, &counters) != 0) return std::nullopt;
+  return counters;
+}
+
+std::optional<int> QtSerialPort::ReadPins() {
+  int pins = 0;
+  if (::ioctl(port_.handle(), TIOCMGET, &pins) != 0) return std::nullopt;
+  return pins;
+}
+
+void QtSerialPort::PollLines() {
+  if (state_ != State::Open) return;
+  // Both are exchanged before the first event: its handler may close the port.
+  const auto oldCounters = counters_;
+  const auto oldPins = pins_;
+  const auto newCounters = counters_ = oldCounters ? ReadCounters() : std::nullopt;
+  const auto newPins = pins_ = oldPins ? ReadPins() : std::nullopt;
+  if (oldCounters && newCounters) {
+    for (const auto& [counter, code] : kCountedErrors) {
+      if ((*newCounters).*counter != (*oldCounters).*counter) Raise(code);
+    }
+  }
+  if (oldPins && newPins) {
+    for (const auto& [mask, code] : kPins) {
+      if (((*newPins ^ *oldPins) & mask) != 0) Raise(code);
+    }
+  }
+}
+
+void QtSerialPort::Raise(int code) {
+  if (onEvent) onEvent(code);
+}
+
+}  // namespace oriolemark

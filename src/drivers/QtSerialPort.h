@@ -1,0 +1,59 @@
+#pragma once
+
+#include <linux/serial.h>
+
+#include <QSerialPort>
+
+#include "platform/SerialPort.h"
+
+namespace oriolemark {
+
+// A serial device of this system. Belongs to the application's thread. Error texts are Latin-1: the
+// system's own words, and where there is one the cure on a second line.
+class QtSerialPort : public SerialPort {
+ public:
+  // Path of the device (UTF-8) that a port number stands for; empty where none is set up.
+  using DevicePath = std::function<std::string(int number)>;
+
+  // Without a path of its own, port 1 is the first serial device that the system lists, and so on.
+  explicit QtSerialPort(DevicePath devicePath);
+  ~QtSerialPort() override;
+
+  bool IsOpen() const override { return state_ == State::Open; }
+  void Close() override;
+  void SetSettings(const std::string& settings) override { settings_ = settings; }
+  void SetPort(int number) override { number_ = number; }
+  // An open port is closed first. Settings and number count from here on.
+  std::optional<std::string> Open() override;
+  // May block while the device's own buffer is full, for 10 s at most, then fails.
+  std::optional<std::string> Write(std::string_view bytes) override;
+  std::string Read() override;
+  void PollLines() override;
+
+ private:
+  // Vanishing: the device has gone and the port is about to be closed. Vanished: it is closed, and
+  // whoever still sends is told so.
+  enum class State { Closed, Open, Vanishing, Vanished };
+
+  std::string FindPath() const;
+  std::string OpenFailure(const std::string& path) const;
+  void TakeReceived();
+  void NoteError(QSerialPort::SerialPortError error);
+  void FinishVanishing();
+  std::optional<serial_icounter_struct> ReadCounters();
+  std::optional<int> ReadPins();
+  void Raise(int code);
+
+  DevicePath devicePath_;
+  std::string settings_ = "9600,n,8,1";
+  int number_ = 1;
+  State state_ = State::Closed;
+  std::string received_;
+  // As last seen; nothing where the device has none.
+  std::optional<serial_icounter_struct> counters_;
+  std::optional<int> pins_;
+  // Last, so that its signals end before what they use.
+  QSerialPort port_;
+};
+
+}  // namespace oriolemark

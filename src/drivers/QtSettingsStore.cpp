@@ -1,0 +1,51 @@
+#include "drivers/QtSettingsStore.h"
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+namespace oriolemark {
+
+namespace {
+
+constexpr const char* kPlainSection = "General";
+
+// An unquoted comma, as a user's editor leaves it, makes a list of what was one text.
+std::optional<std::string> TextOf(const QVariant& value) {
+  if (!value.isValid()) return std::nullopt;
+  if (value.typeId() == QMetaType::QStringList) {
+    return value.toStringList().join(QLatin1Char(',')).toUtf8().toStdString();
+  }
+  if (!value.canConvert<QString>()) return std::nullopt;
+  return value.toString().toUtf8().toStdString();
+}
+
+QString PathOf(const std::string& section, const std::string& key) {
+  return QString::fromStdString(section) + QLatin1Char('/') + QString::fromStdString(key);
+}
+
+}  // namespace
+
+QtSettingsStore::QtSettingsStore()
+    : settings_(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Oriolemark"),
+                QStringLiteral("Oriolemark")) {
+  settings_.setFallbacksEnabled(false);
+}
+
+std::optional<std::string> QtSettingsStore::Read(const std::string& section,
+                                                 const std::string& key) {
+  if (key.empty()) return std::nullopt;
+  const auto own = TextOf(settings_.value(PathOf(section, key)));
+  if (own || section != kPlainSection) return own;
+  // A [General] written by hand reads as keys without a section; our own one is [%General].
+  return TextOf(settings_.value(QString::fromStdString(key)));
+}
+
+void QtSettingsStore::Write(const std::string& section, const std::string& key,
+                            const std::string& value) {
+  if (key.empty()) return;
+  settings_.setValue(PathOf(section, key), QString::fromStdString(value));
+  settings_.sync();
+}
+
+}  // namespace oriolemark

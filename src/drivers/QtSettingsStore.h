@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QSettings>
+
+#include "platform/SettingsStore.h"
+
+namespace oriolemark {
+
+// The INI file Oriolemark/Oriolemark.ini in the user's configuration folder. Texts are the bytes of
+// UTF-8.
+class QtSettingsStore : public SettingsStore {
+ public:
+  QtSettingsStore();
+  std::optional<std::string> Read(const std::string& section, const std::string& key) override;
+  void Write(const std::string& section, const std::string& key, const std::string& value) override;
+
+ private:
+  QSettings settings_;
+};
+
+}  // namespace oriolemark

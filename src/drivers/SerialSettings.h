@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QSerialPort>
+#include <optional>
+#include <string_view>
+
+namespace oriolemark {
+
+struct SerialSettings {
+  int baudRate = 9600;
+  QSerialPort::Parity parity = QSerialPort::NoParity;
+  QSerialPort::DataBits dataBits = QSerialPort::Data8;
+  QSerialPort::StopBits stopBits = QSerialPort::OneStop;
+};
+
+// Reads "9600,n,8,1": rate above 0; n, e, o, m or s in either case; 5 to 8; 1, 1.5 or 2. Blanks
+// around a field are skipped. Nothing for any other text.
+std::optional<SerialSettings> ParseSerialSettings(std::string_view text);
+
+}  // namespace oriolemark
