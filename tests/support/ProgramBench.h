@@ -1,0 +1,99 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "shell/MainModule.h"
+#include "simulator/SerialSide.h"
+#include "support/FakeGpib.h"
+#include "support/FakeUsb.h"
+#include "support/RecordingCanvas.h"
+#include "support/RecordingPrompts.h"
+
+namespace oriolemark {
+
+class MemoryStore : public SettingsStore {
+ public:
+  std::optional<std::string> Read(const std::string& section, const std::string& key) override {
+    const auto found = values.find({section, key});
+    return found == values.end() ? std::nullopt : std::optional(found->second);
+  }
+  void Write(const std::string& section, const std::string& key,
+             const std::string& value) override {
+    values[{section, key}] = value;
+  }
+  std::map<std::pair<std::string, std::string>, std::string> values;
+};
+
+// A serial line with the simulated instrument at its end, on the virtual clock.
+class SimulatedSerialPort : public SerialPort {
+ public:
+  SimulatedSerialPort(VirtualClock& clock, tx5000::Instrument& instrument)
+      : clock_(clock), instrument_(instrument), side(instrument) {}
+
+  bool IsOpen() const override { return open_; }
+  void Close() override { open_ = false; }
+  void SetSettings(const std::string&) override {}
+  void SetPort(int) override {}
+  std::optional<std::string> Open() override {
+    open_ = true;
+    arrived_.clear();
+    return std::nullopt;
+  }
+  std::optional<std::string> Write(std::string_view bytes) override {
+    written += bytes;
+    instrument_.Advance(clock_.Now() - lastAdvance_);
+    lastAdvance_ = clock_.Now();
+    for (const tx5000::Chunk& chunk : side.Receive(bytes)) {
+      clock_.After(chunk.after, [this, arriving = chunk.bytes] {
+        arrived_ += arriving;
+        if (onEvent) onEvent(serial_event::kReceive);
+      });
+    }
+    return std::nullopt;
+  }
+  std::string Read() override { return std::exchange(arrived_, {}); }
+  void PollLines() override {}
+
+  std::string written;
+
+ private:
+  VirtualClock& clock_;
+  tx5000::Instrument& instrument_;
+  std::string arrived_;
+  Milliseconds lastAdvance_{0};
+  bool open_ = false;
+
+ public:
+  tx5000::SerialSide side;
+};
+
+// The whole program without its toolkit, linked to the simulated instrument over a serial line, in
+// front of a scripted user.
+struct ProgramBench {
+  ProgramBench() {
+    clock.CloseWhenStuck(waiting);
+    store.values[{"IO Settings", "ScopeIOType"}] = "2";
+    module.onWaveView = [this](frmWave& view) {
+      view.NoteInnerSize(PixelsToUnits(700), PixelsToUnits(500));
+      wave = &view;
+    };
+  }
+
+  VirtualClock clock;
+  Waiting waiting{clock};
+  RecordingPrompts prompts{clock, waiting};
+  MemoryStore store;
+  tx5000::Instrument instrument;
+  SimulatedSerialPort port{clock, instrument};
+  InstrumentScript script;
+  FakeGpib gpib{clock, script};
+  FakeUsb usb{clock, script};
+  MainModule module{{clock, waiting, prompts, store, port, gpib, usb, [] { return "11/21/26"; },
+                     [] { return std::make_unique<RecordingCanvas>(); }, "0.1.0"}};
+  frmWave* wave = nullptr;  // the newest view
+};
+
+}  // namespace oriolemark
