@@ -1,0 +1,191 @@
+#include "desktop/Bind.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPointer>
+#include <QProgressBar>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <algorithm>
+#include <memory>
+
+#include "platform/Rounding.h"
+
+namespace oriolemark {
+namespace {
+
+// Steps of a scroll bar widget to one per cent of its model.
+constexpr double kStepsPerCent = 100;
+
+// Shows the state now, and after each change for as long as the widget exists.
+template <typename Shown, typename Model, typename Show>
+void Follow(Shown& shown, Model& model, Show show) {
+  model.onChanged = [guard = QPointer<Shown>(&shown), show] {
+    if (guard) show();
+  };
+  show();
+}
+
+void ShowCommon(QWidget& widget, const Control& model) {
+  widget.setEnabled(model.Enabled());
+  if (widget.isHidden() == model.Visible()) widget.setVisible(model.Visible());
+}
+
+QStringList ListFromWire(const std::vector<std::string>& texts) {
+  QStringList list;
+  for (const std::string& text : texts) list << FromWire(text);
+  return list;
+}
+
+QStringList Items(const QComboBox& widget) {
+  QStringList list;
+  for (int i = 0; i < widget.count(); ++i) list << widget.itemText(i);
+  return list;
+}
+
+void ShowCombo(QComboBox& widget, const ComboBox& model) {
+  const QSignalBlocker blocker(widget);
+  const QStringList items = ListFromWire(model.Items());
+  if (Items(widget) != items) {
+    widget.clear();
+    widget.addItems(items);
+  }
+  widget.setCurrentIndex(model.ListIndex());
+  const QString text = FromWire(model.Text());
+  if (widget.currentText() != text) widget.setEditText(text);
+  ShowCommon(widget, model);
+}
+
+void ShowOptions(const std::vector<QRadioButton*>& options, QButtonGroup& group,
+                 const OptionGroup& model) {
+  // An exclusive group refuses the state with all options off.
+  group.setExclusive(false);
+  for (std::size_t i = 0; i < options.size(); ++i) {
+    const int index = static_cast<int>(i);
+    const QSignalBlocker blocker(options[i]);
+    options[i]->setChecked(model.IsSelected(index));
+    options[i]->setEnabled(model.Enabled() && model.OptionEnabled(index));
+  }
+  group.setExclusive(true);
+}
+
+}  // namespace
+
+QString FromWire(const std::string& text) {
+  return QString::fromLatin1(text.data(), text.size());
+}
+
+std::string ToWire(const QString& text) {
+  std::string bytes;
+  for (const char32_t code : text.toStdU32String()) {
+    bytes += code < 0x100 ? static_cast<char>(code) : '?';
+  }
+  return bytes;
+}
+
+QRect ToPixels(const UnitRect& place) {
+  return {RoundToInt(UnitsToPixels(place.left)), RoundToInt(UnitsToPixels(place.top)),
+          RoundToInt(UnitsToPixels(place.width)), RoundToInt(UnitsToPixels(place.height))};
+}
+
+UnitRect ToUnits(const QRect& place) {
+  return {.left = PixelsToUnits(place.x()),
+          .top = PixelsToUnits(place.y()),
+          .width = PixelsToUnits(place.width()),
+          .height = PixelsToUnits(place.height())};
+}
+
+void Bind(QWidget& widget, Control& model) {
+  Follow(widget, model, [&] { ShowCommon(widget, model); });
+}
+
+void Bind(QAbstractButton& widget, Button& model) {
+  QObject::connect(&widget, &QAbstractButton::clicked, &widget, [&model] { model.Click(); });
+  Follow(widget, model, [&] { ShowCommon(widget, model); });
+}
+
+void Bind(QCheckBox& widget, CheckBox& model) {
+  QObject::connect(&widget, &QCheckBox::toggled, &widget,
+                   [&model](bool value) { model.SetValue(value); });
+  Follow(widget, model, [&] {
+    const QSignalBlocker blocker(widget);
+    widget.setChecked(model.Value());
+    ShowCommon(widget, model);
+  });
+}
+
+void Bind(const std::vector<QRadioButton*>& options, OptionGroup& model) {
+  if (options.empty()) return;
+  auto* group = std::make_unique<QButtonGroup>(options.front()).release();
+  for (std::size_t i = 0; i < options.size(); ++i) {
+    group->addButton(options[i], static_cast<int>(i));
+  }
+  QObject::connect(group, &QButtonGroup::idToggled, group, [&model](int index, bool on) {
+    if (on) model.Select(index);
+  });
+  Follow(*group, model, [options, group, &model] { ShowOptions(options, *group, model); });
+}
+
+void Bind(QComboBox& widget, ComboBox& model) {
+  widget.setEditable(true);
+  widget.setInsertPolicy(QComboBox::NoInsert);
+  widget.setCompleter(nullptr);
+  QObject::connect(&widget, &QComboBox::activated, &widget,
+                   [&model](int index) { model.SetListIndex(index); });
+  QObject::connect(widget.lineEdit(), &QLineEdit::editingFinished, &widget,
+                   [&] { model.EndEdit(ToWire(widget.currentText())); });
+  Follow(widget, model, [&] { ShowCombo(widget, model); });
+}
+
+void Bind(QScrollBar& widget, ScrollBar& model) {
+  widget.setRange(0, RoundToInt(100 * kStepsPerCent));
+  widget.setSingleStep(RoundToInt(ScrollBar::kLineStep * kStepsPerCent));
+  QObject::connect(&widget, &QScrollBar::valueChanged, &widget,
+                   [&model](int steps) { model.SetValue(steps / kStepsPerCent); });
+  Follow(widget, model, [&] {
+    const QSignalBlocker blocker(widget);
+    widget.setPageStep(std::max(1, RoundToInt(model.PageStep() * kStepsPerCent)));
+    widget.setValue(RoundToInt(model.Value() * kStepsPerCent));
+    widget.setGeometry(ToPixels(model.Place()));
+    ShowCommon(widget, model);
+  });
+}
+
+void Bind(QProgressBar& widget, ProgressBar& model) {
+  widget.setRange(0, RoundToInt(ProgressBar::kMaximum));
+  model.onRefresh = [guard = QPointer<QProgressBar>(&widget)] {
+    if (guard) guard->repaint();
+  };
+  Follow(widget, model, [&] {
+    widget.setValue(RoundToInt(model.Value()));
+    ShowCommon(widget, model);
+  });
+}
+
+void Bind(QAction& action, MenuEntry& model) {
+  QObject::connect(&action, &QAction::triggered, &action, [&model] {
+    model.Click();
+    // The widget has flipped its mark by itself; the model's mark counts.
+    if (model.onChanged) model.onChanged();
+  });
+  Follow(action, model, [&] {
+    action.setText(FromWire(model.Caption()));
+    // Only an entry that has once had a mark keeps the room for one.
+    if (model.Checked()) action.setCheckable(true);
+    action.setChecked(model.Checked());
+    action.setEnabled(model.Enabled());
+    action.setVisible(model.Visible());
+  });
+}
+
+void Name(QWidget& widget, const char* objectName, const QString& accessibleName) {
+  widget.setObjectName(QString::fromLatin1(objectName));
+  widget.setAccessibleName(accessibleName);
+}
+
+}  // namespace oriolemark

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QRect>
+#include <QString>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/Button.h"
+#include "platform/CheckBox.h"
+#include "platform/ComboBox.h"
+#include "platform/Control.h"
+#include "platform/Form.h"
+#include "platform/MenuEntry.h"
+#include "platform/OptionGroup.h"
+#include "platform/ProgressBar.h"
+#include "platform/ScrollBar.h"
+
+class QAbstractButton;
+class QAction;
+class QCheckBox;
+class QComboBox;
+class QProgressBar;
+class QRadioButton;
+class QScrollBar;
+class QWidget;
+
+namespace oriolemark {
+
+// A widget or layout that its parent owns, or will own once it is added to one.
+template <typename Widget, typename... Arguments>
+Widget& Make(Arguments&&... arguments) {
+  return *std::make_unique<Widget>(std::forward<Arguments>(arguments)...).release();
+}
+
+// Text of the core is 8-bit: byte values are Latin-1, and what has no such byte becomes '?'.
+QString FromWire(const std::string& text);
+std::string ToWire(const QString& text);
+
+QRect ToPixels(const UnitRect& place);
+UnitRect ToUnits(const QRect& place);
+
+// Each binding shows the model's state at once and from then on, and hands the user's gestures to
+// the model. A widget may go before its model; a model must outlive the gestures of its widget.
+void Bind(QWidget& widget, Control& model);
+void Bind(QAbstractButton& widget, Button& model);
+void Bind(QCheckBox& widget, CheckBox& model);
+// One radio button an option, in the order of the options.
+void Bind(const std::vector<QRadioButton*>& options, OptionGroup& model);
+// The widget becomes editable, with no completion of its own.
+void Bind(QComboBox& widget, ComboBox& model);
+// Also takes the place of the bar within its parent from the model.
+void Bind(QScrollBar& widget, ScrollBar& model);
+void Bind(QProgressBar& widget, ProgressBar& model);
+void Bind(QAction& action, MenuEntry& model);
+
+// Object name and accessible name: how screen readers and tests find a widget.
+void Name(QWidget& widget, const char* objectName, const QString& accessibleName);
+
+}  // namespace oriolemark

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QDialog>
+
+#include "datasheet/DocTypeDialog.h"
+#include "shell/frmAbout.h"
+#include "shell/frmSplash.h"
+#include "transfers/frmPrgress.h"
+
+namespace oriolemark {
+
+// A window of its own that a form shows and hides; the user's close asks the form.
+class FormDialog : public QDialog {
+ public:
+  FormDialog(Form& form, const char* name, QWidget* parent);
+
+  void reject() override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+
+ private:
+  void ShowForm();
+
+  Form& form_;
+};
+
+class SplashWindow : public FormDialog {
+ public:
+  explicit SplashWindow(frmSplash& form);
+};
+
+class AboutWindow : public FormDialog {
+ public:
+  AboutWindow(frmAbout& form, QWidget* parent);
+};
+
+class DocTypeWindow : public FormDialog {
+ public:
+  DocTypeWindow(DocTypeDialog& form, const char* name, QWidget* parent);
+};
+
+class ProgressWindow : public FormDialog {
+ public:
+  ProgressWindow(frmPrgress& form, QWidget* parent);
+};
+
+}  // namespace oriolemark

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QMainWindow>
+#include <vector>
+
+#include "shell/frmMain.h"
+
+class QLabel;
+class QMdiArea;
+class QMdiSubWindow;
+class QToolBar;
+
+namespace oriolemark {
+
+class frmWave;
+
+// The frame of the program: menus, toolbar with the connection lamps, docked panes, status bar, and
+// the area of the child windows.
+class MainWindow : public QMainWindow {
+ public:
+  MainWindow(frmMain& form, frmDataSheetTree& browser, frmCtrlList& controller);
+
+  // A child window for a new wave view, hidden until the view shows itself.
+  void AddWaveView(frmWave& view);
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void BuildMenus();
+  void BuildToolBar();
+  void AddTool(const frmMain::Tool& tool, Button& model);
+  void AddLamp(const char* name, const QString& picture, Lamp& model);
+  void BuildStatusBar();
+  void AddPanes();
+  QWidget* MakePaneTree(const Form& form);
+  void Follow();
+  void ShowForm();
+  void ApplyPlace();
+  void ShowTime();
+  void Arrange(Arrangement arrangement);
+
+  frmMain& form_;
+  frmDataSheetTree& browser_;
+  frmCtrlList& controller_;
+  QMdiArea& area_;
+  QToolBar& toolBar_;
+  QLabel& date_;
+  QLabel& time_;
+  std::size_t panes_ = 0;  // panes that have their dock
+};
+
+}  // namespace oriolemark

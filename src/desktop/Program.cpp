@@ -1,0 +1,78 @@
+#include "desktop/Program.h"
+
+#include <QApplication>
+#include <QScreen>
+
+#include "desktop/Bind.h"
+#include "desktop/Dialogs.h"
+#include "desktop/Icons.h"
+#include "desktop/MainWindow.h"
+#include "desktop/WavePictureWidget.h"
+#include "drivers/NoGpib.h"
+#include "drivers/NoUsb.h"
+#include "drivers/QtEventSource.h"
+#include "drivers/QtPrompts.h"
+#include "drivers/QtSerialPort.h"
+#include "drivers/QtSettingsStore.h"
+#include "drivers/SystemDate.h"
+
+// The linker drops the pictures of a library unless somebody asks for them; the macro must stand
+// outside every namespace.
+static void LoadPictures() { Q_INIT_RESOURCE(resources); }
+
+namespace oriolemark {
+namespace {
+
+void PrepareApplication(QApplication& application) {
+  LoadPictures();
+  application.setApplicationName(kApplicationTitle);
+  application.setApplicationVersion(ORIOLEMARK_VERSION);
+  application.setWindowIcon(PictureNamed(kApplicationTitle));
+  // The program decides by itself when it has ended.
+  application.setQuitOnLastWindowClosed(false);
+}
+
+}  // namespace
+
+// In the order in which they rest on each other: the windows go first.
+struct Program::Parts {
+  QtEventSource events;
+  Waiting waiting{events};
+  QtPrompts prompts{waiting};
+  QtSettingsStore store;
+  QtSerialPort serial{[this](int number) {
+    return store.Read("Drivers", "COM" + std::to_string(number)).value_or(std::string());
+  }};
+  NoGpib gpib;
+  NoUsb usb;
+  MainModule module{Platform{events, waiting, prompts, store, serial, gpib, usb, SystemShortDate,
+                             MakeRasterCanvas, ORIOLEMARK_VERSION}};
+  SplashWindow splash{module.splash};
+  MainWindow main{module.main, module.browser, module.controller};
+  AboutWindow about{module.about, &main};
+  DocTypeWindow newDoc{module.newDoc, "frmNewDoc", &main};
+  DocTypeWindow openDoc{module.openDoc, "frmOpenDoc", &main};
+  ProgressWindow progress{module.progress, &main};
+};
+
+Program::Program(QApplication& application) {
+  PrepareApplication(application);
+  parts_ = std::make_unique<Parts>();
+  const QSize screen = QGuiApplication::primaryScreen()->size();
+  parts_->module.progress.screenWidth = PixelsToUnits(screen.width());
+  parts_->module.progress.screenHeight = PixelsToUnits(screen.height());
+  parts_->module.onWaveView = [this](frmWave& view) { parts_->main.AddWaveView(view); };
+}
+
+Program::~Program() = default;
+
+MainModule& Program::Module() {
+  return parts_->module;
+}
+
+int Program::Run() {
+  parts_->module.Main();
+  return 0;
+}
+
+}  // namespace oriolemark

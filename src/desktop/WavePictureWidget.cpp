@@ -1,0 +1,111 @@
+#include "desktop/WavePictureWidget.h"
+
+#include <QFont>
+#include <QFontMetrics>
+#include <QImage>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+#include <map>
+
+#include "desktop/Bind.h"
+
+namespace oriolemark {
+namespace {
+
+constexpr int kTextPixels = 11;
+
+QColor ToColor(Color color) {
+  return {color.red, color.green, color.blue};
+}
+
+template <typename Bytes>
+QImage Wrap(Bytes* pixels, int width, int height) {
+  return {pixels, width, height, static_cast<qsizetype>(width) * 4, QImage::Format_RGB32};
+}
+
+QFont PictureFont(bool bold) {
+  QFont font("DejaVu Sans");
+  font.setPixelSize(kTextPixels);
+  font.setBold(bold);
+  font.setStyleStrategy(QFont::NoAntialias);
+  font.setHintingPreference(QFont::PreferFullHinting);
+  return font;
+}
+
+void PaintText(RasterCanvas& canvas, int x, int y, std::string_view text, Color color, bool bold) {
+  QImage image = Wrap(reinterpret_cast<uchar*>(canvas.Pixels()), canvas.Width(), canvas.Height());
+  QPainter painter(&image);
+  painter.setFont(PictureFont(bold));
+  painter.setPen(ToColor(color));
+  painter.drawText(x, y + painter.fontMetrics().ascent(), FromWire(std::string(text)));
+}
+
+}  // namespace
+
+std::unique_ptr<Canvas> MakeRasterCanvas() {
+  return std::make_unique<RasterCanvas>(PaintText);
+}
+
+WavePictureWidget::WavePictureWidget(Picture& picture, Backdrop& backdrop, QWidget* parent)
+    : QWidget(parent), picture_(picture), backdrop_(backdrop) {
+  Name(*this, "WavePic", "Waveform");
+  setMouseTracking(true);
+  setFocusPolicy(Qt::ClickFocus);
+  const QPointer<WavePictureWidget> guard(this);
+  backdrop.onChanged = [guard] {
+    if (!guard) return;
+    guard->setGeometry(ToPixels(guard->backdrop_.Place()));
+    guard->update();
+  };
+  picture.onChanged = [guard] {
+    if (guard) guard->update();
+  };
+  picture.onPointer = [guard] {
+    if (guard) guard->ShowPointer();
+  };
+  backdrop.onChanged();
+}
+
+void WavePictureWidget::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(rect(), ToColor(backdrop_.Background()));
+  const auto* raster = dynamic_cast<const RasterCanvas*>(&picture_.Surface());
+  if (raster == nullptr || raster->Width() == 0 || raster->Height() == 0) return;
+  painter.drawImage(
+      picture_.Left(), picture_.Top(),
+      Wrap(reinterpret_cast<const uchar*>(raster->Pixels()), raster->Width(), raster->Height()));
+}
+
+bool WavePictureWidget::OverPicture(QPointF at) const {
+  return QRectF(picture_.Left(), picture_.Top(), picture_.Width(), picture_.Height()).contains(at);
+}
+
+void WavePictureWidget::mousePressEvent(QMouseEvent* event) {
+  if (!OverPicture(event->position())) return;
+  held_ = true;
+  picture_.MouseDown(event->position().x() - picture_.Left(),
+                     event->position().y() - picture_.Top());
+}
+
+void WavePictureWidget::mouseMoveEvent(QMouseEvent* event) {
+  if (!held_ && !OverPicture(event->position())) return;
+  picture_.MouseMove(event->position().x() - picture_.Left(),
+                     event->position().y() - picture_.Top());
+}
+
+void WavePictureWidget::mouseReleaseEvent(QMouseEvent* event) {
+  if (!held_) return;
+  held_ = event->buttons() != Qt::NoButton;
+  picture_.MouseUp(event->position().x() - picture_.Left(), event->position().y() - picture_.Top());
+}
+
+void WavePictureWidget::ShowPointer() {
+  static const std::map<MousePointer, Qt::CursorShape> kShapes{
+      {MousePointer::Arrow, Qt::ArrowCursor},
+      {MousePointer::WestEast, Qt::SizeHorCursor},
+      {MousePointer::NorthSouth, Qt::SizeVerCursor}};
+  setCursor(kShapes.at(picture_.Pointer()));
+}
+
+}  // namespace oriolemark

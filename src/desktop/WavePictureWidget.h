@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+#include "platform/Picture.h"
+#include "platform/RasterCanvas.h"
+
+namespace oriolemark {
+
+// A raster that draws its texts in the font of the program's pictures.
+std::unique_ptr<Canvas> MakeRasterCanvas();
+
+// Shows a picture inside the area behind it and reports the mouse in pixels of the picture. The
+// picture's pixels are shown as they are and never copied.
+class WavePictureWidget : public QWidget {
+ public:
+  WavePictureWidget(Picture& picture, Backdrop& backdrop, QWidget* parent);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+
+ private:
+  bool OverPicture(QPointF at) const;
+  void ShowPointer();
+
+  Picture& picture_;
+  Backdrop& backdrop_;
+  bool held_ = false;  // a button that went down over the picture keeps the mouse
+};
+
+}  // namespace oriolemark

@@ -1,0 +1,169 @@
+#include "desktop/WaveWindow.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QMdiArea>
+#include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include "desktop/Bind.h"
+#include "desktop/Icons.h"
+#include "desktop/WavePictureWidget.h"
+
+namespace oriolemark {
+namespace {
+
+constexpr QSize kFirstSize(640, 430);
+
+QGroupBox& AddGroup(QWidget& strip, const QString& title) {
+  auto& group = Make<QGroupBox>(title, &strip);
+  auto& layout = Make<QVBoxLayout>(&group);
+  layout.setContentsMargins(4, 2, 4, 2);
+  layout.setSpacing(1);
+  strip.layout()->addWidget(&group);
+  return group;
+}
+
+void AddCheck(QGroupBox& group, const char* name, const QString& text, CheckBox& model) {
+  auto& check = Make<QCheckBox>(text, &group);
+  Name(check, name, text);
+  group.layout()->addWidget(&check);
+  Bind(check, model);
+}
+
+void AddOptions(QGroupBox& group, const char* name, const QStringList& texts, OptionGroup& model) {
+  std::vector<QRadioButton*> options;
+  for (const QString& text : texts) {
+    auto& option = Make<QRadioButton>(text, &group);
+    const QByteArray numbered = QByteArray(name) + QByteArray::number(int(options.size()));
+    Name(option, numbered.constData(), QString(text).replace("&&", "&"));
+    group.layout()->addWidget(&option);
+    options.push_back(&option);
+  }
+  Bind(options, model);
+}
+
+// The button's face is the name of its picture, and nearly its text.
+void ShowFace(QPushButton& button, const Button& model) {
+  const QString face = FromWire(model.Face().empty() ? kRefreshFace : model.Face());
+  button.setIcon(PictureNamed(face));
+  button.setAccessibleName(face);
+  button.setToolTip(face == kRefreshFace ? QString("Refresh (F5)") : face);
+  button.setEnabled(model.Enabled());
+}
+
+void AddRefresh(QGroupBox& group, Button& model) {
+  auto& button = Make<QPushButton>(&group);
+  button.setObjectName("cmdRefresh");
+  button.setIconSize({24, 24});
+  group.layout()->addWidget(&button);
+  Bind(button, model);
+  const QPointer<QPushButton> guard(&button);
+  model.onChanged = [guard, &model] {
+    if (guard) ShowFace(*guard, model);
+  };
+  model.onChanged();
+}
+
+// The controls at the left edge.
+QWidget& MakeStrip(frmWave& form, QWidget* parent) {
+  auto& strip = Make<QWidget>(parent);
+  auto& layout = Make<QVBoxLayout>(&strip);
+  layout.setContentsMargins(3, 3, 3, 3);
+  layout.setSpacing(3);
+  AddRefresh(AddGroup(strip, "Refresh"), form.cmdRefresh);
+  AddOptions(AddGroup(strip, "Display"), "OptionCH", {"CH1", "CH2", "CH1&&2"}, form.OptionCH);
+  QGroupBox& zoom = AddGroup(strip, "Zoom");
+  auto& combo = Make<QComboBox>(&zoom);
+  Name(combo, "ZoomCombo", "Zoom");
+  combo.setMinimumContentsLength(5);
+  zoom.layout()->addWidget(&combo);
+  Bind(combo, form.ZoomCombo);
+  AddCheck(zoom, "BestFitChk", "Best Fit", form.BestFitChk);
+  AddOptions(AddGroup(strip, "Color"), "OptionColor", {"Color", "B&&W"}, form.OptionColor);
+  AddCheck(AddGroup(strip, "Grid"), "GridCheck", "Grid", form.GridCheck);
+  QGroupBox& cursor = AddGroup(strip, "Cursor");
+  AddCheck(cursor, "ChkCursorX", "CursorX", form.ChkCursorX);
+  AddCheck(cursor, "ChkCursorY", "CursorY", form.ChkCursorY);
+  layout.addStretch(1);
+  return strip;
+}
+
+void AddBar(QWidget& parent, const char* name, Qt::Orientation orientation, const QString& text,
+            ScrollBar& model) {
+  auto& bar = Make<QScrollBar>(orientation, &parent);
+  Name(bar, name, text);
+  bar.setFocusPolicy(Qt::StrongFocus);
+  Bind(bar, model);
+}
+
+// The room inside the window.
+class WavePanel : public QWidget {
+ public:
+  explicit WavePanel(frmWave& form) : form_(form), strip_(MakeStrip(form, this)) {
+    Make<WavePictureWidget>(form.WavePic, form.BackPic, this);
+    AddBar(*this, "HScroll", Qt::Horizontal, "Scroll left and right", form.HScroll);
+    AddBar(*this, "VScroll", Qt::Vertical, "Scroll up and down", form.VScroll);
+  }
+
+ protected:
+  void resizeEvent(QResizeEvent*) override {
+    const int stripWidth = strip_.sizeHint().width();
+    strip_.setGeometry(0, 0, stripWidth, height());
+    form_.stripWidth = PixelsToUnits(stripWidth);
+    form_.NoteInnerSize(PixelsToUnits(width()), PixelsToUnits(height()));
+  }
+
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() != Qt::Key_F5) return QWidget::keyPressEvent(event);
+    const bool plain = event->modifiers() == Qt::NoModifier;
+    form_.KeyDown(frmWave::kKeyF5, plain ? frmWave::ShiftKeys::None : frmWave::ShiftKeys::Held);
+  }
+
+ private:
+  frmWave& form_;
+  QWidget& strip_;
+};
+
+}  // namespace
+
+WaveWindow::WaveWindow(frmWave& form) : form_(form) {
+  setAttribute(Qt::WA_DeleteOnClose, false);
+  setObjectName("frmWave");
+  setWindowIcon(PictureNamed("Wave"));
+  setWidget(&Make<WavePanel>(form));
+  resize(kFirstSize);
+  const QPointer<WaveWindow> guard(this);
+  form.onChanged = [guard] {
+    if (guard) guard->ShowForm();
+  };
+  form.onFront = [guard] {
+    if (guard == nullptr || guard->mdiArea() == nullptr) return;
+    guard->raise();
+    guard->mdiArea()->setActiveSubWindow(guard);
+  };
+  form.onRepaint = [guard] {
+    if (guard) guard->repaint();
+  };
+  form.onMoved = [guard] {
+    if (guard) guard->setGeometry(ToPixels(guard->form_.Place()));
+  };
+}
+
+void WaveWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  form_.Unload();
+}
+
+void WaveWindow::ShowForm() {
+  setWindowTitle(FromWire(form_.Caption()));
+  if (isHidden() == form_.Visible()) setVisible(form_.Visible());
+}
+
+}  // namespace oriolemark

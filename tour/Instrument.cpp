@@ -1,0 +1,54 @@
+#include "Instrument.h"
+
+#include <QFile>
+#include <QRegularExpression>
+
+namespace {
+
+constexpr int kPatience = 5000;  // ms
+
+}  // namespace
+
+bool Instrument::Start(const QString& program, const QString& link, const QString& log) {
+  log_ = log;
+  process_.setProcessChannelMode(QProcess::MergedChannels);
+  process_.start(program, {"--link", link, "--log", log, "--seed", "7"});
+  if (!process_.waitForStarted(kPatience) || !process_.waitForReadyRead(kPatience)) return false;
+  return process_.readAll().contains("ready");
+}
+
+QString Instrument::Do(const QString& line) {
+  process_.write(line.toLatin1() + "\n");
+  process_.waitForReadyRead(kPatience);
+  return QString::fromLatin1(process_.readAll()).trimmed();
+}
+
+std::vector<int> Instrument::LastBlock(const QString& request) const {
+  QFile file(log_);
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  std::vector<int> bytes;
+  QByteArray line;
+  bool ours = false;
+  for (const QByteArray& entry : file.readAll().split('\n')) {
+    const qsizetype quote = entry.indexOf('"');
+    if (quote < 2) continue;
+    const QByteArray payload = entry.mid(quote + 1, entry.size() - quote - 2);
+    if (entry[quote - 2] == '>') {
+      ours = payload == request.toLatin1() + "\\r";
+      line.clear();
+    } else if (ours) {
+      line += payload;
+      if (!payload.endsWith("\\n")) continue;
+      bytes.clear();
+      for (const QByteArray& token : line.split(' ')) {
+        if (token.startsWith("0x")) bytes.push_back(token.mid(2).toInt(nullptr, 16));
+      }
+    }
+  }
+  return bytes;
+}
+
+Instrument::~Instrument() {
+  process_.write("quit\n");
+  if (!process_.waitForFinished(kPatience)) process_.kill();
+}
