@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QPixmap>
 #include <QScreen>
 #include <QTest>
@@ -152,7 +153,9 @@ void Tour::AddStops() {
        [this] {
          const QString unknown = instrument_.Do("count");
          Check(unknown == "0", "commands that the instrument did not know: " + unknown);
-         QApplication::activeWindow()->close();
+         for (QWidget* top : QApplication::topLevelWidgets()) {
+           if (qobject_cast<QMainWindow*>(top) != nullptr) top->close();
+         }
        }},
   };
 }
