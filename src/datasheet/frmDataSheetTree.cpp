@@ -8,9 +8,10 @@ constexpr const char* kRootText = "Data Sheet";
 }  // namespace
 
 frmDataSheetTree::frmDataSheetTree(DataSheet& sheet, Prompts& prompts)
-    : files(sheet, DataSheetTree, prompts), sheet_(sheet) {
+    : files(sheet, DataSheetTree, prompts), sheet_(sheet), prompts_(prompts) {
   SetCaption("Data Browser");
   DataSheetTree.doubleClick = [this] { SetActiveForm(); };
+  DataSheetTree.afterLabelEdit = [this](std::string& text) { ChangeFormName(text); };
 }
 
 void frmDataSheetTree::Form_Load() {
@@ -65,22 +66,48 @@ void frmDataSheetTree::CloseAllItems() {
   sheet_.DataCount = 0;
 }
 
-void frmDataSheetTree::SetActiveForm() {
+template <typename Act>
+void frmDataSheetTree::ForSelected(Act act) {
   const TreeNode selected = DataSheetTree.Selected();
-  const auto bringForward = [&](auto& records, int count, auto viewOf) {
+  if (selected == kNoNode) return;
+  const auto visit = [&](auto& records, int count, auto viewOf) {
     for (int slot = 0; slot < count; ++slot) {
-      if (records[static_cast<std::size_t>(slot)].TreeNode != selected) continue;
-      ItemView* view = viewOf(slot);
-      if (view == nullptr) continue;
-      view->SetCaption(DataSheetTree.Text(selected));
-      view->BringToFront();
+      auto& record = records[static_cast<std::size_t>(slot)];
+      if (record.TreeNode == selected) act(record, viewOf(slot));
     }
   };
-  if (selected == kNoNode) return;
-  bringForward(sheet_.Datas, sheet_.DataCount, [this](int slot) { return files.DataView(slot); });
-  bringForward(sheet_.Waves, sheet_.WaveCount, [this](int slot) { return files.WaveView(slot); });
-  bringForward(sheet_.Measures, sheet_.MeasureCount,
-               [this](int slot) { return files.MeasureView(slot); });
+  visit(sheet_.Datas, sheet_.DataCount, [this](int slot) { return files.DataView(slot); });
+  visit(sheet_.Waves, sheet_.WaveCount, [this](int slot) { return files.WaveView(slot); });
+  visit(sheet_.Measures, sheet_.MeasureCount, [this](int slot) { return files.MeasureView(slot); });
+}
+
+void frmDataSheetTree::ChangeFormName(std::string& newText) {
+  const TreeNode selected = DataSheetTree.Selected();
+  if (selected == sheet_.RootNode) {
+    newText = kRootText;
+    prompts_.Show({.text = "Name of Root Can't Change", .icon = MessageIcon::Exclamation});
+    return;
+  }
+  if (selected == sheet_.SheetNode) {
+    sheet_.Title = newText;
+    sheet_.Modified = true;
+    return;
+  }
+  ForSelected([&](auto& record, ItemView* view) {
+    record.Name = newText;
+    sheet_.Modified = true;
+    if (view == nullptr) return;
+    view->SetCaption(record.Name);
+    view->BringToFront();
+  });
+}
+
+void frmDataSheetTree::SetActiveForm() {
+  ForSelected([this](auto& record, ItemView* view) {
+    if (view == nullptr) return;
+    view->SetCaption(DataSheetTree.Text(record.TreeNode));
+    view->BringToFront();
+  });
 }
 
 }  // namespace oriolemark

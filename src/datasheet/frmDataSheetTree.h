@@ -18,6 +18,8 @@ class frmDataSheetTree : public Form {
 
   // A new, empty sheet.
   void mnuNewDataSheet_Click();
+  // Applies the edit of the selected node's label. The root keeps its name.
+  void ChangeFormName(std::string& newText);
   // Brings the view of the selected item forward.
   void SetActiveForm();
 
@@ -26,7 +28,13 @@ class frmDataSheetTree : public Form {
   void CloseAllItems();
   void AddSheetNodes();
 
+  // Calls `act(record, view)` for the items of one kind whose node is selected; the view is null
+  // for a kind without windows.
+  template <typename Act>
+  void ForSelected(Act act);
+
   DataSheet& sheet_;
+  Prompts& prompts_;
   bool sheetModelReady_ = false;  // a sheet has been made since the program started
 };
 

@@ -97,13 +97,18 @@ SplashWindow::SplashWindow(frmSplash& form) : FormDialog(form, "frmSplash", null
   auto& layout = Make<QVBoxLayout>(this);
   layout.setContentsMargins(30, 24, 40, 24);
   QVBoxLayout& column = AddProduct(layout, form.lblVersion);
-  AddLabel(column, "Oscilloscope desktop for the TX5000 family", 9, false);
+  AddLabel(column, "TAVIK TECHNOLOGIES", 9, false);
 }
 
 AboutWindow::AboutWindow(frmAbout& form, QWidget* parent) : FormDialog(form, "frmAbout", parent) {
   auto& layout = Make<QVBoxLayout>(this);
   layout.setSizeConstraint(QLayout::SetFixedSize);
-  AddProduct(layout, form.lblVersion);
+  QVBoxLayout& column = AddProduct(layout, form.lblVersion);
+  AddLabel(column, "Works a TX5000 digital storage oscilloscope from the desktop.", 10, false);
+  AddLabel(layout,
+           "This program comes without warranty of any kind. Check what matters\n"
+           "on the instrument itself.",
+           9, false);
   auto& buttons = Make<QHBoxLayout>();
   layout.addLayout(&buttons);
   buttons.addStretch(1);

@@ -18,7 +18,9 @@
 
 // The linker drops the pictures of a library unless somebody asks for them; the macro must stand
 // outside every namespace.
-static void LoadPictures() { Q_INIT_RESOURCE(resources); }
+static void LoadPictures() {
+  Q_INIT_RESOURCE(resources);
+}
 
 namespace oriolemark {
 namespace {

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QScopeGuard>
 #include <QString>
 #include <memory>
@@ -78,12 +80,23 @@ MessageAnswer QtPrompts::Show(const Message& message) {
     answered = true;
   });
   box->show();
-  waiting_.WaitUntil([&] { return answered || box.isNull(); });
+  waiting_.WaitForUser([&] { return answered || box.isNull(); });
   // Its destruction must not be heard: the answer is given.
   if (!box.isNull()) box->disconnect();
   return answer;
 }
 
-void QtPrompts::ShowPrinterDialog(const std::string&) {}
+void QtPrompts::ShowPrinterDialog(const std::string& title) {
+  if (waiting_.Closing()) return;
+  QPrinter printer;
+  QPrintDialog dialog(&printer);
+  dialog.setWindowTitle(Lines(title));
+  dialog.setWindowModality(Qt::ApplicationModal);
+  bool answered = false;
+  QObject::connect(&dialog, &QDialog::finished, [&answered](int) { answered = true; });
+  dialog.show();
+  waiting_.WaitForUser([&answered] { return answered; });
+  dialog.disconnect();
+}
 
 }  // namespace oriolemark

@@ -39,7 +39,7 @@ void Form::ShowModal(Waiting& waiting) {
   modal_ = true;
   Show();
   // The closing of the program ends the wait with the form still up.
-  if (!waiting.WaitUntil([this] { return !loaded_; })) Unload();
+  if (!waiting.WaitForUser([this] { return !loaded_; })) Unload();
   modal_ = false;
 }
 

@@ -17,6 +17,13 @@ bool Waiting::WaitUntil(const std::function<bool()>& done) {
   return false;
 }
 
+bool Waiting::WaitForUser(const std::function<bool()>& done) {
+  ++userWaits_;
+  const bool held = WaitUntil(done);
+  --userWaits_;
+  return held;
+}
+
 void Waiting::WaitEvents(Milliseconds limit) {
   if (closing_) return;
   ++depth_;

@@ -17,6 +17,10 @@ class Waiting {
   // Serves events, asleep in between, until `done` holds (true) or the program is closing (false).
   bool WaitUntil(const std::function<bool()>& done);
 
+  // The same for an answer of the user, to a window in front of all others: input is served at any
+  // depth, for nothing else could end the wait.
+  bool WaitForUser(const std::function<bool()>& done);
+
   // One turn of the same: at most `limit` asleep. For polls of a device that raises no event.
   void WaitEvents(Milliseconds limit);
 
@@ -33,10 +37,13 @@ class Waiting {
   // From this depth of nested waits on, clicks and keys are held back until it falls.
   static constexpr int kInputDepth = 32;
 
-  UserInput Input() const { return depth_ > kInputDepth ? UserInput::HeldBack : UserInput::Served; }
+  UserInput Input() const {
+    return depth_ > kInputDepth && userWaits_ == 0 ? UserInput::HeldBack : UserInput::Served;
+  }
 
   EventSource& events_;
   int depth_ = 0;
+  int userWaits_ = 0;
   bool closing_ = false;
 };
 

@@ -202,6 +202,8 @@ void frmMain::mnuFilePageSetup_Click() {
 
 void frmMain::ShowStatus(const std::string& text) {
   StatusPanel.SetText(text);
+  // Two seconds from the last event, not from the first.
+  CommTimer.SetEnabled(false);
   CommTimer.SetEnabled(true);
 }
 

@@ -60,18 +60,18 @@ void RefreshLoop::RunAuto() {
          !context_.transfer.TransferActive && !context_.waiting.Closing()) {
     const int interval = context_.settings.RefreshInterval;
     if (interval <= 0) {
-      // No timer ticks without a pause. The next reading follows at once, with events served in
-      // between and a breath for the processor should there be nothing to read.
+      // No timer ticks without a pause: the next reading follows at once. Events are served in
+      // between, with a breath for the processor should there be nothing to read.
+      Read();
       context_.waiting.WaitEvents(Milliseconds(1));
-      if (flags.Of(kind_) && view_.Loaded()) Read();
-      continue;
-    }
-    if (flags.RefreshTick == interval) {
+    } else if (flags.RefreshTick == interval) {
+      // What was changed during the reading is looked at before the next sleep.
       flags.RefreshTick = 0;
       timer2_.SetEnabled(false);
       Read();
+    } else {
+      context_.waiting.WaitEvents(Milliseconds(-1));
     }
-    context_.waiting.WaitEvents(Milliseconds(-1));
   }
 }
 

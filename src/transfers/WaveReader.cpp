@@ -211,14 +211,17 @@ std::string WaveReader::ReadReplyGpib(double base, double total) {
       gpib.GPIBError("Unable to read from device", gpib.Device());
       break;
     }
-    if (gpib.Ended()) {
-      const std::size_t lineEnd = held.find('\n');
-      if (lineEnd != std::string_view::npos) text += held.substr(0, lineEnd);
-      break;
+    const std::size_t lineEnd = held.find('\n');
+    if (!gpib.Ended()) {
+      text += held;
+    } else if (lineEnd != std::string_view::npos) {
+      text += held.substr(0, lineEnd);
     }
-    text += held;
+    // Looked at before events are served: a request made there has a status of its own.
+    const bool ended = gpib.Ended();
     ShowProgress(Percentage(base, total, text.size()));
     context_.waiting.DoEvents();
+    if (ended) break;
   }
   return text;
 }
@@ -245,9 +248,9 @@ std::string WaveReader::ReadReplyUsb(double base, double total) {
     if (chunk.empty()) break;
     const std::size_t lineEnd = chunk.find('\n');
     text += chunk.substr(0, lineEnd);
-    if (lineEnd != std::string::npos) break;
     ShowProgress(Percentage(base, total, text.size()));
     context_.waiting.DoEvents();
+    if (lineEnd != std::string::npos) break;
   }
   return text;
 }

@@ -97,6 +97,40 @@ TEST(WholeProgram, AutoRefreshRestsForTheIntervalAfterEachReadingAndStopsAtAClic
   EXPECT_LE(readings(), whileRunning + 1);
 }
 
+struct RenameRow {
+  const char* name;
+  TreeNode (*node)(const DataSheet&);
+  const char* shown;  // in the tree afterwards
+  bool modified;
+};
+
+const RenameRow kRenames[] = {
+    {"the root keeps its name", [](const DataSheet& sheet) { return sheet.RootNode; }, "Data Sheet",
+     false},
+    {"the sheet", [](const DataSheet& sheet) { return sheet.SheetNode; }, "A \\ B", true},
+    {"a waveform", [](const DataSheet& sheet) { return sheet.Waves[0].TreeNode; }, "A \\ B", true},
+};
+
+TEST(WholeProgram, ALabelEditNamesTheItemAndItsView) {
+  for (const RenameRow& row : kRenames) {
+    SCOPED_TRACE(row.name);
+    ProgramBench bench;
+    bench.clock.UserAfter(Ms(100), [&] {
+      TreeView& tree = bench.module.browser.DataSheetTree;
+      bench.module.browser.files.AddWaveItem();
+      bench.module.sheet.Modified = false;
+      tree.Select(row.node(bench.module.sheet));
+      tree.EndLabelEdit("A \\ B");
+      EXPECT_EQ(tree.Text(tree.Selected()), row.shown);
+      EXPECT_EQ(bench.module.sheet.Modified, row.modified);
+      EXPECT_EQ(bench.wave->Caption(), bench.module.sheet.Waves[0].Name);
+      EXPECT_EQ(bench.prompts.shown.size(), row.modified ? 0u : 1u);
+      bench.module.main.Close();
+    });
+    bench.module.Main();
+  }
+}
+
 struct CloseRow {
   const char* name;
   Ms at;  // after the click on cmdRefresh
