@@ -33,7 +33,11 @@ TreeNode NodeOf(const QTreeWidgetItem* item) {
 }  // namespace
 
 TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictures)
-    : QObject(&widget), widget_(widget), model_(model), pictures_(std::move(pictures)) {
+    : QObject(&widget),
+      widget_(widget),
+      viewport_(widget.viewport()),
+      model_(model),
+      pictures_(std::move(pictures)) {
   widget.setHeaderHidden(true);
   widget.setColumnCount(1);
   widget.setEditTriggers(QAbstractItemView::EditKeyPressed);
@@ -63,7 +67,7 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
 }
 
 bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == widget_.viewport() && event->type() == QEvent::MouseButtonPress) {
+  if (event->type() == QEvent::MouseButtonPress && watched == viewport_) {
     const auto& mouse = static_cast<const QMouseEvent&>(*event);
     QTreeWidgetItem* item = widget_.itemAt(mouse.position().toPoint());
     if (item != nullptr) {
@@ -76,7 +80,7 @@ bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
     QTimer::singleShot(0, this,
                        [this, right] { model_.MouseDown(right ? kRightButton : kLeftButton); });
   }
-  if (watched == &widget_ && event->type() == QEvent::KeyPress) {
+  if (event->type() == QEvent::KeyPress && watched == &widget_) {
     const auto code = kKeyCodes.find(static_cast<const QKeyEvent&>(*event).key());
     if (code != kKeyCodes.end()) model_.KeyDown(code->second);
   }

@@ -39,6 +39,8 @@ class TreeBinding : public QObject {
   QTreeWidgetItem* Find(TreeNode node) const;
 
   QTreeWidget& widget_;
+  // Events still pass here while the widget is being destroyed and cannot be asked for it.
+  const QObject* const viewport_;
   TreeView& model_;
   const QStringList pictures_;
   std::vector<Row> shown_;
