@@ -12,7 +12,7 @@ constexpr int kPatience = 5000;  // ms
 bool Instrument::Start(const QString& program, const QString& link, const QString& log) {
   log_ = log;
   process_.setProcessChannelMode(QProcess::MergedChannels);
-  process_.start(program, {"--link", link, "--log", log, "--seed", "7"});
+  process_.start(program, {"--link", link, "--log", log, "--seed", "7", "--baud", "38400"});
   if (!process_.waitForStarted(kPatience) || !process_.waitForReadyRead(kPatience)) return false;
   return process_.readAll().contains("ready");
 }

@@ -7,9 +7,9 @@
 #include <QKeyEvent>
 #include <QMdiArea>
 #include <QPointer>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "desktop/Bind.h"
@@ -50,7 +50,7 @@ void AddOptions(QGroupBox& group, const char* name, const QStringList& texts, Op
 }
 
 // The button's face is the name of its picture, and nearly its text.
-void ShowFace(QPushButton& button, const Button& model) {
+void ShowFace(QToolButton& button, const Button& model) {
   const QString face = FromWire(model.Face().empty() ? kRefreshFace : model.Face());
   button.setIcon(PictureNamed(face));
   button.setAccessibleName(face);
@@ -59,12 +59,16 @@ void ShowFace(QPushButton& button, const Button& model) {
 }
 
 void AddRefresh(QGroupBox& group, Button& model) {
-  auto& button = Make<QPushButton>(&group);
+  // Flat until the mouse is over it, sunk while it is pressed.
+  auto& button = Make<QToolButton>(&group);
+  button.setAutoRaise(true);
+  button.setFocusPolicy(Qt::StrongFocus);
+  button.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   button.setObjectName("cmdRefresh");
   button.setIconSize({24, 24});
   group.layout()->addWidget(&button);
   Bind(button, model);
-  const QPointer<QPushButton> guard(&button);
+  const QPointer<QToolButton> guard(&button);
   model.onChanged = [guard, &model] {
     if (guard) ShowFace(*guard, model);
   };

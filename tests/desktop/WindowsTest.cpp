@@ -84,7 +84,9 @@ TEST_F(Windows, EveryElementOfTheMainWindowAndOfAWaveViewHasAName) {
 
 TEST_F(Windows, RefreshWithoutALinkIsRefusedByAMessage) {
   Run({[](MainModule&) { Click("tool_AddNewWaveform"); },
-       [](MainModule&) { QTimer::singleShot(0, [] { Click("cmdRefresh"); }); },
+       [](MainModule&) {
+         QTimer::singleShot(0, [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5); });
+       },
        [](MainModule& module) {
          QWidget* box = QApplication::activeModalWidget();
          ASSERT_NE(box, nullptr);
