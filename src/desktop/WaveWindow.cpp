@@ -19,7 +19,7 @@
 namespace oriolemark {
 namespace {
 
-constexpr QSize kFirstSize(640, 430);
+constexpr QSize kFirstSize(640, 480);
 
 QGroupBox& AddGroup(QWidget& strip, const QString& title) {
   auto& group = Make<QGroupBox>(title, &strip);

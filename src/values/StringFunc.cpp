@@ -205,16 +205,16 @@ std::string RemoveSpaces(std::string_view text) {
   return kept;
 }
 
-UnitBoxText VoltToUnitBox(double volts) {
+UnitBoxText SetVoltToUnitBox(double volts) {
   return ToUnitBox(volts, kVoltRows);
 }
-UnitBoxText FreqToUnitBox(double hertz) {
+UnitBoxText SetFreqToUnitBox(double hertz) {
   return ToUnitBox(hertz, kFreqRows);
 }
-UnitBoxText TimeToUnitBox(double seconds) {
+UnitBoxText SetTimeToUnitBox(double seconds) {
   return ToUnitBox(seconds, kTimeRows);
 }
-UnitBoxText PercentToUnitBox(double fraction) {
+UnitBoxText SetPercentToUnitBox(double fraction) {
   return {FormatFixed(fraction * 100, 3, 3), 0};
 }
 

@@ -13,7 +13,7 @@ namespace oriolemark {
 // Outcome of a conversion: the number, or 0 and not valid where the text was refused.
 struct Converted {
   double value = 0;
-  bool valid = false;
+  bool ConvertValid = false;
 };
 
 // Refused are texts with "<", ">" or "*" (marks for values out of range), texts without the unit,
@@ -47,10 +47,10 @@ inline constexpr std::array<const char*, 5> kFreqUnits{"GHz", "MHz", "kHz", "Hz"
 inline constexpr std::array<const char*, 5> kTimeUnits{"ps", "ns", "us", "ms", "s"};
 inline constexpr std::array<const char*, 1> kPercentUnits{"%"};
 
-UnitBoxText VoltToUnitBox(double volts);
-UnitBoxText FreqToUnitBox(double hertz);
-UnitBoxText TimeToUnitBox(double seconds);
-UnitBoxText PercentToUnitBox(double fraction);
+UnitBoxText SetVoltToUnitBox(double volts);
+UnitBoxText SetFreqToUnitBox(double hertz);
+UnitBoxText SetTimeToUnitBox(double seconds);
+UnitBoxText SetPercentToUnitBox(double fraction);
 
 // A time as the instrument accepts it: one decimal at least, in "ns", "us", "ms" or "s". Negative
 // times are always in "ns".

@@ -14,7 +14,7 @@ using ParseRows = std::vector<std::pair<const char*, std::optional<double>>>;
 
 void ExpectParsed(Converted (*convert)(std::string_view), const ParseRows& rows) {
   for (const auto& [text, value] : rows) {
-    EXPECT_EQ(convert(text).valid, value.has_value()) << text;
+    EXPECT_EQ(convert(text).ConvertValid, value.has_value()) << text;
     EXPECT_EQ(convert(text).value, value.value_or(0)) << text;
   }
 }
@@ -73,24 +73,24 @@ struct BoxRow {
 };
 
 const BoxRow kBoxRows[] = {
-    {VoltToUnitBox, 1.1e9, "???.?", 2},      {VoltToUnitBox, 1e9, "1000.000", 0},
-    {VoltToUnitBox, 1e6, "1.000", 0},        {VoltToUnitBox, 1000, "1.000", 1},
-    {VoltToUnitBox, 1, "1.000", 2},          {VoltToUnitBox, 0.001, "1.000", 3},
-    {VoltToUnitBox, 0, "0.000", 4},          {VoltToUnitBox, -0.0009, "-900.000", 4},
-    {VoltToUnitBox, -0.001, "-1.000", 3},    {VoltToUnitBox, -1, "-1.000", 2},
-    {VoltToUnitBox, -1000, "-1.000", 1},     {VoltToUnitBox, -1e6, "-1.000", 0},
-    {VoltToUnitBox, -1e9, "???.?", 2},       {FreqToUnitBox, 2e12, "???.?", 3},
-    {FreqToUnitBox, 1e12, "1000.000", 0},    {FreqToUnitBox, 1e9, "1.000", 0},
-    {FreqToUnitBox, 1e6, "1.000", 1},        {FreqToUnitBox, 1000, "1.000", 2},
-    {FreqToUnitBox, 1, "1.000", 3},          {FreqToUnitBox, 0, "0.000", 4},
-    {FreqToUnitBox, -1, "???.?", 0},         {TimeToUnitBox, 1000, "???.?", 4},
-    {TimeToUnitBox, 1, "1.000", 4},          {TimeToUnitBox, 0.001, "1.000", 3},
-    {TimeToUnitBox, 1e-6, "1.000", 2},       {TimeToUnitBox, 1e-9, "1.000", 1},
-    {TimeToUnitBox, 1e-12, "1.000", 0},      {TimeToUnitBox, -9e-10, "-900.000", 0},
-    {TimeToUnitBox, -1e-9, "-1.000", 1},     {TimeToUnitBox, -1e-6, "-1.000", 2},
-    {TimeToUnitBox, -0.001, "-1.000", 3},    {TimeToUnitBox, -1, "-1.000", 4},
-    {TimeToUnitBox, -1000, "???.?", 0},      {PercentToUnitBox, 0.25, "25.000", 0},
-    {PercentToUnitBox, -1.5, "-150.000", 0},
+    {SetVoltToUnitBox, 1.1e9, "???.?", 2},      {SetVoltToUnitBox, 1e9, "1000.000", 0},
+    {SetVoltToUnitBox, 1e6, "1.000", 0},        {SetVoltToUnitBox, 1000, "1.000", 1},
+    {SetVoltToUnitBox, 1, "1.000", 2},          {SetVoltToUnitBox, 0.001, "1.000", 3},
+    {SetVoltToUnitBox, 0, "0.000", 4},          {SetVoltToUnitBox, -0.0009, "-900.000", 4},
+    {SetVoltToUnitBox, -0.001, "-1.000", 3},    {SetVoltToUnitBox, -1, "-1.000", 2},
+    {SetVoltToUnitBox, -1000, "-1.000", 1},     {SetVoltToUnitBox, -1e6, "-1.000", 0},
+    {SetVoltToUnitBox, -1e9, "???.?", 2},       {SetFreqToUnitBox, 2e12, "???.?", 3},
+    {SetFreqToUnitBox, 1e12, "1000.000", 0},    {SetFreqToUnitBox, 1e9, "1.000", 0},
+    {SetFreqToUnitBox, 1e6, "1.000", 1},        {SetFreqToUnitBox, 1000, "1.000", 2},
+    {SetFreqToUnitBox, 1, "1.000", 3},          {SetFreqToUnitBox, 0, "0.000", 4},
+    {SetFreqToUnitBox, -1, "???.?", 0},         {SetTimeToUnitBox, 1000, "???.?", 4},
+    {SetTimeToUnitBox, 1, "1.000", 4},          {SetTimeToUnitBox, 0.001, "1.000", 3},
+    {SetTimeToUnitBox, 1e-6, "1.000", 2},       {SetTimeToUnitBox, 1e-9, "1.000", 1},
+    {SetTimeToUnitBox, 1e-12, "1.000", 0},      {SetTimeToUnitBox, -9e-10, "-900.000", 0},
+    {SetTimeToUnitBox, -1e-9, "-1.000", 1},     {SetTimeToUnitBox, -1e-6, "-1.000", 2},
+    {SetTimeToUnitBox, -0.001, "-1.000", 3},    {SetTimeToUnitBox, -1, "-1.000", 4},
+    {SetTimeToUnitBox, -1000, "???.?", 0},      {SetPercentToUnitBox, 0.25, "25.000", 0},
+    {SetPercentToUnitBox, -1.5, "-150.000", 0},
 };
 
 TEST(StringFuncTest, UnitBoxTakesTheUnitOfTheRange) {
