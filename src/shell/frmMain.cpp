@@ -5,8 +5,6 @@
 namespace oriolemark {
 namespace {
 
-// Room that the lamps take at the right end of the toolbar, which spans the dock band too.
-constexpr double kIndicatorOffset = 2700;
 constexpr double kDockBand = 3000;
 constexpr const char* kSheetPane = "DataSheet";
 constexpr const char* kControllerPane = "Controller";
@@ -154,13 +152,6 @@ void frmMain::TimerInit_Timer() {
   TimerInit.SetEnabled(false);
   tabDock.ShowPane(kSheetPane);
   tabDock.ShowPane(kControllerPane);
-  Form_Resize();
-}
-
-void frmMain::Form_Resize() {
-  indicatorLeft = InnerWidth() + kIndicatorOffset;
-  picLED_ON.NoteMoved();
-  picLED_OFF.NoteMoved();
 }
 
 void frmMain::mnuFileNew_Click() {

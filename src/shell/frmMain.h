@@ -26,8 +26,6 @@ class Lamp : public Control {
  public:
   explicit Lamp(std::string toolTip) : ToolTip(std::move(toolTip)) {}
   const std::string ToolTip;
-  // The place of the lamp has changed.
-  void NoteMoved() const { Tell(); }
 };
 
 // What the main window rests on.
@@ -88,8 +86,6 @@ class frmMain : public Form {
   std::array<Button, kToolPlaces> ToolButtons;  // clicks run the action of their place
   Lamp picLED_ON;
   Lamp picLED_OFF;
-  // Left of both lamps in window units, from the left of the room inside the window.
-  double indicatorLeft = 0;
   TabDock tabDock;
   Timer CommTimer;
   Timer TimerInit;
@@ -102,7 +98,6 @@ class frmMain : public Form {
   bool Minimised = false;
 
   void Form_Load() override;
-  void Form_Resize() override;
 
   // The user closes the window. Returns at once; the program ends when all that runs has ended.
   void Close();
