@@ -52,15 +52,7 @@ void frmDataSheetTree::mnuNewDataSheet_Click() {
 }
 
 void frmDataSheetTree::CloseAllItems() {
-  // A view that was loaded and never ticked has no ViewOpen yet, and goes too.
-  const auto close = [](auto& views) {
-    for (auto& view : views) {
-      if (view) view->Unload();
-    }
-  };
-  close(sheet_.WaveViews);
-  close(sheet_.MeasureViews);
-  close(sheet_.DataViews);
+  UnloadViews(sheet_);
   sheet_.WaveCount = 0;
   sheet_.MeasureCount = 0;
   sheet_.DataCount = 0;

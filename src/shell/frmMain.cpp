@@ -213,19 +213,8 @@ void frmMain::Close() {
   context_.waiting.BeginClosing();
 }
 
-void frmMain::CloseChildren() {
-  const auto close = [](auto& views) {
-    for (auto& view : views) {
-      if (view) view->Unload();
-    }
-  };
-  close(context_.sheet.WaveViews);
-  close(context_.sheet.MeasureViews);
-  close(context_.sheet.DataViews);
-}
-
 void frmMain::Form_Unload() {
-  CloseChildren();
+  UnloadViews(context_.sheet);
   SaveSoftwareSetting();
   if (context_.link.ScopeConnected) {
     context_.scope.SendToScope(std::string(kKey) + kLock + kEnable);

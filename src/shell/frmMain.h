@@ -117,7 +117,6 @@ class frmMain : public Form {
   void ShowStatus(const std::string& text);
   void ShowIndicator(bool connected);
   void SetAddButtons(bool enabled);
-  void CloseChildren();
 
   MainContext context_;
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -9,23 +8,11 @@
 #include "simulator/SerialSide.h"
 #include "support/FakeGpib.h"
 #include "support/FakeUsb.h"
+#include "support/MemoryStore.h"
 #include "support/RecordingCanvas.h"
 #include "support/RecordingPrompts.h"
 
 namespace oriolemark {
-
-class MemoryStore : public SettingsStore {
- public:
-  std::optional<std::string> Read(const std::string& section, const std::string& key) override {
-    const auto found = values.find({section, key});
-    return found == values.end() ? std::nullopt : std::optional(found->second);
-  }
-  void Write(const std::string& section, const std::string& key,
-             const std::string& value) override {
-    values[{section, key}] = value;
-  }
-  std::map<std::pair<std::string, std::string>, std::string> values;
-};
 
 // A serial line with the simulated instrument at its end, on the virtual clock.
 class SimulatedSerialPort : public SerialPort {

@@ -7,19 +7,13 @@
 #include <vector>
 
 #include "support/LinkBench.h"
+#include "support/MemoryStore.h"
 #include "support/RecordingCanvas.h"
 
 namespace oriolemark {
 namespace {
 
 using Ms = Milliseconds;
-
-struct MemoryStore : SettingsStore {
-  std::optional<std::string> Read(const std::string&, const std::string&) override {
-    return std::nullopt;
-  }
-  void Write(const std::string&, const std::string&, const std::string&) override {}
-};
 
 constexpr int kSlot = 2;
 
