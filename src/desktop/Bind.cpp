@@ -57,7 +57,7 @@ void ShowCombo(QComboBox& widget, const ComboBox& model) {
   }
   widget.setCurrentIndex(model.ListIndex());
   const QString text = FromWire(model.Text());
-  if (widget.currentText() != text) widget.setEditText(text);
+  if (widget.isEditable() && widget.currentText() != text) widget.setEditText(text);
   ShowCommon(widget, model);
 }
 
@@ -132,13 +132,15 @@ void Bind(const std::vector<QRadioButton*>& options, OptionGroup& model) {
 }
 
 void Bind(QComboBox& widget, ComboBox& model) {
-  widget.setEditable(true);
-  widget.setInsertPolicy(QComboBox::NoInsert);
-  widget.setCompleter(nullptr);
   QObject::connect(&widget, &QComboBox::activated, &widget,
                    [&model](int index) { model.SetListIndex(index); });
-  QObject::connect(widget.lineEdit(), &QLineEdit::editingFinished, &widget,
-                   [&] { model.EndEdit(ToWire(widget.currentText())); });
+  if (model.Style() == ComboStyle::Free) {
+    widget.setEditable(true);
+    widget.setInsertPolicy(QComboBox::NoInsert);
+    widget.setCompleter(nullptr);
+    QObject::connect(widget.lineEdit(), &QLineEdit::editingFinished, &widget,
+                     [&] { model.EndEdit(ToWire(widget.currentText())); });
+  }
   Follow(widget, model, [&] { ShowCombo(widget, model); });
 }
 

@@ -48,7 +48,7 @@ void Bind(QAbstractButton& widget, Button& model);
 void Bind(QCheckBox& widget, CheckBox& model);
 // One radio button an option, in the order of the options.
 void Bind(const std::vector<QRadioButton*>& options, OptionGroup& model);
-// The widget becomes editable, with no completion of its own.
+// A model with free text makes the widget editable, with no completion of its own.
 void Bind(QComboBox& widget, ComboBox& model);
 // Also takes the place of the bar within its parent from the model.
 void Bind(QScrollBar& widget, ScrollBar& model);

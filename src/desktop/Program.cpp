@@ -7,6 +7,7 @@
 #include "desktop/Dialogs.h"
 #include "desktop/Icons.h"
 #include "desktop/MainWindow.h"
+#include "desktop/OptionsWindow.h"
 #include "desktop/WavePictureWidget.h"
 #include "drivers/NoGpib.h"
 #include "drivers/NoUsb.h"
@@ -54,6 +55,7 @@ struct Program::Parts {
   AboutWindow about{module.about, &main};
   DocTypeWindow newDoc{module.newDoc, "frmNewDoc", &main};
   DocTypeWindow openDoc{module.openDoc, "frmOpenDoc", &main};
+  OptionsWindow options{module.options, &main};
   ProgressWindow progress{module.progress, &main};
 };
 

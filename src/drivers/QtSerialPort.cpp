@@ -55,6 +55,11 @@ std::string SystemText(int error) {
   return std::generic_category().message(error);
 }
 
+// A path (UTF-8) as windows show it.
+std::string Shown(const std::string& path) {
+  return QString::fromStdString(path).toLatin1().toStdString();
+}
+
 std::string GroupOf(const std::string& path) {
   struct stat status = {};
   if (::stat(path.c_str(), &status) == 0 && status.st_gid != 0) {
@@ -110,17 +115,21 @@ void QtSerialPort::Close() {
   pins_.reset();
 }
 
-std::string QtSerialPort::FindPath() const {
-  std::string path = devicePath_ ? devicePath_(number_) : std::string();
+std::string QtSerialPort::FindPath(int number) const {
+  std::string path = devicePath_ ? devicePath_(number) : std::string();
   if (!path.empty()) return path;
   const auto listed = QSerialPortInfo::availablePorts();
-  if (number_ < 1 || number_ > listed.size()) return {};
-  return listed[number_ - 1].systemLocation().toStdString();
+  if (number < 1 || number > listed.size()) return {};
+  return listed[number - 1].systemLocation().toStdString();
+}
+
+std::string QtSerialPort::DeviceOf(int number) const {
+  return Shown(FindPath(number));
 }
 
 std::string QtSerialPort::OpenFailure(const std::string& path) const {
   const std::string text = port_.errorString().toLatin1().toStdString();
-  const std::string shown = QString::fromStdString(path).toLatin1().toStdString();
+  const std::string shown = Shown(path);
   switch (port_.error()) {
     case QSerialPort::DeviceNotFoundError:
       return text + "\nCOM" + std::to_string(number_) + " stands for " + shown + ".";
@@ -140,7 +149,7 @@ std::optional<std::string> QtSerialPort::Open() {
   Close();
   const auto settings = ParseSerialSettings(settings_);
   if (!settings) return SystemText(EINVAL) + "\nNo serial line can be set to " + settings_ + ".";
-  const auto path = FindPath();
+  const auto path = FindPath(number_);
   if (path.empty()) {
     return SystemText(ENOENT) + "\nNo serial device was found for COM" + std::to_string(number_) +
            ".";

@@ -23,6 +23,7 @@ class QtSerialPort : public SerialPort {
   void Close() override;
   void SetSettings(const std::string& settings) override { settings_ = settings; }
   void SetPort(int number) override { number_ = number; }
+  std::string DeviceOf(int number) const override;
   // An open port is closed first. Settings and number count from here on.
   std::optional<std::string> Open() override;
   // May block while the device's own buffer is full, for 10 s at most, then fails.
@@ -35,7 +36,7 @@ class QtSerialPort : public SerialPort {
   // whoever still sends is told so.
   enum class State { Closed, Open, Vanishing, Vanished };
 
-  std::string FindPath() const;
+  std::string FindPath(int number) const;
   std::string OpenFailure(const std::string& path) const;
   void TakeReceived();
   void NoteError(QSerialPort::SerialPortError error);

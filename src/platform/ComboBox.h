@@ -8,6 +8,11 @@
 
 namespace oriolemark {
 
+enum class ComboStyle {
+  Free,      // any text can be typed
+  ListOnly,  // only an entry can be chosen; its text is empty while none is
+};
+
 // A list with a text box. The handler runs when an entry is chosen, by the user or by code, and
 // when the user's edit of the text ends in another text; a text that code writes runs nothing.
 class ComboBox : public Control {
@@ -15,17 +20,24 @@ class ComboBox : public Control {
   static constexpr int kNone = -1;
 
   explicit ComboBox(std::function<void()> changed = {}) : changed_(std::move(changed)) {}
+  explicit ComboBox(ComboStyle style) : style_(style) {}
+
+  ComboStyle Style() const { return style_; }
 
   const std::vector<std::string>& Items() const { return items_; }
   void SetItems(std::vector<std::string> items) {
     items_ = std::move(items);
     listIndex_ = kNone;
+    if (style_ == ComboStyle::ListOnly) text_.clear();
     Tell();
   }
 
   const std::string& Text() const { return text_; }
+  // A text that is no entry is skipped where only entries can be chosen.
   void SetText(const std::string& text) {
-    listIndex_ = IndexOf(text);
+    const int index = IndexOf(text);
+    if (index == kNone && style_ == ComboStyle::ListOnly) return;
+    listIndex_ = index;
     Change(text_, text);
   }
   // Enter was pressed in the text, or the box was left.
@@ -53,6 +65,7 @@ class ComboBox : public Control {
     return kNone;
   }
 
+  ComboStyle style_ = ComboStyle::Free;
   std::function<void()> changed_;
   std::vector<std::string> items_;
   std::string text_;

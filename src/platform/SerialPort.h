@@ -18,6 +18,8 @@ class SerialPort {
   virtual void SetSettings(const std::string& settings) = 0;
   // 1 is "COM1", 2 is "COM2".
   virtual void SetPort(int number) = 0;
+  // The device that a port number leads to, in words for the user: its path; empty where none.
+  virtual std::string DeviceOf(int number) const = 0;
   // Opens with no handshaking; bytes that came before are discarded.
   virtual std::optional<std::string> Open() = 0;
   // All bytes have been handed to the system when it returns without an error.

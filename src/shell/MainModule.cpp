@@ -14,10 +14,11 @@ MainModule::MainModule(Platform platform)
       about(platform_.prompts, platform_.version),
       newDoc(docChoice_),
       openDoc(docChoice_),
+      options(preferences, platform_.serial, platform_.usb, docChoice_),
       browser(sheet, platform_.prompts),
       main({platform_.events, platform_.waiting, platform_.prompts, platform_.store, preferences,
             link_, transfer_, scope_, platform_.serial, serialEvents_, sheet, browser, controller,
-            about, newDoc, openDoc, docChoice_}),
+            about, newDoc, openDoc, options, docChoice_}),
       waveReader_({preferences.link, link_, platform_.waiting, scope_, rs232_, gpib_, usb_, sheet,
                    scratch_, progress.Progressing(), platform_.today}) {
   browser.files.makeWaveView = [this] { return MakeWaveView(); };

@@ -68,6 +68,7 @@ class MainModule {
   frmAbout about;
   frmNewDoc newDoc;
   frmOpenDoc openDoc;
+  frmOptions options;
   frmDataSheetTree browser;
   frmCtrlList controller;
   frmMain main;

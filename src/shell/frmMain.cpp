@@ -185,6 +185,7 @@ void frmMain::mnuFileOpen_Click() {
 void frmMain::mnuToolsOptions_Click() {
   context_.docChoice.accepted = false;
   if (context_.link.ScopeConnected) context_.scope.DisconnectScope();
+  context_.options.ShowModal(context_.waiting);
 }
 
 void frmMain::mnuFilePageSetup_Click() {

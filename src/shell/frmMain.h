@@ -18,6 +18,7 @@
 #include "shell/Arrangement.h"
 #include "shell/SoftwareSetting.h"
 #include "shell/frmAbout.h"
+#include "shell/frmOptions.h"
 
 namespace oriolemark {
 
@@ -46,6 +47,7 @@ struct MainContext {
   frmAbout& about;
   frmNewDoc& newDoc;
   frmOpenDoc& openDoc;
+  frmOptions& options;
   DocChoice& docChoice;
 };
 

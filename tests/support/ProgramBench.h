@@ -24,6 +24,9 @@ class SimulatedSerialPort : public SerialPort {
   void Close() override { open_ = false; }
   void SetSettings(const std::string&) override {}
   void SetPort(int) override {}
+  std::string DeviceOf(int number) const override {
+    return "/dev/ttyS" + std::to_string(number - 1);
+  }
   std::optional<std::string> Open() override {
     open_ = true;
     arrived_.clear();

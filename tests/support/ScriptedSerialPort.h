@@ -25,6 +25,9 @@ class ScriptedSerialPort : public SerialPort {
   void Close() override;
   void SetSettings(const std::string& text) override { settings = text; }
   void SetPort(int portNumber) override { number = portNumber; }
+  std::string DeviceOf(int portNumber) const override {
+    return "/dev/ttyS" + std::to_string(portNumber - 1);
+  }
   std::optional<std::string> Open() override;
   std::optional<std::string> Write(std::string_view bytes) override;
   std::string Read() override;

@@ -1,0 +1,180 @@
+#include "desktop/OptionsWindow.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "desktop/Bind.h"
+
+namespace oriolemark {
+namespace {
+
+QVBoxLayout& AddGroup(QBoxLayout& page, const QString& title) {
+  auto& group = Make<QGroupBox>(title);
+  page.addWidget(&group);
+  return Make<QVBoxLayout>(&group);
+}
+
+struct OptionText {
+  const char* text;
+  const char* toolTip;
+};
+
+void AddOptions(QBoxLayout& layout, const char* name, OptionGroup& model,
+                std::initializer_list<OptionText> texts) {
+  std::vector<QRadioButton*> options;
+  for (const OptionText& entry : texts) {
+    auto& option = Make<QRadioButton>(entry.text);
+    Name(option, (name + std::to_string(options.size())).c_str(), entry.text);
+    option.setToolTip(entry.toolTip);
+    layout.addWidget(&option);
+    options.push_back(&option);
+  }
+  Bind(options, model);
+}
+
+void AddCheck(QBoxLayout& layout, const char* name, const QString& text, const QString& toolTip,
+              CheckBox& model) {
+  auto& box = Make<QCheckBox>(text);
+  Name(box, name, text);
+  box.setToolTip(toolTip);
+  layout.addWidget(&box);
+  Bind(box, model);
+}
+
+// A labelled combo box, with its unit behind it where it has one.
+QComboBox& AddCombo(QFormLayout& layout, const char* name, const QString& label,
+                    const QString& toolTip, ComboBox& model, const QString& unit = {}) {
+  auto& combo = Make<QComboBox>();
+  Name(combo, name, label);
+  combo.setMinimumContentsLength(10);
+  combo.setToolTip(toolTip);
+  auto& row = Make<QHBoxLayout>();
+  row.addWidget(&combo, 1);
+  if (!unit.isEmpty()) row.addWidget(&Make<QLabel>(unit));
+  auto& caption = Make<QLabel>(label);
+  caption.setBuddy(&combo);
+  layout.addRow(&caption, &row);
+  Bind(combo, model);
+  return combo;
+}
+
+QFormLayout& AddFormGroup(QBoxLayout& page, const QString& title) {
+  auto& form = Make<QFormLayout>();
+  AddGroup(page, title).addLayout(&form);
+  return form;
+}
+
+QVBoxLayout& AddPage(QTabWidget& tabs, const QString& title, Control& model) {
+  auto& page = Make<QWidget>();
+  tabs.addTab(&page, title);
+  model.onChanged = [&page, &model] { page.setEnabled(model.Enabled()); };
+  return Make<QVBoxLayout>(&page);
+}
+
+void FillGeneral(QVBoxLayout& page, frmOptions& form) {
+  AddOptions(AddGroup(page, "IO Selection"), "PortSelectOption", form.PortSelectOption,
+             {{"&USB",
+               "The instrument is reached by the USB device chosen under "
+               "Communication Setting"},
+              {"&GPIB",
+               "The instrument is reached at the GPIB address chosen under "
+               "Communication Setting"},
+              {"&RS232",
+               "The instrument is reached by the serial port chosen under "
+               "Communication Setting"}});
+  QVBoxLayout& startup = AddGroup(page, "Startup option");
+  AddCheck(startup, "HardwareCheck", "Startup &Hardware Check",
+           "Connects to the oscilloscope when the program starts", form.HardwareCheck);
+  AddCheck(startup, "SheetStartLoadChk", "Recent &Data Sheet File Load",
+           "Opens the data sheet used last when the program starts", form.SheetStartLoadChk);
+  AddCheck(startup, "CtrlStartLoadChk", "Recent &Control File Load",
+           "Opens the control file used last when the program starts", form.CtrlStartLoadChk);
+  page.addStretch(1);
+}
+
+void FillRefresh(QVBoxLayout& page, frmOptions& form) {
+  AddOptions(AddGroup(page, "Refresh"), "OptRefreshType", form.OptRefreshType,
+             {{"&Single", "Refresh reads once"},
+              {"&Auto", "Refresh reads over and over, until it is pressed again"}});
+  AddCombo(AddFormGroup(page, "Time Setting"), "IntervalCombo", "&Interval",
+           "The pause from the end of one reading to the start of the next; 0 reads without a "
+           "pause",
+           form.IntervalCombo, "ms");
+  page.addStretch(1);
+}
+
+// The entries tell what they lead to, and the box tells it of the chosen one.
+void ShowPortMeanings(QComboBox& combo, const frmOptions& form) {
+  for (int i = 0; i < combo.count(); ++i) {
+    combo.setItemData(i, QString::fromStdString(form.PortMeaning(i)), Qt::ToolTipRole);
+  }
+  combo.setToolTip(combo.currentData(Qt::ToolTipRole).toString());
+}
+
+void FillCommunication(QVBoxLayout& page, frmOptions& form) {
+  AddCombo(AddFormGroup(page, "USB"), "DeviceCombo", "&Device",
+           "The instruments found on USB, numbered from 0", form.DeviceCombo);
+  AddCombo(AddFormGroup(page, "GPIB Setting"), "GPIB_AddrCombo", "&Address",
+           "The GPIB address set at the instrument", form.GPIB_AddrCombo);
+  QFormLayout& serial = AddFormGroup(page, "RS232 Setting");
+  QComboBox& port = AddCombo(serial, "PortCombo", "RS232 &Port", {}, form.PortCombo);
+  form.PortCombo.onChanged = [&port, &form, follow = form.PortCombo.onChanged] {
+    follow();
+    ShowPortMeanings(port, form);
+  };
+  AddCombo(serial, "BaudCombo", "&Baud Rate", "The baud rate set at the instrument",
+           form.BaudCombo);
+  page.addStretch(1);
+}
+
+void BindTabs(QTabWidget& tabs, TabStrip& model) {
+  QObject::connect(&tabs, &QTabWidget::currentChanged, &tabs,
+                   [&model](int page) { model.Select(page); });
+  model.onChanged = [&tabs, &model] { tabs.setCurrentIndex(model.Selected()); };
+  const auto step = [&](const char* keys, int steps) {
+    auto& shortcut = Make<QShortcut>(QKeySequence(keys), &tabs);
+    shortcut.setContext(Qt::WindowShortcut);
+    QObject::connect(&shortcut, &QShortcut::activated, &tabs,
+                     [&model, steps] { model.Step(steps); });
+  };
+  step("Ctrl+Tab", 1);
+  step("Ctrl+Shift+Tab", -1);
+}
+
+}  // namespace
+
+OptionsWindow::OptionsWindow(frmOptions& form, QWidget* parent)
+    : FormDialog(form, "frmOptions", parent) {
+  auto& layout = Make<QVBoxLayout>(this);
+  layout.setSizeConstraint(QLayout::SetFixedSize);
+  auto& tabs = Make<QTabWidget>();
+  Name(tabs, "tbsOptions", "Options");
+  // All three tabs are in sight at once.
+  tabs.setUsesScrollButtons(false);
+  layout.addWidget(&tabs);
+  FillGeneral(AddPage(tabs, "General", form.picOptions[0]), form);
+  FillRefresh(AddPage(tabs, "Refresh", form.picOptions[1]), form);
+  FillCommunication(AddPage(tabs, "Communication Setting", form.picOptions[2]), form);
+  BindTabs(tabs, form.tbsOptions);
+  auto& buttons = Make<QDialogButtonBox>();
+  layout.addWidget(&buttons);
+  QPushButton& ok = *buttons.addButton(QDialogButtonBox::Ok);
+  QPushButton& cancel = *buttons.addButton(QDialogButtonBox::Cancel);
+  Name(ok, "cmdOK", "OK");
+  Name(cancel, "cmdCancel", "Cancel");
+  Bind(ok, form.cmdOK);
+  Bind(cancel, form.cmdCancel);
+}
+
+}  // namespace oriolemark

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "datasheet/DocTypeDialog.h"
+#include "platform/Button.h"
+#include "platform/CheckBox.h"
+#include "platform/ComboBox.h"
+#include "platform/Form.h"
+#include "platform/OptionGroup.h"
+#include "platform/SerialPort.h"
+#include "platform/TabStrip.h"
+#include "platform/UsbDriver.h"
+#include "shell/SoftwareSetting.h"
+
+namespace oriolemark {
+
+// The modal dialog over the user's choices. It works on copies: OK puts them into the preferences,
+// which the settings store gets when the program closes. An open link is not touched.
+class frmOptions : public Form {
+ public:
+  static constexpr int kPages = 3;
+
+  // OK sets `choice.accepted`.
+  frmOptions(Preferences& preferences, SerialPort& serial, UsbDriver& usb, DocChoice& choice);
+
+  TabStrip tbsOptions;
+  std::array<Control, kPages> picOptions;  // the pages; the selected one alone is enabled
+
+  OptionGroup PortSelectOption;  // USB, GPIB, RS232
+  CheckBox HardwareCheck;
+  CheckBox SheetStartLoadChk;
+  CheckBox CtrlStartLoadChk;
+
+  OptionGroup OptRefreshType;  // Single, Auto
+  ComboBox IntervalCombo;
+
+  ComboBox DeviceCombo{ComboStyle::ListOnly};
+  ComboBox GPIB_AddrCombo{ComboStyle::ListOnly};
+  ComboBox PortCombo{ComboStyle::ListOnly};
+  ComboBox BaudCombo;
+
+  Button cmdOK;
+  Button cmdCancel;
+
+  void Form_Load() override;
+
+  // What the entry of `PortCombo` leads to, in words (UTF-8).
+  std::string PortMeaning(int index) const;
+
+ private:
+  void FillLink();
+  void tbsOptions_Change();
+  void cmdOK_Click();
+
+  Preferences& preferences_;
+  SerialPort& serial_;
+  UsbDriver& usb_;
+  DocChoice& choice_;
+};
+
+}  // namespace oriolemark
