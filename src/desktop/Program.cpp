@@ -5,12 +5,14 @@
 
 #include "desktop/Bind.h"
 #include "desktop/Dialogs.h"
+#include "desktop/HelpWindow.h"
 #include "desktop/Icons.h"
 #include "desktop/MainWindow.h"
 #include "desktop/OptionsWindow.h"
 #include "desktop/WavePictureWidget.h"
 #include "drivers/NoGpib.h"
 #include "drivers/NoUsb.h"
+#include "drivers/ProgramFiles.h"
 #include "drivers/QtEventSource.h"
 #include "drivers/QtPrompts.h"
 #include "drivers/QtSerialPort.h"
@@ -48,8 +50,9 @@ struct Program::Parts {
   }};
   NoGpib gpib;
   NoUsb usb;
+  HelpWindow help{nullptr};
   MainModule module{Platform{events, waiting, prompts, store, serial, gpib, usb, SystemShortDate,
-                             MakeRasterCanvas, ORIOLEMARK_VERSION}};
+                             MakeRasterCanvas, ORIOLEMARK_VERSION, help, HelpFilePath()}};
   SplashWindow splash{module.splash};
   MainWindow main{module.main, module.browser, module.controller};
   AboutWindow about{module.about, &main};

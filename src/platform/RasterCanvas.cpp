@@ -1,6 +1,7 @@
 #include "platform/RasterCanvas.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdlib>
 #include <optional>
@@ -27,6 +28,13 @@ constexpr std::uint32_t ToPixel(Color color) {
 
 bool InReach(Point at) {
   return std::abs(at.x) <= kReach && std::abs(at.y) <= kReach;
+}
+
+// RoundToInt for what is in reach: at this size a double has no bits left for a fraction, and its
+// low bits are the integer.
+int RoundInReach(double value) {
+  constexpr double kNoFraction = 3.0 * (std::int64_t{1} << 51);
+  return static_cast<std::int32_t>(std::bit_cast<std::int64_t>(value + kNoFraction));
 }
 
 bool IsFinite(Point at) {
@@ -205,28 +213,29 @@ void RasterCanvas::PixelColumn(Point first, double step, int count) {
 }
 
 void RasterCanvas::Polyline(std::span<const Point> points) {
-  const bool plainPen = lineWidth_ == 1 && style_ == PenStyle::Solid;
-  if (!plainPen || !std::all_of(points.begin(), points.end(), InReach)) {
+  bool plain = lineWidth_ == 1 && style_ == PenStyle::Solid;
+  std::vector<PixelPoint> rounded(points.size());
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    plain &= InReach(points[i]);
+    rounded[i] = {RoundInReach(points[i].x), RoundInReach(points[i].y)};
+  }
+  if (!plain) {
     Canvas::Polyline(points);
-    return;
-  }
-  std::vector<PixelPoint> rounded;
-  rounded.reserve(points.size());
-  for (const Point& point : points) rounded.push_back({RoundToInt(point.x), RoundToInt(point.y)});
-  if (WorthColumns(rounded)) {
+  } else if (WorthColumns(rounded)) {
     FillColumns(rounded);
-    return;
+  } else {
+    for (std::size_t i = 1; i < rounded.size(); ++i) DrawSegment(rounded[i - 1], rounded[i]);
   }
-  for (std::size_t i = 1; i < rounded.size(); ++i) DrawSegment(rounded[i - 1], rounded[i]);
 }
 
 // Below two points a column single lines are as fast.
 bool RasterCanvas::WorthColumns(const std::vector<PixelPoint>& points) const {
   if (points.size() < 2) return false;
-  const auto turnsBack = [](PixelPoint from, PixelPoint to) { return to.x < from.x; };
   const std::int64_t columns = std::int64_t{points.back().x} - points.front().x + 1;
-  return static_cast<std::int64_t>(points.size()) >= 2 * columns &&
-         std::adjacent_find(points.begin(), points.end(), turnsBack) == points.end();
+  if (static_cast<std::int64_t>(points.size()) < 2 * columns) return false;
+  bool turnsBack = false;
+  for (std::size_t i = 1; i < points.size(); ++i) turnsBack |= points[i].x < points[i - 1].x;
+  return !turnsBack;
 }
 
 void RasterCanvas::FillColumn(int x, int low, int high) {
@@ -248,11 +257,20 @@ void RasterCanvas::FillColumns(const std::vector<PixelPoint>& points) {
   for (std::size_t i = 1; i < points.size(); ++i) {
     const PixelPoint from = points[i - 1];
     const PixelPoint to = points[i];
+    if (to.x == from.x) {
+      // Most lines of a long record stay in their column.
+      if (to.x == column) {
+        low = std::min(low, to.y);
+        high = std::max(high, to.y);
+      }
+      continue;
+    }
     const std::int64_t across = std::int64_t{to.x} - from.x;
     const std::int64_t down = std::abs(std::int64_t{to.y} - from.y);
     const std::int64_t seen = std::max<std::int64_t>(0, -std::int64_t{from.x});
-    for (std::int64_t k = seen; across > 0 && from.x + k <= std::min(to.x, width_ - 1); ++k) {
-      const Rows rows = RowsInColumn(across, down, k);
+    for (std::int64_t k = seen; from.x + k <= std::min(to.x, width_ - 1); ++k) {
+      // With the 1 known, nothing is left to divide.
+      const Rows rows = across == 1 ? RowsInColumn(1, down, k) : RowsInColumn(across, down, k);
       const int one = static_cast<int>(to.y < from.y ? from.y - rows.low : from.y + rows.low);
       const int other = static_cast<int>(to.y < from.y ? from.y - rows.high : from.y + rows.high);
       if (const int x = static_cast<int>(from.x + k); x != column) {
@@ -262,10 +280,6 @@ void RasterCanvas::FillColumns(const std::vector<PixelPoint>& points) {
       }
       low = std::min({low, one, other});
       high = std::max({high, one, other});
-    }
-    if (to.x == column) {
-      low = std::min(low, to.y);
-      high = std::max(high, to.y);
     }
   }
   FillColumn(column, low, high);

@@ -29,6 +29,8 @@ struct Platform {
   ShortDate today;
   std::function<std::unique_ptr<Canvas>()> makeCanvas;
   std::string version;  // major.minor.revision
+  HelpViewer& help;
+  std::string helpFile;  // UTF-8 path
 };
 
 // The whole program without its toolkit: owns every record and every window, and wires them.
@@ -41,6 +43,11 @@ class MainModule {
 
   // The toolkit's side gives each new wave view its widgets here.
   std::function<void(frmWave&)> onWaveView;
+
+  // What stands, for those who watch the program from outside.
+  const LinkState& Link() const { return link_; }
+  const TransferState& Transfer() const { return transfer_; }
+  const RefreshFlags& Refreshing() const { return refreshFlags_; }
 
   // Shared with the windows; declared in the order in which they rest on each other.
   Preferences preferences;

@@ -42,8 +42,9 @@ frmMain::frmMain(MainContext context)
                               [this] { onArrange(Arrangement::TileHorizontal); }),
       mnuWindowTileVertical("Tile &Vertical", [this] { onArrange(Arrangement::TileVertical); }),
       mnuWindowArrangeIcons("&Arrange Icons", [this] { onArrange(Arrangement::ArrangeIcons); }),
-      mnuHelpContents("&Contents"),
-      mnuHelpSearchForHelpOn("&Search For Help On..."),
+      mnuHelpContents("&Contents", [this] { ShowHelp(HelpCommand::Contents); }),
+      mnuHelpSearchForHelpOn("&Search For Help On...",
+                             [this] { ShowHelp(HelpCommand::PartialKey); }),
       mnuHelpAbout("&About ", [this] { context_.about.ShowModal(context_.waiting); }),
       picLED_ON("Connection Status-[Connected]"),
       picLED_OFF("Connection Status-[Disconnected]"),
@@ -61,7 +62,7 @@ frmMain::frmMain(MainContext context)
                    }),
       // Runs and does nothing: nothing asks for the busy flag.
       CommBusyTimer(context.events, 200, [] {}),
-      context_(context) {
+      context_(std::move(context)) {
   SetCaption(kApplicationTitle);
   StatusPanel.SetText("Status: ");
   mnuViewToolbar.SetChecked(true);
@@ -190,6 +191,11 @@ void frmMain::mnuToolsOptions_Click() {
 
 void frmMain::mnuFilePageSetup_Click() {
   context_.prompts.ShowPrinterDialog("Page Setup");
+}
+
+void frmMain::ShowHelp(HelpCommand command) {
+  const auto error = context_.help.Open(context_.helpFile, command);
+  if (error) context_.prompts.Show({.text = *error});
 }
 
 void frmMain::ShowStatus(const std::string& text) {

@@ -11,6 +11,7 @@
 #include "link/SerialEvents.h"
 #include "link/TX5000Cmd.h"
 #include "platform/Button.h"
+#include "platform/HelpViewer.h"
 #include "platform/Label.h"
 #include "platform/MenuEntry.h"
 #include "platform/TabDock.h"
@@ -49,6 +50,8 @@ struct MainContext {
   frmOpenDoc& openDoc;
   frmOptions& options;
   DocChoice& docChoice;
+  HelpViewer& help;
+  std::string helpFile;
 };
 
 // The main window: menu, toolbar, status bar, connection indicator, two docked panes, and the only
@@ -115,6 +118,7 @@ class frmMain : public Form {
   void mnuFileOpen_Click();
   void mnuToolsOptions_Click();
   void mnuFilePageSetup_Click();
+  void ShowHelp(HelpCommand command);
   void TimerInit_Timer();
   void ShowStatus(const std::string& text);
   void ShowIndicator(bool connected);

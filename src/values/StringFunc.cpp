@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <optional>
 #include <span>
 
@@ -133,10 +134,19 @@ UnitBoxText ToUnitBox(double value, std::span<const BoxRow> rows) {
   return {FormatFixed(Apply(value, taken->scale, taken->factor), 3, 3), taken->index};
 }
 
+constexpr std::array<std::int8_t, 256> kHexDigits = [] {
+  std::array<std::int8_t, 256> digits;
+  digits.fill(-1);
+  constexpr std::string_view kInOrder = "0123456789ABCDEF";
+  for (std::size_t i = 0; i < kInOrder.size(); ++i) {
+    digits[static_cast<unsigned char>(kInOrder[i])] = static_cast<std::int8_t>(i);
+  }
+  return digits;
+}();
+
 int HexDigit(char c, int unknown) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  return unknown;
+  const int digit = kHexDigits[static_cast<unsigned char>(c)];
+  return digit < 0 ? unknown : digit;
 }
 
 struct ExponentRow {

@@ -33,7 +33,7 @@ class TraceWalk {
  private:
   static constexpr int kFirstWalked = 3;
 
-  const WaveSurface& surface_;
+  const WaveSurface surface_;
   const SampleArray& samples_;
   int count_;
 };
@@ -95,10 +95,10 @@ void DrawOSC(const WaveSurface& surface, const WaveRecord& record) {
 void DrawTrace(const WaveSurface& surface, const SampleArray& samples, int count) {
   const TraceWalk walk(surface, samples, count);
   const std::array<Point, 2> first = FirstSegment(surface, walk);
-  std::vector<Point> points(first.begin(), first.end());
   const int steps = walk.Steps();
-  points.reserve(points.size() + static_cast<std::size_t>(steps));
-  for (int k = 0; k < steps; ++k) points.push_back(walk.At(k));
+  std::vector<Point> points(first.size() + static_cast<std::size_t>(steps));
+  Point* next = std::copy(first.begin(), first.end(), points.data());
+  for (int k = 0; k < steps; ++k) *next++ = walk.At(k);
   surface.canvas.Polyline(points);
 }
 

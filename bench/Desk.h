@@ -1,0 +1,112 @@
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "drivers/NoGpib.h"
+#include "drivers/NoUsb.h"
+#include "link/SerialEvents.h"
+#include "transfers/RefreshLoop.h"
+#include "transfers/WaveReader.h"
+#include "waveview/frmWave.h"
+
+namespace oriolemark {
+
+// Nobody sits in front of a benchmark: a message means that the measured work did not take place.
+class FatalPrompts : public Prompts {
+ public:
+  MessageAnswer Show(const Message& message) override {
+    std::fprintf(stderr, "%s\n", message.text.c_str());
+    std::abort();
+  }
+  void ShowPrinterDialog(const std::string&) override {}
+};
+
+class NoStore : public SettingsStore {
+ public:
+  std::optional<std::string> Read(const std::string&, const std::string&) override { return {}; }
+  void Write(const std::string&, const std::string&, const std::string&) override {}
+};
+
+// The program from the serial line up to its wave views, connected, on any event source and line.
+struct Desk {
+  Desk(EventSource& eventSource, SerialPort& serialPort) : events(eventSource), port(serialPort) {
+    settings.ScopeIOType = kLinkRS232;
+    state.LinkOpened = state.ScopeConnected = true;
+    sheet.WaveCount = 1;
+    tick.SetEnabled(true);
+  }
+
+  EventSource& events;
+  SerialPort& port;
+  Waiting waiting{events};
+  FatalPrompts prompts;
+  NoStore store;
+  NoGpib gpibDriver;
+  NoUsb usbDriver;
+  LinkSettings settings;
+  LinkState state;
+  RS232Func rs232{port, settings, state, waiting, prompts};
+  GPIBFunc gpib{gpibDriver, settings, state, waiting, prompts};
+  USB_FUNC usb{usbDriver, settings, state, waiting, prompts};
+  SerialEvents serialEvents{port, rs232};
+  TX5000Cmd scope{settings, state, rs232, gpib, usb, waiting, prompts};
+  Timer tick{events, 100, [this] { ++state.SerialTicks; }};
+  TransferState transfer;
+  DataSheet sheet;
+  CtrlSettings controls;
+  TransferScratch scratch;
+  RefreshFlags flags;
+  RefreshSettings refresh{.RefreshType = "Auto", .RefreshInterval = 100};
+  frmPrgress progress{events, waiting, store, state, transfer, scope};
+  WaveReader reader{{settings, state, waiting, scope, rs232, gpib, usb, sheet, scratch,
+                     progress.Progressing(), [] { return std::string("01/01/26"); }}};
+  RefreshContext refreshContext{events, waiting, prompts, state, transfer, flags, refresh};
+};
+
+// A line with an instrument at its end that answers at the next turn of the event loop.
+class InstantLine : public SerialPort, public EventSource {
+ public:
+  // The reply to a command, with its LF; empty for none.
+  std::function<std::string(std::string_view command)> answer;
+
+  bool IsOpen() const override { return true; }
+  void Close() override {}
+  void SetSettings(const std::string&) override {}
+  void SetPort(int) override {}
+  std::string DeviceOf(int) const override { return {}; }
+  std::optional<std::string> Open() override { return {}; }
+  std::optional<std::string> Write(std::string_view bytes) override {
+    reply_ = answer ? answer(bytes.substr(0, bytes.size() - 1)) : std::string();
+    sent_ = 0;
+    return {};
+  }
+  // As much at a time as a line gives.
+  std::string Read() override {
+    const std::string chunk = reply_.substr(sent_, 4096);
+    sent_ += chunk.size();
+    return chunk;
+  }
+  void PollLines() override {}
+
+  void ServePending(UserInput) override {}
+  void ServeNext(Milliseconds, UserInput) override {
+    if (sent_ >= reply_.size()) std::abort();  // nothing would ever end this wait
+    if (onEvent) onEvent(serial_event::kReceive);
+  }
+  void Block(Milliseconds) override {}
+  std::unique_ptr<Alarm> MakeAlarm(std::function<void()>) override {
+    struct Mute : Alarm {
+      void Start(Milliseconds) override {}
+      void Stop() override {}
+    };
+    return std::make_unique<Mute>();
+  }
+  void Wake() override {}
+
+ private:
+  std::string reply_;
+  std::size_t sent_ = 0;
+};
+
+}  // namespace oriolemark

@@ -1,0 +1,121 @@
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+enum class Clock { Wall, Processor };
+enum class Take { Least, Median };
+
+// What is measured, against what, and the ratio that it may have.
+struct Row {
+  const char* subject;
+  const char* measured;
+  const char* reference;
+  Clock clock;
+  Take take;
+  double scale;  // the ratio of the amounts of work, where it is not 1
+  double bound;
+};
+
+constexpr std::array kRows{
+    Row{"repaint of 4 x 17000 samples at 150 % / drawPolyline", "RepaintView/150/17000",
+        "DrawPolyline/150/17000", Clock::Processor, Take::Least, 1, 0.03},
+    Row{"repaint of 4 x 17000 samples at 500 % / drawPolyline", "RepaintView/500/17000",
+        "DrawPolyline/500/17000", Clock::Processor, Take::Least, 1, 0.10},
+    Row{"repaint of 17000 samples / of 4000", "RepaintView/150/17000", "RepaintView/150/4000",
+        Clock::Processor, Take::Least, 1, 2.3},
+    Row{"block of 17000 tokens / istringstream", "ReadBlock/17000", "ExtractStream/17000",
+        Clock::Processor, Take::Least, 1, 0.20},
+    Row{"a token of 17000 / a token of 600", "ReadBlock/17000", "ReadBlock/600", Clock::Processor,
+        Take::Least, 17000.0 / 600, 1.3},
+    Row{"processor of a waiting refresh / of a spinning one", "WaitForRefresh", "SpinOverPump",
+        Clock::Processor, Take::Median, 1, 0.03},
+    Row{"85 KB over a pty on one core / blocking read", "AskOverLine", "ReadOverLine", Clock::Wall,
+        Take::Median, 1, 2},
+};
+
+// The usual report, which also keeps the time of every repetition.
+class KeepingReporter : public benchmark::ConsoleReporter {
+ public:
+  void ReportRuns(const std::vector<Run>& runs) override {
+    for (const Run& run : runs) {
+      if (run.run_type != Run::RT_Iteration || run.error_occurred) continue;
+      const auto& [function, args] = std::tie(run.run_name.function_name, run.run_name.args);
+      const std::string name = args.empty() ? function : function + "/" + args;
+      const double turns = static_cast<double>(run.iterations);
+      times_[{name, Clock::Wall}].push_back(run.real_accumulated_time / turns);
+      times_[{name, Clock::Processor}].push_back(run.cpu_accumulated_time / turns);
+    }
+    ConsoleReporter::ReportRuns(runs);
+  }
+
+  std::optional<double> Time(const char* name, Clock clock, Take take) const {
+    const auto found = times_.find({name, clock});
+    if (found == times_.end()) return std::nullopt;
+    std::vector<double> times = found->second;
+    std::sort(times.begin(), times.end());
+    return take == Take::Least ? times.front() : times[times.size() / 2];
+  }
+
+ private:
+  std::map<std::pair<std::string, Clock>, std::vector<double>> times_;
+};
+
+// False when a bound is broken. A row of which a filter has left out a part counts as kept.
+bool PrintTable(const KeepingReporter& reporter) {
+  bool kept = true;
+  std::printf("\n%-56s %8s %8s\n", "Ratio", "is", "at most");
+  for (const Row& row : kRows) {
+    const auto measured = reporter.Time(row.measured, row.clock, row.take);
+    const auto reference = reporter.Time(row.reference, row.clock, row.take);
+    if (!measured || !reference) {
+      std::printf("%-56s %8s %8.2f\n", row.subject, "not run", row.bound);
+      continue;
+    }
+    const double ratio = *measured / *reference / row.scale;
+    const bool broken = !(ratio <= row.bound);
+    std::printf("%-56s %8.4f %8.2f%s\n", row.subject, ratio, row.bound, broken ? "  BROKEN" : "");
+    kept = kept && !broken;
+  }
+  return kept;
+}
+
+void PrintHelp() {
+  std::printf(
+      "oriolemark_bench measures Oriolemark against plain ways of doing the same, and ends with a\n"
+      "table of the ratios. The exit code is 1 when one is above its bound. The bounds hold for a\n"
+      "release build. Without options each benchmark is repeated and interleaved with the others.\n"
+      "\n");
+  benchmark::PrintDefaultHelp();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  // First, so that the user's own options win.
+  std::array<std::string, 3> defaults{"--benchmark_repetitions=7", "--benchmark_min_time=0.05",
+                                      "--benchmark_enable_random_interleaving=true"};
+  std::vector<char*> options{argv[0]};
+  for (std::string& option : defaults) options.push_back(option.data());
+  options.insert(options.end(), argv + 1, argv + argc);
+  int count = static_cast<int>(options.size());
+  options.push_back(nullptr);
+  benchmark::Initialize(&count, options.data(), PrintHelp);
+  if (benchmark::ReportUnrecognizedArguments(count, options.data())) return 2;
+  const QApplication application(count, options.data());
+  KeepingReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  const bool kept = PrintTable(reporter);
+  benchmark::Shutdown();
+  return kept ? 0 : 1;
+}

@@ -1,0 +1,46 @@
+#include "desktop/HelpWindow.h"
+
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "desktop/Bind.h"
+#include "desktop/HelpBook.h"
+#include "desktop/HelpFile.h"
+#include "desktop/Icons.h"
+
+namespace oriolemark {
+namespace {
+
+constexpr QSize kFirstSize(960, 680);
+
+}  // namespace
+
+HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
+  setObjectName("HelpWindow");
+  setWindowTitle("Oriolemark Help");
+  setWindowIcon(PictureNamed("Oriolemark"));
+  setAttribute(Qt::WA_DeleteOnClose, false);
+  setAttribute(Qt::WA_QuitOnClose, false);
+  Make<QVBoxLayout>(this).setContentsMargins(0, 0, 0, 0);
+  auto& escape = Make<QShortcut>(QKeySequence(Qt::Key_Escape), this);
+  connect(&escape, &QShortcut::activated, this, &QWidget::hide);
+  resize(kFirstSize);
+}
+
+HelpWindow::~HelpWindow() = default;
+
+std::optional<std::string> HelpWindow::Open(const std::string& path, HelpCommand command) {
+  auto file = std::make_unique<HelpFile>(QString::fromStdString(path));
+  if (file->Failure()) return ToWire(*file->Failure());
+  // Read anew each time, so that a window never shows a file that has been replaced.
+  book_ = std::make_unique<HelpBook>(std::move(file));
+  layout()->addWidget(book_.get());
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  show();
+  book_->Turn(command);
+  raise();
+  activateWindow();
+  return std::nullopt;
+}
+
+}  // namespace oriolemark

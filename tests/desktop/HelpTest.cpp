@@ -1,0 +1,65 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QHelpLink>
+#include <QRegularExpression>
+
+#include "desktop/HelpFile.h"
+#include "desktop/HelpWindow.h"
+
+namespace oriolemark {
+namespace {
+
+QByteArray ReadAll(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+struct Help : testing::Test {
+  int count = 1;
+  char name[5] = "Help";
+  char* names[2] = {name, nullptr};
+  QApplication application{count, names};
+};
+
+TEST_F(Help, NoLinkNoEntryOfTheContentsAndNoKeywordLeadsNowhere) {
+  HelpFile file(HELP_FILE_PATH);
+  ASSERT_FALSE(file.Failure()) << file.Failure()->toStdString();
+  EXPECT_FALSE(file.Engine().documentsForKeyword("Zoom").isEmpty());
+  QMap<QUrl, QByteArray> sources{{file.StartPage(), ReadAll(HELP_PROJECT_PATH)}};
+  const auto pages = file.Engine().files(file.StartPage().host(), QString(), "html");
+  for (const QUrl& page : pages) sources[page] += file.Engine().fileData(page);
+  static const QRegularExpression kLink("(?:href|src|ref)=\"([^\"]*)\"");
+  for (auto source = sources.cbegin(); source != sources.cend(); ++source) {
+    for (const auto& link : kLink.globalMatch(source.value())) {
+      const QUrl target = source.key().resolved(QUrl(link.captured(1)));
+      const QByteArray found = file.Engine().fileData(target);
+      const QByteArray anchor = "id=\"" + target.fragment().toUtf8() + "\"";
+      EXPECT_TRUE(!found.isEmpty() && (!target.hasFragment() || found.contains(anchor)))
+          << source.key().toString().toStdString() << ": " << link.captured(1).toStdString();
+    }
+  }
+}
+
+TEST_F(Help, AFileThatCannotBeShownIsDescribedAndShowsNoWindow) {
+  const QByteArray good = ReadAll(HELP_FILE_PATH);
+  const QTemporaryDir folder;
+  QFile file(folder.filePath("broken.hlp"));
+  HelpWindow window(nullptr);
+  const auto open = [&](const QString& path) {
+    return window.Open(path.toStdString(), HelpCommand::Contents).value_or("");
+  };
+  EXPECT_NE(open(file.fileName()), "");
+  EXPECT_NE(open(folder.path()), "");
+  for (const auto& bytes : {QByteArray(), QByteArray("no help"), good.left(good.size() / 2)}) {
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    file.close();
+    EXPECT_NE(open(file.fileName()), "") << bytes.size();
+    EXPECT_FALSE(window.isVisible());
+  }
+  EXPECT_EQ(open(HELP_FILE_PATH), "");
+  EXPECT_TRUE(window.isVisible());
+}
+
+}  // namespace
+}  // namespace oriolemark
