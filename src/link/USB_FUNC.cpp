@@ -66,7 +66,7 @@ std::string USB_FUNC::ReadBlock(Polling polling) {
     }
   }
   if (waiting_.Closing()) return "";
-  if (state_.UsbTicks >= kBlockTicks) return RefuseRead("USB Read time out");
+  if (state_.UsbTicks >= kBlockTicks) return RefuseRead("Read USB time out");
   const int count = waitingBytes;
   if (!driver_.Read_USB(settings_.UsbDevice, kFetchPhase, count, buffer)) {
     return RefuseRead(kNoDevice);

@@ -71,7 +71,7 @@ TEST_F(UsbLinkTest, SilenceEndsAReadByTheDriverAndABlockReadByItsFiftyTicks) {
   fresh.Connect(kLinkUsb);
   EXPECT_EQ(fresh.usb.USBReadBlock(), "");
   EXPECT_EQ(fresh.prompts.shown,
-            std::vector<Message>{Complaint("USB Read Message", "USB Read time out")});
+            std::vector<Message>{Complaint("USB Read Message", "Read USB time out")});
   EXPECT_NEAR(static_cast<double>(fresh.clock.Now().count()), 5000, 5);
 }
 
