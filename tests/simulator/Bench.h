@@ -8,6 +8,17 @@
 
 #include "simulator/Instrument.h"
 
+// The pieces of a text with ';' between them.
+inline std::vector<std::string> Split(std::string_view text) {
+  std::vector<std::string> pieces;
+  for (std::size_t end = text.find(';'); end != text.npos; end = text.find(';')) {
+    pieces.emplace_back(text.substr(0, end));
+    text.remove_prefix(end + 1);
+  }
+  pieces.emplace_back(text);
+  return pieces;
+}
+
 // An instrument on the bench, spoken to in its own words.
 struct Bench {
   tx5000::Instrument instrument;
@@ -21,6 +32,13 @@ struct Bench {
     const int before = instrument.UnknownCommands();
     instrument.Execute(command);
     return instrument.UnknownCommands() == before;
+  }
+
+  // Commands with ';' between them; whether each was understood.
+  bool SendAll(std::string_view commands) {
+    bool understood = true;
+    for (const std::string& command : Split(commands)) understood = Send(command) && understood;
+    return understood;
   }
 
   bool Turn(std::string_view path, std::string_view value) { return instrument.Turn(path, value); }
