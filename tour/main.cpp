@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QPalette>
 #include <QPixmap>
 #include <QScreen>
 #include <QTest>
@@ -254,7 +255,26 @@ void WriteSettings(const QDir& config, const QString& link) {
                      << "MainWidth=17400\nMainHeight=12000\n";
 }
 
-int TakeTour(const QString& folder, const QString& simulator, int& argc, char** argv) {
+// What a desktop with a dark theme would hand to the program.
+QPalette DarkPalette() {
+  QPalette dark(QColor(53, 53, 57), QColor(45, 45, 48));
+  dark.setColor(QPalette::Base, QColor(30, 30, 32));
+  dark.setColor(QPalette::Highlight, QColor(42, 110, 170));
+  dark.setColor(QPalette::HighlightedText, Qt::white);
+  for (const QPalette::ColorRole text :
+       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    dark.setColor(text, QColor(230, 230, 230));
+    dark.setColor(QPalette::Disabled, text, QColor(125, 125, 125));
+  }
+  dark.setColor(QPalette::PlaceholderText, QColor(150, 150, 150));
+  dark.setColor(QPalette::ToolTipBase, QColor(60, 60, 64));
+  dark.setColor(QPalette::ToolTipText, QColor(230, 230, 230));
+  return dark;
+}
+
+enum class Theme { Desktop, Dark };
+
+int TakeTour(const QString& folder, const QString& simulator, Theme theme, int& argc, char** argv) {
   QDir out(folder);
   out.mkpath(".");
   const QString link = out.absoluteFilePath("tx5000");
@@ -262,6 +282,7 @@ int TakeTour(const QString& folder, const QString& simulator, int& argc, char** 
   WriteSettings(config, link);
   qputenv("XDG_CONFIG_HOME", config.absolutePath().toLocal8Bit());
   QApplication application(argc, argv);
+  if (theme == Theme::Dark) QApplication::setPalette(DarkPalette());
   Program program(application);
   Instrument instrument;
   if (!instrument.Start(simulator, link, out.absoluteFilePath("wire.log"))) {
@@ -277,9 +298,12 @@ int TakeTour(const QString& folder, const QString& simulator, int& argc, char** 
 }  // namespace oriolemark
 
 int main(int argc, char** argv) {
-  if (argc != 3) {
-    QTextStream(stderr) << "usage: oriolemark_tour FOLDER TX5000SIM" << Qt::endl;
+  const bool dark = argc == 4 && QByteArray(argv[1]) == "--dark";
+  if (argc != 3 && !dark) {
+    QTextStream(stderr) << "usage: oriolemark_tour [--dark] FOLDER TX5000SIM" << Qt::endl;
     return 2;
   }
-  return oriolemark::TakeTour(argv[1], argv[2], argc, argv);
+  return oriolemark::TakeTour(argv[argc - 2], argv[argc - 1],
+                              dark ? oriolemark::Theme::Dark : oriolemark::Theme::Desktop, argc,
+                              argv);
 }

@@ -1,6 +1,7 @@
 #include "desktop/Bind.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAction>
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -140,7 +141,10 @@ void Bind(QComboBox& widget, ComboBox& model) {
     widget.setCompleter(nullptr);
     QObject::connect(widget.lineEdit(), &QLineEdit::editingFinished, &widget,
                      [&] { model.EndEdit(ToWire(widget.currentText())); });
+    // The focus is in the inner line: a screen reader asks that one.
+    widget.lineEdit()->setAccessibleName(widget.accessibleName());
   }
+  widget.view()->setAccessibleName(widget.accessibleName());
   Follow(widget, model, [&] { ShowCombo(widget, model); });
 }
 

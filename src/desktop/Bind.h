@@ -48,7 +48,8 @@ void Bind(QAbstractButton& widget, Button& model);
 void Bind(QCheckBox& widget, CheckBox& model);
 // One radio button an option, in the order of the options.
 void Bind(const std::vector<QRadioButton*>& options, OptionGroup& model);
-// A model with free text makes the widget editable, with no completion of its own.
+// A model with free text makes the widget editable, with no completion of its own. Its parts
+// bear the accessible name that the widget has by now.
 void Bind(QComboBox& widget, ComboBox& model);
 // Also takes the place of the bar within its parent from the model.
 void Bind(QScrollBar& widget, ScrollBar& model);

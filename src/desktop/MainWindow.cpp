@@ -1,6 +1,7 @@
 #include "desktop/MainWindow.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDate>
 #include <QGuiApplication>
@@ -12,6 +13,7 @@
 #include <QMenuBar>
 #include <QPointer>
 #include <QScreen>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QTime>
 #include <QTimer>
@@ -31,6 +33,8 @@ namespace oriolemark {
 namespace {
 
 constexpr int kSecond = 1000;
+constexpr int kFramePatience = 200;    // ms until the desktop has put its frame around the window
+constexpr QSize kLeastView(360, 450);  // the controls of a view and a small picture
 constexpr UnitRect kIconSize{.width = 160, .height = 32};  // pixels
 
 struct MenuName {
@@ -55,7 +59,7 @@ const MenuName kMenuNames[] = {
     {&frmMain::mnuViewDataBrowser, "mnuViewDataBrowser", ""},
     {&frmMain::mnuToolsConnect, "mnuToolsConnect", ""},
     {&frmMain::mnuToolsDisconnect, "mnuToolsDisconnect", ""},
-    {&frmMain::mnuToolsOptions, "mnuToolsOptions", ""},
+    {&frmMain::mnuToolsOptions, "mnuToolsOptions", "Ctrl+,"},
     {&frmMain::mnuWindowCascade, "mnuWindowCascade", ""},
     {&frmMain::mnuWindowTileHorizontal, "mnuWindowTileHorizontal", ""},
     {&frmMain::mnuWindowTileVertical, "mnuWindowTileVertical", ""},
@@ -66,9 +70,27 @@ const MenuName kMenuNames[] = {
 };
 
 // Pictures of the trees, by image from 1 on.
-const QStringList kSheetPictures{"TreeRoot", "TreeSheet", "Wave", "Measure", "Data"};
-const QStringList kControllerPictures{"Controller", "TreeRoot", "TreeLeaf",
-                                      "TreeAction", "",         "Setting"};
+const QStringList kSheetPictures{"TreeGroupClosed/TreeGroupOpen", "TreeSheet", "Wave", "Measure",
+                                 "Data"};
+const QStringList kControllerPictures{
+    "TreeInstrument", "TreeGroupClosed/TreeGroupOpen", "TreeLeaf", "TreeAction", "", "Panel"};
+
+// A lamp's outline is drawn anew with each theme.
+class LampLabel : public QLabel {
+ public:
+  explicit LampLabel(const QString& picture) : picture_(PictureNamed(picture)) { ShowPicture(); }
+
+ protected:
+  void changeEvent(QEvent* event) override {
+    if (event->type() == QEvent::PaletteChange) ShowPicture();
+    QLabel::changeEvent(event);
+  }
+
+ private:
+  void ShowPicture() { setPixmap(picture_.pixmap(20, 20)); }
+
+  QIcon picture_;
+};
 
 // Moved, and only then made smaller, as far as the screen asks for it.
 QRect ClampInto(const QRect& screen, QRect place) {
@@ -92,17 +114,23 @@ MainWindow::MainWindow(frmMain& form, frmDataSheetTree& browser, frmCtrlList& co
   setWindowIcon(PictureNamed("Oriolemark"));
   area_.setObjectName("MdiArea");
   area_.setAccessibleName("Windows");
+  area_.setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  area_.setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   setCentralWidget(&area_);
   area_.installEventFilter(this);
   addToolBar(&toolBar_);
   BuildMenus();
   BuildStatusBar();
+  AddPaneKeys();
   Follow();
 }
 
 void MainWindow::AddWaveView(frmWave& view) {
   auto& window = Make<WaveWindow>(view);
+  window.resize(window.size().boundedTo(area_.maximumViewportSize()).expandedTo(kLeastView));
   area_.addSubWindow(&window);
+  // A window wider than the area would be placed with its title beyond the left edge.
+  window.move(std::max(0, window.x()), std::max(0, window.y()));
   window.hide();
 }
 
@@ -126,12 +154,57 @@ void MainWindow::BuildMenus() {
   }
 }
 
+// Tab stays inside a child window, so these lead from one part of the window to the next.
+void MainWindow::AddPaneKeys() {
+  const auto add = [this](const char* keys, int step) {
+    auto& shortcut = Make<QShortcut>(QKeySequence(keys), this);
+    connect(&shortcut, &QShortcut::activated, this, [this, step] { GoToPart(step); });
+  };
+  add("F6", 1);
+  add("Shift+F6", -1);
+}
+
+void MainWindow::GoToPart(int step) {
+  QWidgetList parts{&toolBar_};
+  for (QTreeWidget* tree : findChildren<QTreeWidget*>()) parts << tree;
+  parts << &area_;
+  const auto holdsFocus = [](const QWidget* part) {
+    const QWidget* focus = QApplication::focusWidget();
+    return focus != nullptr && (part == focus || part->isAncestorOf(focus));
+  };
+  const qsizetype count = parts.size();
+  const auto from = std::find_if(parts.begin(), parts.end(), holdsFocus);
+  qsizetype at = from == parts.end() ? 0 : from - parts.begin();
+  for (qsizetype tried = 0; tried < count; ++tried) {
+    at = (at + step + count) % count;
+    if (EnterPart(*parts[at])) return;
+  }
+}
+
+bool MainWindow::EnterPart(QWidget& part) {
+  QWidget* target = &part;
+  if (&part == &toolBar_) target = toolBar_.findChild<QToolButton*>("tool_New");
+  if (&part == &area_) {
+    QMdiSubWindow* window = area_.activeSubWindow();
+    if (window == nullptr) return false;
+    window->setFocus(Qt::ShortcutFocusReason);
+    return true;
+  }
+  if (target == nullptr || !target->isVisible()) return false;
+  target->setFocus(Qt::ShortcutFocusReason);
+  return true;
+}
+
 void MainWindow::BuildToolBar() {
   if (!toolBar_.actions().isEmpty() || form_.Tools.empty()) return;
   toolBar_.setMovable(false);
   toolBar_.setContextMenuPolicy(Qt::PreventContextMenu);
   for (std::size_t place = 0; place < form_.Tools.size(); ++place) {
     AddTool(form_.Tools[place], form_.ToolButtons[place]);
+  }
+  if (auto* more = toolBar_.findChild<QToolButton*>("qt_toolbar_ext_button")) {
+    more->setAccessibleName("More tools");
+    more->setFocusPolicy(Qt::TabFocus);
   }
   auto& gap = Make<QWidget>();
   gap.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -156,10 +229,9 @@ void MainWindow::AddTool(const frmMain::Tool& tool, Button& model) {
 }
 
 void MainWindow::AddLamp(const char* name, const QString& picture, Lamp& model) {
-  auto& lamp = Make<QLabel>();
+  auto& lamp = Make<LampLabel>(picture);
   Name(lamp, name, FromWire(model.ToolTip));
   lamp.setToolTip(FromWire(model.ToolTip));
-  lamp.setPixmap(PictureNamed(picture).pixmap(20, 20));
   // A widget in a toolbar shows and hides by the action that stands for it.
   QAction& holder = *toolBar_.addWidget(&lamp);
   const QPointer<QAction> guard(&holder);
@@ -245,12 +317,19 @@ void MainWindow::Follow() {
 void MainWindow::ShowForm() {
   BuildToolBar();
   setWindowTitle(FromWire(form_.Caption()));
-  if (isHidden() == form_.Visible()) setVisible(form_.Visible());
+  if (isHidden() != form_.Visible()) return;
+  setVisible(form_.Visible());
+  if (!form_.Visible()) return;
+  QTimer::singleShot(kFramePatience, this, [this] {
+    if (windowState() == Qt::WindowNoState) ApplyPlace();
+  });
 }
 
 void MainWindow::ApplyPlace() {
-  const QRect place =
-      ClampInto(QGuiApplication::primaryScreen()->availableGeometry(), ToPixels(form_.Place()));
+  // What the desktop draws around the window takes room too, once it is there.
+  QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  screen.setSize(screen.size() - (frameGeometry().size() - size()));
+  const QRect place = ClampInto(screen, ToPixels(form_.Place()));
   move(place.topLeft());
   resize(place.size());
 }
@@ -262,9 +341,10 @@ void MainWindow::Arrange(Arrangement arrangement) {
   windows.removeIf([icons](const QMdiSubWindow* window) {
     return window->isHidden() || window->isMinimized() != icons;
   });
-  const std::vector<UnitRect> places =
-      ArrangeWindows(arrangement, area_.viewport()->width(), area_.viewport()->height(),
-                     static_cast<int>(windows.size()), kIconSize);
+  // The scroll bars go when all windows are inside.
+  const QSize room = area_.maximumViewportSize();
+  const std::vector<UnitRect> places = ArrangeWindows(arrangement, room.width(), room.height(),
+                                                      static_cast<int>(windows.size()), kIconSize);
   for (std::size_t i = 0; i < places.size(); ++i) {
     QMdiSubWindow& window = *windows[static_cast<qsizetype>(i)];
     if (window.isMaximized()) window.showNormal();
@@ -288,6 +368,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 void MainWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::WindowStateChange) form_.Minimised = isMinimized();
+  // The area takes its ground from the theme once, when it is made.
+  if (event->type() == QEvent::PaletteChange) area_.setBackground(palette().dark());
   QMainWindow::changeEvent(event);
 }
 

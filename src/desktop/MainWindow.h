@@ -33,6 +33,10 @@ class MainWindow : public QMainWindow {
 
  private:
   void BuildMenus();
+  void AddPaneKeys();
+  // The next part of the window that can take the focus: toolbar, panes, child windows.
+  void GoToPart(int step);
+  bool EnterPart(QWidget& part);
   void BuildToolBar();
   void AddTool(const frmMain::Tool& tool, Button& model);
   void AddLamp(const char* name, const QString& picture, Lamp& model);

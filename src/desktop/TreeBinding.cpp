@@ -18,13 +18,14 @@ namespace {
 
 constexpr int kLeftButton = 1;
 constexpr int kRightButton = 2;
+constexpr int kEnterKey = 13;
 
 // Virtual key codes of the keys that a tree's form may ask for.
 const std::map<int, int> kKeyCodes{{Qt::Key_F2, 113},
                                    {Qt::Key_F5, 116},
                                    {Qt::Key_Delete, 46},
-                                   {Qt::Key_Return, 13},
-                                   {Qt::Key_Enter, 13}};
+                                   {Qt::Key_Return, kEnterKey},
+                                   {Qt::Key_Enter, kEnterKey}};
 
 TreeNode NodeOf(const QTreeWidgetItem* item) {
   return item != nullptr ? item->data(0, Qt::UserRole).toInt() : kNoNode;
@@ -82,9 +83,24 @@ bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
   }
   if (event->type() == QEvent::KeyPress && watched == &widget_) {
     const auto code = kKeyCodes.find(static_cast<const QKeyEvent&>(*event).key());
-    if (code != kKeyCodes.end()) model_.KeyDown(code->second);
+    if (code != kKeyCodes.end()) TakeKey(code->second);
+  }
+  // The menu key selects nothing new: it means the row that has the focus.
+  if (event->type() == QEvent::ContextMenu && watched == &widget_ &&
+      static_cast<const QContextMenuEvent&>(*event).reason() == QContextMenuEvent::Keyboard) {
+    model_.Select(NodeOf(widget_.currentItem()));
+    QTimer::singleShot(0, this, [this] { model_.MouseDown(kRightButton); });
   }
   return QObject::eventFilter(watched, event);
+}
+
+// Enter stands for the double click where the form knows no keys of its own.
+void TreeBinding::TakeKey(int code) {
+  if (code == kEnterKey && !model_.keyDown) {
+    model_.DoubleClick();
+  } else {
+    model_.KeyDown(code);
+  }
 }
 
 void TreeBinding::NoteChange() {
@@ -122,7 +138,8 @@ void TreeBinding::Rebuild() {
     parents.resize(static_cast<std::size_t>(row.depth) + 1);
     auto item = std::make_unique<QTreeWidgetItem>(QStringList{row.text});
     item->setData(0, Qt::UserRole, row.node);
-    item->setIcon(0, PictureNamed(pictures_.value(row.image - 1)));
+    const QStringList faces = pictures_.value(row.image - 1).split('/');
+    item->setIcon(0, PictureNamed(faces.first(), faces.last()));
     item->setFlags(item->flags() | Qt::ItemIsEditable);
     parents.push_back(item.get());
     parents[static_cast<std::size_t>(row.depth)]->addChild(item.release());

@@ -16,7 +16,8 @@ namespace oriolemark {
 // Changes of the model show with the next events, in one go.
 class TreeBinding : public QObject {
  public:
-  // `pictures` are the names of the pictures from image 1 on.
+  // `pictures` are the names of the pictures from image 1 on; "Closed/Open" names two, the second
+  // for an expanded row.
   TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictures);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -30,6 +31,7 @@ class TreeBinding : public QObject {
     bool operator==(const Row&) const = default;
   };
 
+  void TakeKey(int code);
   void NoteChange();
   void ShowModel();
   void Collect(TreeNode node, int depth, std::vector<Row>& rows) const;

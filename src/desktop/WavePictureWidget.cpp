@@ -51,7 +51,7 @@ WavePictureWidget::WavePictureWidget(Picture& picture, Backdrop& backdrop, QWidg
     : QWidget(parent), picture_(picture), backdrop_(backdrop) {
   Name(*this, "WavePic", "Waveform");
   setMouseTracking(true);
-  setFocusPolicy(Qt::ClickFocus);
+  setFocusPolicy(Qt::StrongFocus);
   const QPointer<WavePictureWidget> guard(this);
   backdrop.onChanged = [guard] {
     if (!guard) return;
@@ -75,6 +75,26 @@ void WavePictureWidget::paintEvent(QPaintEvent*) {
   painter.drawImage(
       picture_.Left(), picture_.Top(),
       Wrap(reinterpret_cast<const uchar*>(raster->Pixels()), raster->Width(), raster->Height()));
+  if (marked_) {
+    painter.setPen(QPen(palette().highlight(), 2));
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+  }
+}
+
+void WavePictureWidget::focusInEvent(QFocusEvent* event) {
+  const Qt::FocusReason reason = event->reason();
+  marked_ = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+            reason == Qt::ShortcutFocusReason;
+  update();
+}
+
+void WavePictureWidget::focusOutEvent(QFocusEvent*) {
+  marked_ = false;
+  update();
+}
+
+void WavePictureWidget::keyPressEvent(QKeyEvent* event) {
+  if (!onKey || !onKey(*event)) QWidget::keyPressEvent(event);
 }
 
 bool WavePictureWidget::OverPicture(QPointF at) const {

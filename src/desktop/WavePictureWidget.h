@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 #include "platform/Picture.h"
@@ -15,10 +16,16 @@ std::unique_ptr<Canvas> MakeRasterCanvas();
 // picture's pixels are shown as they are and never copied.
 class WavePictureWidget : public QWidget {
  public:
+  // A key over the picture; false when it is none of the view's.
+  std::function<bool(const QKeyEvent&)> onKey;
+
   WavePictureWidget(Picture& picture, Backdrop& backdrop, QWidget* parent);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -29,7 +36,8 @@ class WavePictureWidget : public QWidget {
 
   Picture& picture_;
   Backdrop& backdrop_;
-  bool held_ = false;  // a button that went down over the picture keeps the mouse
+  bool marked_ = false;  // the keyboard brought the focus here: a frame shows it
+  bool held_ = false;    // a button that went down over the picture keeps the mouse
 };
 
 }  // namespace oriolemark

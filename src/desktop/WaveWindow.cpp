@@ -9,6 +9,7 @@
 #include <QPointer>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -107,11 +108,37 @@ void AddBar(QWidget& parent, const char* name, Qt::Orientation orientation, cons
   Bind(bar, model);
 }
 
+// The arrows move the first cursor of a pair, with Shift the second; with Ctrl further.
+struct CursorKey {
+  Qt::Key key;
+  CursorLine line;
+  CursorLine withShift;
+  int units;
+};
+
+constexpr int kCtrlUnits = 10;
+constexpr CursorKey kCursorKeys[] = {{Qt::Key_Left, CursorLine::X1, CursorLine::X2, -1},
+                                     {Qt::Key_Right, CursorLine::X1, CursorLine::X2, 1},
+                                     {Qt::Key_Up, CursorLine::Y1, CursorLine::Y2, -1},
+                                     {Qt::Key_Down, CursorLine::Y1, CursorLine::Y2, 1}};
+
+bool MoveCursor(frmWave& form, const QKeyEvent& event) {
+  for (const CursorKey& row : kCursorKeys) {
+    if (row.key != event.key()) continue;
+    const bool shift = event.modifiers().testFlag(Qt::ShiftModifier);
+    const bool far = event.modifiers().testFlag(Qt::ControlModifier);
+    form.MoveCursor(shift ? row.withShift : row.line, far ? row.units * kCtrlUnits : row.units);
+    return true;
+  }
+  return false;
+}
+
 // The room inside the window.
 class WavePanel : public QWidget {
  public:
   explicit WavePanel(frmWave& form) : form_(form), strip_(MakeStrip(form, this)) {
-    Make<WavePictureWidget>(form.WavePic, form.BackPic, this);
+    auto& picture = Make<WavePictureWidget>(form.WavePic, form.BackPic, this);
+    picture.onKey = [&form](const QKeyEvent& event) { return MoveCursor(form, event); };
     AddBar(*this, "HScroll", Qt::Horizontal, "Scroll left and right", form.HScroll);
     AddBar(*this, "VScroll", Qt::Vertical, "Scroll up and down", form.VScroll);
   }
@@ -143,6 +170,10 @@ WaveWindow::WaveWindow(frmWave& form) : form_(form) {
   setWindowIcon(PictureNamed("Wave"));
   setWidget(&Make<WavePanel>(form));
   resize(kFirstSize);
+  // Sizing, moving and maximising by keys.
+  auto& menu = Make<QShortcut>(QKeySequence("Alt+-"), this);
+  menu.setContext(Qt::WidgetWithChildrenShortcut);
+  connect(&menu, &QShortcut::activated, this, &QMdiSubWindow::showSystemMenu);
   const QPointer<WaveWindow> guard(this);
   form.onChanged = [guard] {
     if (guard) guard->ShowForm();

@@ -1,5 +1,6 @@
 #include "drivers/QtSerialPort.h"
 
+#include <fcntl.h>
 #include <grp.h>
 #include <poll.h>
 #include <sys/ioctl.h>
@@ -60,6 +61,11 @@ std::string Shown(const std::string& path) {
   return QString::fromStdString(path).toLatin1().toStdString();
 }
 
+// By the rights that count when a file is opened.
+bool MayUse(const std::string& path) {
+  return ::faccessat(AT_FDCWD, path.c_str(), R_OK | W_OK, AT_EACCESS) == 0;
+}
+
 std::string GroupOf(const std::string& path) {
   struct stat status = {};
   if (::stat(path.c_str(), &status) == 0 && status.st_gid != 0) {
@@ -75,6 +81,11 @@ int AwaitRoom(int handle, qint64 limit) {
   if (ready == 0) return ETIMEDOUT;
   if (ready < 0) return errno == EINTR ? 0 : errno;
   return (line.revents & POLLOUT) != 0 ? 0 : EIO;
+}
+
+bool HasHungUp(int handle) {
+  pollfd line = {.fd = handle, .events = 0, .revents = 0};
+  return ::poll(&line, 1, 0) > 0;
 }
 
 // Past the toolkit's own buffer: that one takes a full line for a device that has gone.
@@ -127,39 +138,47 @@ std::string QtSerialPort::DeviceOf(int number) const {
   return Shown(FindPath(number));
 }
 
-std::string QtSerialPort::OpenFailure(const std::string& path) const {
+// The system's words, which port is meant, and what to do about it.
+std::string QtSerialPort::Failure(const std::string& text, const std::string& cure) const {
+  return text + "\nCOM" + std::to_string(number_) + " is " + Shown(path_) + ". " + cure;
+}
+
+std::string QtSerialPort::OpenFailure() const {
   const std::string text = port_.errorString().toLatin1().toStdString();
-  const std::string shown = Shown(path);
   switch (port_.error()) {
     case QSerialPort::DeviceNotFoundError:
-      return text + "\nCOM" + std::to_string(number_) + " stands for " + shown + ".";
+      return Failure(text, "Plug it in, or choose another port in the options.");
     case QSerialPort::PermissionError:
       // The same error tells of a missing right and of another program's lock.
-      if (::access(path.c_str(), R_OK | W_OK) == 0) {
-        return text + "\nAnother program is using " + shown + ".";
-      }
-      return text + "\nAdd yourself to the group " + GroupOf(path) + ", which may use " + shown +
-             ", and log in again.";
+      if (MayUse(path_)) return Failure(text, "Close the other program that is using it.");
+      return Failure(text,
+                     "Join the group " + GroupOf(path_) + ", which may use it, and log in again.");
     default:
-      return text;
+      return Failure(text, "It cannot be used as a serial line at " + settings_ + ".");
   }
+}
+
+std::string QtSerialPort::WriteFailure(int error) const {
+  return Failure(SystemText(error), error == ETIMEDOUT
+                                        ? "It takes no more bytes: look at its cable."
+                                        : "It has gone: plug it in and connect again.");
 }
 
 std::optional<std::string> QtSerialPort::Open() {
   Close();
   const auto settings = ParseSerialSettings(settings_);
   if (!settings) return SystemText(EINVAL) + "\nNo serial line can be set to " + settings_ + ".";
-  const auto path = FindPath(number_);
-  if (path.empty()) {
+  path_ = FindPath(number_);
+  if (path_.empty()) {
     return SystemText(ENOENT) + "\nNo serial device was found for COM" + std::to_string(number_) +
-           ".";
+           ". Plug one in, or choose another port in the options.";
   }
-  port_.setPortName(QString::fromStdString(path));
+  port_.setPortName(QString::fromStdString(path_));
   const bool set = port_.setBaudRate(settings->baudRate) && port_.setParity(settings->parity) &&
                    port_.setDataBits(settings->dataBits) && port_.setStopBits(settings->stopBits) &&
                    port_.setFlowControl(QSerialPort::NoFlowControl);
   if (!set || !port_.open(QIODevice::ReadWrite)) {
-    auto failure = OpenFailure(path);
+    auto failure = OpenFailure();
     Close();
     return failure;
   }
@@ -171,11 +190,11 @@ std::optional<std::string> QtSerialPort::Open() {
 }
 
 std::optional<std::string> QtSerialPort::Write(std::string_view bytes) {
-  if (state_ == State::Vanishing || state_ == State::Vanished) return SystemText(EIO);
+  if (state_ == State::Vanishing || state_ == State::Vanished) return WriteFailure(EIO);
   if (state_ == State::Closed) return SystemText(EBADF);
   const int error = WriteAll(port_.handle(), bytes);
   if (error == 0) return std::nullopt;
-  return SystemText(error);
+  return WriteFailure(error);
 }
 
 std::string QtSerialPort::Read() {
@@ -193,7 +212,12 @@ void QtSerialPort::TakeReceived() {
 }
 
 void QtSerialPort::NoteError(QSerialPort::SerialPortError error) {
-  if (error != QSerialPort::ResourceError || state_ != State::Open) return;
+  if (state_ != State::Open) return;
+  // A read that fails on a line still there is no end of it; which of the two errors tells of the
+  // end hangs on what the system said last, about anything.
+  const bool ended = error == QSerialPort::ResourceError ||
+                     (error == QSerialPort::ReadError && HasHungUp(port_.handle()));
+  if (!ended) return;
   state_ = State::Vanishing;
   // Not from inside the port's own signal; and at once, for it repeats this without a pause.
   QMetaObject::invokeMethod(

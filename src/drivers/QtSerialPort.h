@@ -37,7 +37,9 @@ class QtSerialPort : public SerialPort {
   enum class State { Closed, Open, Vanishing, Vanished };
 
   std::string FindPath(int number) const;
-  std::string OpenFailure(const std::string& path) const;
+  std::string Failure(const std::string& text, const std::string& cure) const;
+  std::string OpenFailure() const;
+  std::string WriteFailure(int error) const;
   void TakeReceived();
   void NoteError(QSerialPort::SerialPortError error);
   void FinishVanishing();
@@ -48,6 +50,7 @@ class QtSerialPort : public SerialPort {
   DevicePath devicePath_;
   std::string settings_ = "9600,n,8,1";
   int number_ = 1;
+  std::string path_;  // as last opened
   State state_ = State::Closed;
   std::string received_;
   // As last seen; nothing where the device has none.

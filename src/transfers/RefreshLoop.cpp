@@ -84,16 +84,16 @@ void RefreshLoop::Read() {
 
 // A click that stops a loop, and the loop's own end, both come by here.
 void RefreshLoop::Rest() {
-  autoRunning_ = false;
   context_.flags.Of(kind_) = false;
-  timer2_.SetEnabled(false);
-  if (!view_.Loaded()) return;
-  cmdRefresh_.SetFace(kRefreshFace);
-  cmdRefresh_.SetEnabled(true);
+  ShowReady();
 }
 
 void RefreshLoop::Abandon() {
   if (autoRunning_) context_.flags.Of(kind_) = false;
+  ShowReady();
+}
+
+void RefreshLoop::ShowReady() {
   autoRunning_ = false;
   timer2_.SetEnabled(false);
   cmdRefresh_.SetFace(kRefreshFace);

@@ -65,6 +65,7 @@ class RefreshLoop {
   void RunAuto();
   void Read();
   void Rest();
+  void ShowReady();
 
   RefreshContext context_;
   ViewKind kind_;

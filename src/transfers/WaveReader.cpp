@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <optional>
 
 #include "link/StringRES.h"
 #include "values/Number.h"
@@ -84,63 +85,72 @@ void WaveReader::ShowProgress(double percent) {
   context_.progress.bar.Refresh();
 }
 
+// Looked up after each wait: items shift when one is removed. What comes for an item that has gone
+// is read to its end and lost.
+WaveRecord& WaveReader::Record() {
+  const std::optional<int> slot = FindWave(context_.sheet, context_.scratch.TransferWaveNode,
+                                           context_.scratch.TransferWaveSlot);
+  if (!slot) return lost_;
+  return context_.sheet.Waves[static_cast<std::size_t>(*slot)];
+}
+
 void WaveReader::ReadWaveform(std::string channel) {
   const std::string timeBase = kTimeBase;
   const std::string data = kData;
-  WaveRecord& record =
-      context_.sheet.Waves[static_cast<std::size_t>(context_.scratch.TransferWaveSlot)];
   StoreSize(Ask(data + kWinMemSize), context_.scratch.TransferSize);
   ShowProgress(kQueriesDone);
-  record.Count = context_.scratch.TransferSize;
-  record.IsYT = Ask(timeBase + kFormat) == "Y-T";
-  if (!record.IsYT) channel = "CH1CH2";
+  Record().Count = context_.scratch.TransferSize;
+  Record().IsYT = Ask(timeBase + kFormat) == "Y-T";
+  if (!Record().IsYT) channel = "CH1CH2";
   const bool scan = Ask(timeBase + kScan) == "ON";
   if (scan) {
-    StoreShort(Ask(data + kRollingStartPos), record.RollingStartPos);
-    StoreShort(Ask(data + kRollingEraseWidth), record.RollingEraseWidth);
+    const std::string start = Ask(data + kRollingStartPos);
+    StoreShort(start, Record().RollingStartPos);
+    const std::string width = Ask(data + kRollingEraseWidth);
+    StoreShort(width, Record().RollingEraseWidth);
   }
-  record.IsScan = scan;
+  Record().IsScan = scan;
   // A rolling record keeps what the one before said of the envelope.
-  if (!scan) record.Envelope = Ask(std::string(kAcquire) + kAcquisition) == "ENVELOPE";
-  ReadChannelFields(record, channel);
-  record.TimeRange = Ask(timeBase + kRange);
-  record.TriggerDelay = Ask(timeBase + kTriggerDelay);
-  record.Date = context_.today();
-  ReadBlocks(record);
+  if (!scan) Record().Envelope = Ask(std::string(kAcquire) + kAcquisition) == "ENVELOPE";
+  ReadChannelFields(channel);
+  Record().TimeRange = Ask(timeBase + kRange);
+  Record().TriggerDelay = Ask(timeBase + kTriggerDelay);
+  Record().Date = context_.today();
+  ReadBlocks();
 }
 
-void WaveReader::ReadChannelFields(WaveRecord& record, const std::string& channel) {
+void WaveReader::ReadChannelFields(const std::string& channel) {
   const std::string ch1 = kChannel1;
   const std::string ch2 = kChannel2;
   if (channel == "CH1") {
-    record.Channels = 1;
-    record.CH1Range = Ask(ch1 + kRange);
-    record.CH1Offset = Ask(ch1 + kOffset);
+    Record().Channels = 1;
+    Record().CH1Range = Ask(ch1 + kRange);
+    Record().CH1Offset = Ask(ch1 + kOffset);
   } else if (channel == "CH2") {
-    record.Channels = 2;
-    record.CH2Range = Ask(ch2 + kRange);
-    record.CH2Offset = Ask(ch2 + kOffset);
+    Record().Channels = 2;
+    Record().CH2Range = Ask(ch2 + kRange);
+    Record().CH2Offset = Ask(ch2 + kOffset);
   } else {
-    record.Channels = kBothChannels;
-    record.CH1Range = Ask(ch1 + kRange);
-    record.CH2Range = Ask(ch2 + kRange);
-    record.CH1Offset = Ask(ch1 + kOffset);
-    record.CH2Offset = Ask(ch2 + kOffset);
+    Record().Channels = kBothChannels;
+    Record().CH1Range = Ask(ch1 + kRange);
+    Record().CH2Range = Ask(ch2 + kRange);
+    Record().CH1Offset = Ask(ch1 + kOffset);
+    Record().CH2Offset = Ask(ch2 + kOffset);
   }
 }
 
-void WaveReader::ReadBlocks(WaveRecord& record) {
-  const BlockList& list = BlocksOf(record);
-  const double total = static_cast<double>(list.count) * record.Count;
+void WaveReader::ReadBlocks() {
+  const BlockList& list = BlocksOf(Record());
+  const double total = static_cast<double>(list.count) * Record().Count;
   for (int i = 0; i < list.count; ++i) {
     const Block& block = list.blocks[static_cast<std::size_t>(i)];
     context_.scope.SendToScope(std::string(kData) + block.source + block.channel);
-    ReadBlock(record.*block.destination, 100.0 * i / list.count, total, record.Count, block.clamp);
+    ReadBlock(block.destination, 100.0 * i / list.count, total, Record().Count, block.clamp);
   }
 }
 
-void WaveReader::ReadBlock(SampleArray& destination, double base, double total, int count,
-                           Clamp clamp) {
+void WaveReader::ReadBlock(SampleArray WaveRecord::*destination, double base, double total,
+                           int count, Clamp clamp) {
   const std::string text = ReadReply(base, total);
   // Over GPIB and USB the first sample lands at index 0, which is never converted nor shown.
   Split(text, context_.settings.ScopeIOType == kLinkRS232 ? 1 : 0, KeepTokens::No);
@@ -151,7 +161,7 @@ void WaveReader::ReadBlock(SampleArray& destination, double base, double total, 
     samples.Store(
         i, (clamp == Clamp::None ? byte : std::clamp(byte, kTopByte, kBottomByte)) - kTopByte);
   }
-  destination = samples;
+  Record().*destination = samples;
 }
 
 void WaveReader::ReadChannelData(const std::string& channel) {
@@ -255,6 +265,20 @@ std::string WaveReader::ReadReplyUsb(double base, double total) {
   return text;
 }
 
+namespace {
+
+// Where the first blank stands: nearly always behind four characters, so that is tried first.
+std::size_t FindBlank(std::string_view text) {
+  constexpr std::size_t kUsual = 4;
+  if (text.size() > kUsual && text[kUsual] == ' ' && text[0] != ' ' && text[1] != ' ' &&
+      text[2] != ' ' && text[3] != ' ') {
+    return kUsual;
+  }
+  return text.find(' ');
+}
+
+}  // namespace
+
 // One pass over the bytes. A text that does not end in a blank stores the token before its end a
 // second time: what stands behind the last blank is never a sample.
 void WaveReader::Split(std::string_view text, int firstIndex, KeepTokens keep) {
@@ -262,7 +286,7 @@ void WaveReader::Split(std::string_view text, int firstIndex, KeepTokens keep) {
   if (keep == KeepTokens::Yes) scratch.TransferTokens.resize(kLastSample + 1);
   std::string_view token;
   for (int i = firstIndex; i <= kLastSample; ++i) {
-    const std::size_t blank = text.find(' ');
+    const std::size_t blank = FindBlank(text);
     // A text that begins with a blank has an empty token in front of it.
     if (blank != std::string_view::npos) {
       token = text.substr(0, blank);

@@ -44,11 +44,14 @@ class WaveReader {
   enum class KeepTokens { No, Yes };
 
   std::string Ask(std::string_view path);
-  void ReadChannelFields(WaveRecord& record, const std::string& channel);
-  void ReadBlocks(WaveRecord& record);
+  // The record of the item that is read.
+  WaveRecord& Record();
+  void ReadChannelFields(const std::string& channel);
+  void ReadBlocks();
   // The block has been asked for; `base` is the percentage at which its progress starts and `total`
   // the number of samples of the whole read.
-  void ReadBlock(SampleArray& destination, double base, double total, int count, Clamp clamp);
+  void ReadBlock(SampleArray WaveRecord::*destination, double base, double total, int count,
+                 Clamp clamp);
 
   std::string ReadReply(double base, double total);
   std::string ReadReplyGpib(double base, double total);
@@ -58,6 +61,7 @@ class WaveReader {
   void ShowProgress(double percent);
 
   WaveReaderContext context_;
+  WaveRecord lost_;
 };
 
 }  // namespace oriolemark

@@ -79,7 +79,9 @@ bool frmPrgress::Transfer(oriolemark::TransferKind kind, const std::string& capt
   transfer_.TransferDone = false;
   Show();
   waiting_.WaitUntil([this] { return transfer_.TransferDone; });
-  return transfer_.TransferDone;
+  if (transfer_.TransferDone) return true;
+  End();
+  return false;
 }
 
 void frmPrgress::Form_Load() {
@@ -104,8 +106,12 @@ void frmPrgress::Timer1_Timer() {
   Run(status != DropFirstChar(kStop));
   Repaint();
   waiting_.Sleep(Milliseconds(200));
-  link_.CommBusy = false;
   transfer_.TransferDone = true;
+  End();
+}
+
+void frmPrgress::End() {
+  link_.CommBusy = false;
   transfer_.TransferActive = false;
   Unload();
 }

@@ -64,6 +64,7 @@ class frmPrgress : public Form {
  private:
   void Timer1_Timer();
   void Run(bool running);
+  void End();
 
   Waiting& waiting_;
   SettingsStore& store_;

@@ -106,6 +106,23 @@ void ReleaseCursors(WaveCursors& cursors) {
   cursors.DragX1 = cursors.DragX2 = cursors.DragY1 = cursors.DragY2 = false;
 }
 
+bool StepCursor(WaveCursors& cursors, CursorLine line, int units) {
+  const bool across = line == CursorLine::X1 || line == CursorLine::X2;
+  if (!(across ? cursors.CursorXOn : cursors.CursorYOn)) return false;
+  const auto stepped = [&](double base) {
+    return std::clamp(base + units, 0.0, across ? kGridWidth : kGridHeight);
+  };
+  if (line == CursorLine::Y2) {
+    StoreWhole(cursors.Y2Base, stepped(cursors.Y2Base));
+    return true;
+  }
+  double& base = line == CursorLine::X1   ? cursors.X1Base
+                 : line == CursorLine::X2 ? cursors.X2Base
+                                          : cursors.Y1Base;
+  base = stepped(base);
+  return true;
+}
+
 MousePointer PointerOver(const WaveCursors& cursors, Point mouse, double zoom) {
   if (!cursors.CursorXOn && !cursors.CursorYOn) return MousePointer::Arrow;
   if (cursors.DragX1 || cursors.DragX2) return MousePointer::WestEast;

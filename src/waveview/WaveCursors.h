@@ -42,6 +42,10 @@ void SeizeCursors(WaveCursors& cursors, Point mouse);
 bool DragCursor(WaveCursors& cursors, Point mouse, double zoom);
 void ReleaseCursors(WaveCursors& cursors);
 
+enum class CursorLine { X1, X2, Y1, Y2 };
+// Moves one cursor by grid units, no further than the grid's edge; true when it is shown.
+bool StepCursor(WaveCursors& cursors, CursorLine line, int units);
+
 // The pointer to show with the mouse here.
 MousePointer PointerOver(const WaveCursors& cursors, Point mouse, double zoom);
 

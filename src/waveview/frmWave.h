@@ -66,6 +66,8 @@ class frmWave : public Form {
   void cmdRefresh_Click();
   void Timer1_Timer();
   void KeyDown(int code, ShiftKeys shift);
+  // The keyboard's way to drag a cursor.
+  void MoveCursor(CursorLine line, int units);
   // One reading by the channel option. Waits until the transfer has ended.
   void LoadData();
 

@@ -1,85 +1,19 @@
 #include <gtest/gtest.h>
 
-#include <QAccessible>
-#include <QApplication>
-#include <QTemporaryDir>
+#include <QPalette>
 #include <QTest>
-#include <QTimer>
-#include <QWidget>
-#include <functional>
-#include <vector>
+#include <QToolButton>
 
-#include "desktop/Program.h"
+#include "desktop/Icons.h"
+#include "desktop/RunWindows.h"
 
 namespace oriolemark {
 namespace {
-
-// The real windows with settings of their own and no instrument; each step runs from the event loop
-// half a second after the one before, and the last one closes the program.
-class Windows : public testing::Test {
- protected:
-  Windows() {
-    qputenv("XDG_CONFIG_HOME", home_.path().toLocal8Bit());
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-  }
-
-  void Run(std::vector<std::function<void(MainModule&)>> steps) {
-    int argc = 1;
-    char name[] = "Oriolemark";
-    char* argv[] = {name, nullptr};
-    QApplication application(argc, argv);
-    Program program(application);
-    QTimer timer;
-    std::size_t next = 0;
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-      if (next < steps.size()) {
-        steps[next++](program.Module());
-      } else {
-        program.Module().main.Close();
-      }
-    });
-    timer.start(500);
-    program.Run();
-    EXPECT_EQ(next, steps.size());
-  }
-
-  QTemporaryDir home_;
-};
-
-QWidget* Shown(const QString& name) {
-  for (QWidget* widget : QApplication::allWidgets()) {
-    if (widget->objectName() == name && widget->isVisible()) return widget;
-  }
-  return nullptr;
-}
 
 void Click(const QString& name) {
   QWidget* widget = Shown(name);
   ASSERT_NE(widget, nullptr) << name.toStdString();
   QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2));
-}
-
-// Every element that can have the focus or be clicked has a name for a screen reader.
-void ExpectNames(const QString& where) {
-  for (QWidget* widget : QApplication::allWidgets()) {
-    if (!widget->isVisible() || widget->focusPolicy() == Qt::NoFocus) continue;
-    const QString className = widget->metaObject()->className();
-    // Inner parts of a widget that has the name itself.
-    if (widget->objectName().startsWith("qt_") || className == "QLineEdit") continue;
-    QAccessibleInterface* element = QAccessible::queryAccessibleInterface(widget);
-    if (element == nullptr || element->role() == QAccessible::Client) continue;
-    EXPECT_FALSE(element->text(QAccessible::Name).isEmpty())
-        << where.toStdString() << ": " << className.toStdString() << " "
-        << widget->objectName().toStdString();
-  }
-}
-
-TEST_F(Windows, EveryElementOfTheMainWindowAndOfAWaveViewHasAName) {
-  Run({[](MainModule&) { Click("tool_AddNewWaveform"); },
-       [](MainModule& module) {
-         EXPECT_EQ(module.sheet.WaveCount, 1);
-         ExpectNames("main window");
-       }});
 }
 
 TEST_F(Windows, RefreshWithoutALinkIsRefusedByAMessage) {
@@ -103,8 +37,61 @@ TEST_F(Windows, ClosingTheProgramUnderAModalDialogEndsIt) {
        [](MainModule& module) {
          EXPECT_TRUE(module.newDoc.Visible());
          EXPECT_NE(QApplication::activeModalWidget(), nullptr);
-         ExpectNames("new document");
        }});
+}
+
+TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
+  Run({[](MainModule&) { Shown("tool_New")->setFocus(Qt::TabFocusReason); },
+       [](MainModule&) {
+         auto* tool = qobject_cast<QToolButton*>(Shown("tool_AddNewWaveform"));
+         tool->setFocus(Qt::TabFocusReason);
+         QTest::keyClick(tool, Qt::Key_Space);
+       },
+       [](MainModule& module) {
+         auto& view = dynamic_cast<frmWave&>(*module.sheet.WaveViews[0]);
+         EXPECT_GE(Shown("frmWave")->x(), 0) << "wider than the area, and its title in reach";
+         view.ChkCursorX.SetValue(true);
+         QWidget* picture = Shown("WavePic");
+         for (int tabs = 0; tabs < 30 && !picture->hasFocus(); ++tabs) {
+           QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+         }
+         ASSERT_TRUE(picture->hasFocus());
+         QTest::keyClick(picture, Qt::Key_Right);
+         QTest::keyClick(picture, Qt::Key_Left, Qt::ShiftModifier | Qt::ControlModifier);
+         QTest::keyClick(picture, Qt::Key_Down);
+         EXPECT_EQ(view.Cursors.X1Base, 51);
+         EXPECT_EQ(view.Cursors.X2Base, 240);
+         EXPECT_EQ(view.Cursors.Y1Base, 50) << "a pair that is not shown";
+         QTest::keyClick(picture, Qt::Key_F6);
+         EXPECT_TRUE(Shown("tool_New")->hasFocus());
+         QTest::keyClick(Shown("tool_New"), Qt::Key_F6, Qt::ShiftModifier);
+         EXPECT_TRUE(Shown("frmWave")->isAncestorOf(QApplication::focusWidget()));
+         QTest::keyClick(QApplication::focusWidget(), Qt::Key_W, Qt::ControlModifier);
+         EXPECT_FALSE(view.Loaded());
+         QWidget* tree = Shown("DataSheetTree");
+         tree->setFocus();
+         QTest::keyClick(tree, Qt::Key_End);
+         QTest::keyClick(tree, Qt::Key_Return);
+         EXPECT_TRUE(view.Visible()) << "Enter opens what a double click opens";
+       }});
+}
+
+TEST_F(Windows, TheMainWindowFitsASmallScreenAndItsPicturesADarkOne) {
+  Run({[](MainModule&) {
+    const QSize least = Shown("frmMain")->minimumSizeHint();
+    EXPECT_LT(least.width(), 800);
+    EXPECT_LT(least.height(), 600);
+    const auto lightness = [] {
+      return PictureNamed("TreeSheet")
+          .pixmap({24, 24}, 1.0)
+          .toImage()
+          .pixelColor(5, 12)
+          .lightness();
+    };
+    EXPECT_LT(lightness(), 100);
+    QApplication::setPalette(QPalette(QColor(50, 50, 50), QColor(40, 40, 40)));
+    EXPECT_GT(lightness(), 150);
+  }});
 }
 
 }  // namespace

@@ -12,8 +12,8 @@ void PrintTo(const Message& message, std::ostream* out) {
 }
 
 MessageAnswer RecordingPrompts::Show(const Message& message) {
-  shown.push_back(message);
   if (waiting_.Closing()) return MessageAnswer::Cancel;
+  shown.push_back(message);
   const bool question = message.buttons != MessageButtons::Ok;
   if (answers_.empty()) {
     if (question) ADD_FAILURE() << "no answer to " << message.text;

@@ -9,7 +9,10 @@ namespace oriolemark {
 namespace {
 
 struct ReaderBench : LinkBench {
-  explicit ReaderBench(int ioType) { Connect(ioType); }
+  explicit ReaderBench(int ioType) {
+    Connect(ioType);
+    sheet.WaveCount = 1;
+  }
 
   void AnswerQueries(const std::string& size, const std::string& format) {
     script.Answer(":DATA:WinMemSize:?", size + "\n");
@@ -17,13 +20,19 @@ struct ReaderBench : LinkBench {
     script.Answer(":TimeBase:SCAN:?", "OFF\n");
     script.Answer(":ACQUIRE:ACQUISITION:?", "NORMAL\n");
   }
-  void AnswerCH1() {
-    script.Answer(":CHANNEL1:RANGE:?", "1.00V\n");
-    script.Answer(":CHANNEL1:OFFSET:?", "0.00div\n");
-  }
   void AnswerTime() {
     script.Answer(":TimeBase:RANGE:?", "1.000ms\n");
     script.Answer(":TimeBase:TRIGGER DELAY:?", "0.0000s\n");
+  }
+  // Reads a plain record of channel 1.
+  const WaveRecord& Read(const std::string& size, const std::string& block) {
+    AnswerQueries(size, "Y-T");
+    script.Answer(":CHANNEL1:RANGE:?", "1.00V\n");
+    script.Answer(":CHANNEL1:OFFSET:?", "0.00div\n");
+    AnswerTime();
+    script.Answer(":DATA:CHANNEL1", block);
+    reader.ReadWaveform("CH1");
+    return sheet.Waves[0];
   }
 
   MemoryStore store;
@@ -53,12 +62,7 @@ TEST(WaveReader, TheFirstSampleOfABlockStandsWhereTheTransportPutsIt) {
   for (const TransportRow& row : kTransports) {
     SCOPED_TRACE(row.name);
     ReaderBench bench(row.ioType);
-    bench.AnswerQueries("3", "Y-T");
-    bench.AnswerCH1();
-    bench.AnswerTime();
-    bench.script.Answer(":DATA:CHANNEL1", "0x00 0x7D 0xFF \n");
-    bench.reader.ReadWaveform("CH1");
-    const WaveRecord& record = bench.sheet.Waves[0];
+    const WaveRecord& record = bench.Read("3", "0x00 0x7D 0xFF \n");
     for (int i = 0; i < 4; ++i) {
       EXPECT_EQ(record.CH1Data[i], row.rows[static_cast<std::size_t>(i)]) << i;
     }
@@ -91,37 +95,19 @@ TEST(WaveReader, ABlockThatNeverComesLeavesTheOldTail) {
   ReaderBench bench(kLinkRS232);
   bench.scratch.TransferSize = 3;
   bench.scratch.TransferSamples.Store(2, 150);
-  bench.AnswerQueries("abc", "Y-T");
-  bench.AnswerCH1();
-  bench.AnswerTime();
-  bench.script.Answer(":DATA:CHANNEL1", "");
-  bench.reader.ReadWaveform("CH1");
-  const WaveRecord& record = bench.sheet.Waves[0];
+  const WaveRecord& record = bench.Read("abc", "");
   EXPECT_EQ(record.Count, 3) << "a size that is no number leaves the one before";
   EXPECT_EQ(record.CH1Data[1], 0);
   EXPECT_EQ(record.CH1Data[2], 124) << "what an earlier block left is converted";
 }
 
-struct SizeRow {
-  const char* reply;
-  int count;
-};
-
 TEST(WaveReader, NoSizeHangsOrGrowsTheRead) {
-  for (const SizeRow& row : {SizeRow{"0", 0},
-                             {"-5", -5},
-                             {"2147483647", 2147483647},
-                             {"99999999999", 0},
-                             {"", 0},
-                             {"1e3", 1000}}) {
-    SCOPED_TRACE(row.reply);
+  const std::pair<const char*, int> rows[] = {
+      {"0", 0}, {"-5", -5}, {"2147483647", 2147483647}, {"99999999999", 0}, {"", 0}, {"1e3", 1000}};
+  for (const auto& [reply, count] : rows) {
+    SCOPED_TRACE(reply);
     ReaderBench bench(kLinkRS232);
-    bench.AnswerQueries(row.reply, "Y-T");
-    bench.AnswerCH1();
-    bench.AnswerTime();
-    bench.script.Answer(":DATA:CHANNEL1", "0x7D \n");
-    bench.reader.ReadWaveform("CH1");
-    EXPECT_EQ(bench.sheet.Waves[0].Count, row.count);
+    EXPECT_EQ(bench.Read(reply, "0x7D \n").Count, count);
     EXPECT_EQ(bench.script.LeftOver(), 0u);
   }
 }

@@ -22,7 +22,10 @@ struct TransferScratch {
   double TransferVoltOffset = 0;
   double TransferTimeRange = 0;
   double TransferTriggerDelay = 0;
-  int TransferWaveSlot = 0;  // the wave slot that a wave read fills
+  // The wave slot that a wave read fills, and the item in it when the read was asked for: should
+  // the item move to another slot meanwhile, the read follows it.
+  int TransferWaveSlot = 0;
+  TreeNode TransferWaveNode = kNoNode;
 };
 
 }  // namespace oriolemark

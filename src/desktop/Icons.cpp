@@ -1,0 +1,109 @@
+#include "desktop/Icons.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QGuiApplication>
+#include <QIconEngine>
+#include <QImageReader>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmapCache>
+#include <array>
+#include <memory>
+
+namespace oriolemark {
+namespace {
+
+constexpr double kDisabledOpacity = 0.4;
+constexpr double kInk = 0.85;  // of the text's colour; the rest is the ground's
+
+QByteArray ReadDrawing(const QString& name) {
+  QFile file(":/icons/" + name + ".svg");
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Outlines are broader than letters, hence a little softer.
+QColor InkOf(QIcon::Mode mode) {
+  const QPalette palette = QGuiApplication::palette();
+  const bool selected = mode == QIcon::Selected;
+  const QColor text =
+      palette.color(QPalette::Active, selected ? QPalette::HighlightedText : QPalette::WindowText);
+  const QColor ground =
+      palette.color(QPalette::Active, selected ? QPalette::Highlight : QPalette::Window);
+  const auto mix = [](float ours, float theirs) {
+    return static_cast<float>(kInk * ours + (1 - kInk) * theirs);
+  };
+  return QColor::fromRgbF(mix(text.redF(), ground.redF()), mix(text.greenF(), ground.greenF()),
+                          mix(text.blueF(), ground.blueF()));
+}
+
+// The drawings' outlines are "currentColor", the colour of the text around them.
+QPixmap Render(QByteArray drawing, QSize size, const QColor& ink) {
+  drawing.replace("currentColor", ink.name().toLatin1());
+  QBuffer buffer(&drawing);
+  QImageReader reader(&buffer, "svg");
+  reader.setScaledSize(size);
+  return QPixmap::fromImage(reader.read());
+}
+
+// Without its colours and half gone.
+QPixmap Faded(const QPixmap& picture) {
+  const QImage source = picture.toImage();
+  QImage grey = source.convertToFormat(QImage::Format_Grayscale8);
+  grey.setAlphaChannel(source.convertToFormat(QImage::Format_Alpha8));
+  QPixmap faded(picture.size());
+  faded.fill(Qt::transparent);
+  QPainter painter(&faded);
+  painter.setOpacity(kDisabledOpacity);
+  painter.drawImage(0, 0, grey);
+  return faded;
+}
+
+// Draws from the palette of the moment, so that a change of theme shows at the next paint.
+class DrawingEngine : public QIconEngine {
+ public:
+  // `open` is the drawing of an icon that is on, as that of an expanded row.
+  DrawingEngine(const QString& name, const QString& open)
+      : names_{name, open}, drawings_{ReadDrawing(name), ReadDrawing(open)} {}
+
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+    const double scale = painter->device()->devicePixelRatio();
+    painter->drawPixmap(rect, pixmap((QSizeF(rect.size()) * scale).toSize(), mode, state));
+  }
+
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    const std::size_t face = state == QIcon::On ? 1 : 0;
+    const QColor ink = InkOf(mode);
+    const QString key = QString("%1 %2 %3 %4 %5")
+                            .arg(names_[face])
+                            .arg(size.width())
+                            .arg(size.height())
+                            .arg(ink.name())
+                            .arg(mode);
+    QPixmap picture;
+    if (QPixmapCache::find(key, &picture)) return picture;
+    picture = Render(drawings_[face], size, ink);
+    if (mode == QIcon::Disabled) picture = Faded(picture);
+    QPixmapCache::insert(key, picture);
+    return picture;
+  }
+
+  bool isNull() override { return drawings_[0].isEmpty(); }
+  QIconEngine* clone() const override { return std::make_unique<DrawingEngine>(*this).release(); }
+
+ private:
+  std::array<QString, 2> names_;
+  std::array<QByteArray, 2> drawings_;
+};
+
+}  // namespace
+
+QIcon PictureNamed(const QString& name) {
+  return PictureNamed(name, name);
+}
+
+QIcon PictureNamed(const QString& name, const QString& open) {
+  return QIcon(std::make_unique<DrawingEngine>(name, open).release());
+}
+
+}  // namespace oriolemark

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+#include "desktop/Program.h"
+
+namespace oriolemark {
+
+// The real windows with settings of their own and no instrument; each step runs from the event loop
+// half a second after the one before, and the last one closes the program.
+class Windows : public testing::Test {
+ protected:
+  Windows() {
+    qputenv("XDG_CONFIG_HOME", home_.path().toLocal8Bit());
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+  }
+
+  void Run(std::vector<std::function<void(MainModule&)>> steps) {
+    int argc = 1;
+    char name[] = "Oriolemark";
+    char* argv[] = {name, nullptr};
+    QApplication application(argc, argv);
+    Program program(application);
+    QTimer timer;
+    std::size_t next = 0;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+      if (next < steps.size()) {
+        steps[next++](program.Module());
+      } else {
+        program.Module().main.Close();
+      }
+    });
+    timer.start(500);
+    program.Run();
+    EXPECT_EQ(next, steps.size());
+  }
+
+  QTemporaryDir home_;
+};
+
+inline QWidget* Shown(const QString& name) {
+  for (QWidget* widget : QApplication::allWidgets()) {
+    if (widget->objectName() == name && widget->isVisible()) return widget;
+  }
+  return nullptr;
+}
+
+}  // namespace oriolemark
