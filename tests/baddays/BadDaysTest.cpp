@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <map>
 
-#include "support/BlankCanvas.h"
 #include "support/ProgramBench.h"
 
 namespace oriolemark {
@@ -23,11 +23,12 @@ const char* const kNotFound = "Device not found";
 
 // The program linked to a healthy instrument that stands still, with one wave item.
 struct Day : ProgramBench {
-  explicit Day(const char* refreshType)
-      : ProgramBench([] { return std::make_unique<BlankCanvas>(); }) {
+  explicit Day(const char* refreshType) {
     store.values[{"Refresh", "Refresh Type"}] = refreshType;
     store.values[{"Refresh", "Refresh Interval"}] = "5000";
     instrument.Turn(":STOP", "");
+    ProgressBar& bar = module.progress.ProgressBar1;
+    bar.onRefresh = [&bar] { EXPECT_TRUE(bar.Value() >= 0 && bar.Value() <= 100) << bar.Value(); };
     At(Ms(1000), [this] { module.main.mnuToolsConnect.Click(); });
     At(Ms(500), [this] { module.browser.files.AddWaveItem(); });
     At(kAsked, [this] { View().cmdRefresh.Click(); });
@@ -106,20 +107,28 @@ struct Day : ProgramBench {
   }
 };
 
+using Happens = std::function<void(Day&)>;
+
 // From just before the refresh on, every reply suffers so.
-std::function<void(Day&)> Fault(const char* fault) {
+Happens Fault(const char* fault) {
   return [fault](Day& day) {
     day.At(kAsked - Ms(1),
            [&day, fault] { day.port.side.GetFaults().Add(*tx5000::ParseFault(fault)); });
   };
 }
 
-std::function<void(Day&)> Size(const std::string& reply) {
-  return [reply](Day& day) { day.port.lies[":DATA:WinMemSize:?"] = reply; };
+// On a line so slow that the progress of the block, which is of this size, is shown.
+Happens Size(const std::string& reply) {
+  return [reply](Day& day) {
+    day.At(kAsked - Ms(1), [&day, reply] {
+      day.port.lies[":DATA:WinMemSize:?"] = reply;
+      day.port.side.SetBaud(9600);
+    });
+  };
 }
 
 // From then on the line refuses.
-std::function<void(Day&)> Fails(Ms when) {
+Happens Fails(Ms when) {
   return [when](Day& day) {
     day.At(when, [&day] {
       day.port.fails = kLineFails;
@@ -128,56 +137,82 @@ std::function<void(Day&)> Fails(Ms when) {
   };
 }
 
-// Bytes that nobody has asked for, each second.
-std::function<void(Day&)> Chatter(Ms from, Ms until, const std::string& bytes) {
+// Bytes that nobody has asked for, again and again.
+Happens Chatter(Ms from, Ms until, Ms period, const std::string& bytes) {
   return [=](Day& day) {
-    for (Ms at = from; at < until; at += Ms(1000)) day.port.ArriveAfter(at, bytes);
+    for (Ms at = from; at < until; at += period) day.port.ArriveAfter(at, bytes);
   };
 }
 
+// What the record of the item holds: of its samples the first two, one from the middle and the one
+// behind the last, which no reading of 600 samples converts.
+struct Held {
+  int count;
+  std::array<int, 4> samples;
+};
+constexpr Held kNothing = {0, {0, 0, 0, 0}};
+constexpr Held kWhole = {600, {87, 87, 50, 37}};
+// Without a block the samples of the reading before are converted again, of an X-Y figure here:
+// the reply that tells the format is missing too.
+constexpr Held kStale = {600, {-26, 61, 24, 37}};
+constexpr Held kNoBlock = {600, {0, 61, 24, 37}};
+// A digit that cannot be read takes its neighbour's place.
+constexpr Held kStrewn = {600, {-9, -10, 50, 37}};
+
 struct Trouble {
   const char* name;
-  std::function<void(Day&)> happens;
+  Happens happens;
+  Held held;  // afterwards; a reading of 600 samples went well before
   // How often the line's own message comes, and which others behind it.
   int failures = 0;
   std::vector<std::string> others = {};
 };
 
 const Trouble kTroubles[] = {
-    {"no port when it connects", Fails(Ms(500)), 1, {kConnect}},
+    {"no port when it connects", Fails(Ms(500)), kNothing, 1, {kConnect, kConnect}},
     {"silence in the handshake",
      [](Day& day) { day.port.lies["*IDN?"] = ""; },
+     kNothing,
      0,
-     {kConnect, kNotFound}},
-    {"silence", Fault("silence")},
-    {"half of each line", Fault("cut")},
-    {"half a block, then nothing", Fault("die for :DATA:CHANNEL1")},
-    {"each reply later than it is waited for", Fault("delay 2300")},
-    {"garbage", Fault("garbage")},
-    {"NUL bytes", Fault("nul")},
-    {"high bytes", Fault("high")},
-    {"no line end", Fault("no-lf")},
-    {"more samples than announced", Fault("long-block")},
-    {"each line twice", Fault("double")},
-    {"size 0", Size("0\n")},
-    {"size -5", Size("-5\n")},
-    {"size 2147483647", Size("2147483647\n")},
-    {"size too large for a number", Size("99999999999999999999\n")},
-    {"size abc", Size("abc\n")},
-    {"size of nothing", Size("\n")},
-    {"a line of 10 MB in a reply", Size(std::string(10'000'000, '7') + "\n")},
-    {"lines while nobody waits", Chatter(Ms(3100), kAsked, "0x7D 0x7D \n1\n")},
-    {"lines into each wait", Chatter(kAsked, Ms(60000), "2\n")},
-    {"bytes for a minute and no line end", Chatter(kAsked, Ms(64000), std::string(1'200'000, '0'))},
-    {"the port goes while idle", Fails(Ms(3500)), 13},
-    {"the port goes in a transfer", Fails(kAsked + Ms(350)), 4},
+     {kConnect, kConnect, kNotFound}},
+    {"silence", Fault("silence"), kStale},
+    {"half of each line", Fault("cut"), {60, {87, 87, 76, 37}}},
+    {"half a block, then nothing", Fault("die for :DATA:CHANNEL1"), kNoBlock},
+    {"each reply later than it is waited for", Fault("delay 2300"), kStale},
+    {"garbage", Fault("garbage"), kStale},
+    {"NUL bytes", Fault("nul"), kStrewn},
+    {"high bytes", Fault("high"), kStrewn},
+    {"no line end", Fault("no-lf"), kStale},
+    {"more samples than announced", Fault("long-block"), {600, {87, 87, 50, 125}}},
+    {"each line twice", Fault("double"), kWhole},
+    {"size 0", Size("0\n"), {0, {113, 113, 76, 37}}},
+    {"size -5", Size("-5\n"), {-5, {113, 113, 76, 37}}},
+    {"size 2147483647", Size("2147483647\n"), {2147483647, {87, 87, 50, 11}}},
+    {"size too large for a number", Size("99999999999999999999\n"), kWhole},
+    {"size abc", Size("abc\n"), kWhole},
+    {"size 12abc", Size("12abc\n"), kWhole},
+    {"size of nothing", Size("\n"), kWhole},
+    {"a line of 10 MB in a reply", Size(std::string(10'000'000, '7') + "\n"), kWhole},
+    {"lines while nobody waits", Chatter(Ms(3100), kAsked, Ms(300), "0x7D 0x7D \n1\n"), kWhole},
+    {"lines into each wait", Chatter(kAsked, Ms(60000), Ms(20), "2\n"), {2, {-26, 61, 50, 37}}},
+    {"bytes for a minute and no line end",
+     Chatter(kAsked, Ms(64000), Ms(1000), std::string(1'200'000, '0')), kWhole},
+    {"the port goes while idle", Fails(Ms(3500)), kStale, 13},
+    {"the port goes in a transfer", Fails(kAsked + Ms(350)), kNoBlock, 4},
 };
 
 TEST(BadDays, TheProgramLivesThroughEveryTroubleOfTheLine) {
   for (const Trouble& row : kTroubles) {
     SCOPED_TRACE(row.name);
     Day day("Single");
+    day.At(Ms(1700), [&day] { day.View().cmdRefresh.Click(); });
     row.happens(day);
+    day.At(kHealed - Ms(1), [&day, &held = row.held] {
+      const WaveRecord& record = day.module.sheet.Waves[0];
+      const SampleArray& data = record.CH1Data;
+      EXPECT_EQ(record.Count, held.count);
+      EXPECT_EQ((std::array{data[1], data[2], data[300], data[601]}), held.samples);
+    });
     std::vector<std::string> messages(static_cast<std::size_t>(row.failures), kLineFails);
     messages.insert(messages.end(), row.others.begin(), row.others.end());
     day.Live(messages);
@@ -189,7 +224,7 @@ struct Wait {
   const char* name;
   Ms at;
   const char* refreshType;
-  std::function<void(Day&)> prepare = [](Day&) {};
+  Happens prepare = [](Day&) {};
   std::vector<std::string> messages = {};
   // After a hand that is answered by a message of its own.
   std::map<std::string, std::vector<std::string>> otherMessages = {};
@@ -227,8 +262,8 @@ const Wait kWaits[] = {
 };
 
 // Every control of the main window and of the view.
-std::vector<std::pair<std::string, std::function<void(Day&)>>> Hands() {
-  std::vector<std::pair<std::string, std::function<void(Day&)>>> hands = {
+std::vector<std::pair<std::string, Happens>> Hands() {
+  std::vector<std::pair<std::string, Happens>> hands = {
       {"refresh", [](Day& day) { day.View().cmdRefresh.Click(); }},
       {"refresh twice",
        [](Day& day) {
@@ -318,7 +353,7 @@ TEST(BadDays, TheProgramMayBeClosedInAnyWait) {
       day.module.main.Close();
     });
     day.module.Main();
-    EXPECT_EQ(day.port.written.find(":?", sent), std::string::npos) << "no more questions";
+    EXPECT_EQ(day.port.written.find('?', sent), std::string::npos) << "no more questions";
     EXPECT_LT(day.clock.Now() - wait.at, Ms(2000));
     day.ExpectEndedInOrder();
     day.ExpectMessages(wait.messages);

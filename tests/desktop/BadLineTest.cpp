@@ -1,20 +1,16 @@
 #include <fcntl.h>
 #include <grp.h>
 #include <gtest/gtest.h>
-#include <stdlib.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <termios.h>
 #include <unistd.h>
 
-#include <QApplication>
 #include <QSocketNotifier>
-#include <QTemporaryDir>
-#include <QTimer>
+#include <ctime>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "desktop/RunWindows.h"
 #include "drivers/QtEventSource.h"
 #include "drivers/QtSerialPort.h"
 #include "link/SerialEvents.h"
@@ -43,8 +39,6 @@ class Cable {
     if (near_ >= 0) ::close(near_);
     near_ = -1;
   }
-  // Nothing takes the bytes any more.
-  void Stall() { heard_->setEnabled(false); }
   void Say(std::string bytes) {
     saying_ += std::move(bytes);
     Pour();
@@ -92,15 +86,9 @@ struct Line {
   }
   // The share of the processor that this takes while events are served.
   double LoadOver(Ms time) {
-    const auto spent = [] {
-      rusage usage = {};
-      ::getrusage(RUSAGE_SELF, &usage);
-      const auto seconds = [](timeval t) { return double(t.tv_sec) + double(t.tv_usec) / 1e6; };
-      return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-    };
-    const double before = spent();
+    const std::clock_t before = std::clock();
     Serve(time);
-    return (spent() - before) * 1000 / double(time.count());
+    return double(std::clock() - before) / CLOCKS_PER_SEC * 1000 / double(time.count());
   }
   void Serve(Ms time) {
     bool over = false;
@@ -108,9 +96,6 @@ struct Line {
     waiting.WaitUntil([&over] { return over; });
   }
 
-  int argc = 1;
-  char name[11] = "Oriolemark";
-  char* argv[2] = {name, nullptr};
   QtEventSource events;
   Waiting waiting{events};
   NotedPrompts prompts;
@@ -125,13 +110,6 @@ struct Line {
               }};
 };
 
-struct Application {
-  int argc = 1;
-  char name[11] = "Oriolemark";
-  char* argv[2] = {name, nullptr};
-  QApplication application{argc, argv};
-};
-
 const char* const kGone = "It has gone: plug it in and connect again.";
 
 // A request with everything ready for its reply.
@@ -141,49 +119,43 @@ std::string Ask(Line& line) {
   return line.rs232.RS232Read();
 }
 
-struct GoneRow {
-  const char* name;
-  std::function<void(Cable&, Line&)> happens;
-  std::size_t messages;  // shown by then
-};
-
-const GoneRow kGoneRows[] = {
-    {"while idle",
-     [](Cable& cable, Line& line) {
-       cable.Pull();
-       line.Serve(Ms(100));
-     },
-     0},
-    {"in the middle of a reply",
-     [](Cable& cable, Line& line) {
-       cable.answer = "1.0";
-       QTimer::singleShot(100, [&cable] { cable.Pull(); });
-       EXPECT_EQ(Ask(line), "");
-     },
-     0},
-    {"before a send, unnoticed",
-     [](Cable& cable, Line& line) {
-       cable.Pull();
-       line.rs232.RS232Send(":A:?");
-     },
-     1},
-};
-
 TEST(BadLine, APortThatVanishesIsToldAtEachSendAndTakesNoProcessor) {
+  // When it goes, and how many messages are shown by then.
+  const std::tuple<const char*, std::function<void(Cable&, Line&)>, std::size_t> rows[] = {
+      {"while idle",
+       [](Cable& cable, Line& line) {
+         cable.Pull();
+         line.Serve(Ms(100));
+       },
+       0},
+      {"in the middle of a reply",
+       [](Cable& cable, Line& line) {
+         cable.answer = "1.0";
+         QTimer::singleShot(100, [&cable] { cable.Pull(); });
+         EXPECT_EQ(Ask(line), "");
+       },
+       0},
+      {"before a send, unnoticed",
+       [](Cable& cable, Line& line) {
+         cable.Pull();
+         line.rs232.RS232Send(":A:?");
+       },
+       1},
+  };
   Application application;
-  for (const GoneRow& row : kGoneRows) {
-    SCOPED_TRACE(row.name);
+  for (const auto& [name, happens, messages] : rows) {
+    SCOPED_TRACE(name);
     Cable cable;
     Line line(cable.path);
     line.rs232.RS232Init();
     EXPECT_EQ(Ask(line), "1.00V");
     EXPECT_LT(line.LoadOver(Ms(300)), 0.1);
-    row.happens(cable, line);
-    EXPECT_EQ(line.prompts.texts.size(), row.messages);
+    happens(cable, line);
+    EXPECT_EQ(line.prompts.texts.size(), messages);
     EXPECT_LT(line.LoadOver(Ms(300)), 0.1);
     EXPECT_FALSE(line.port.IsOpen());
     line.rs232.RS232Send(":A:?");
-    EXPECT_EQ(line.prompts.texts.size(), row.messages + 1);
+    EXPECT_EQ(line.prompts.texts.size(), messages + 1);
     EXPECT_EQ(line.prompts.texts.back(),
               "RS232 Send Message: Input/output error\nCOM1 is " + cable.path + ". " + kGone);
   }

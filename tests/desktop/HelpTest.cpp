@@ -1,11 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QHelpLink>
 #include <QRegularExpression>
 
 #include "desktop/HelpFile.h"
 #include "desktop/HelpWindow.h"
+#include "desktop/RunWindows.h"
 
 namespace oriolemark {
 namespace {
@@ -15,12 +13,7 @@ QByteArray ReadAll(const QString& path) {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-struct Help : testing::Test {
-  int count = 1;
-  char name[5] = "Help";
-  char* names[2] = {name, nullptr};
-  QApplication application{count, names};
-};
+struct Help : testing::Test, Application {};
 
 TEST_F(Help, NoLinkNoEntryOfTheContentsAndNoKeywordLeadsNowhere) {
   HelpFile file(HELP_FILE_PATH);

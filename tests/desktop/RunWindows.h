@@ -13,6 +13,13 @@
 
 namespace oriolemark {
 
+struct Application {
+  int count = 1;
+  char name[11] = "Oriolemark";
+  char* names[2] = {name, nullptr};
+  QApplication application{count, names};
+};
+
 // The real windows with settings of their own and no instrument; each step runs from the event loop
 // half a second after the one before, and the last one closes the program.
 class Windows : public testing::Test {
@@ -23,11 +30,8 @@ class Windows : public testing::Test {
   }
 
   void Run(std::vector<std::function<void(MainModule&)>> steps) {
-    int argc = 1;
-    char name[] = "Oriolemark";
-    char* argv[] = {name, nullptr};
-    QApplication application(argc, argv);
-    Program program(application);
+    Application own;
+    Program program(own.application);
     QTimer timer;
     std::size_t next = 0;
     QObject::connect(&timer, &QTimer::timeout, [&] {

@@ -29,27 +29,6 @@ TEST_F(GpibLinkTest, OpensAndClearsTheDevice) {
   EXPECT_TRUE(bench.state.LinkOpened);
 }
 
-TEST_F(GpibLinkTest, DeviceThatDoesNotOpenIsToldAndNotCleared) {
-  bench.gpibDriver.Fail("ibdev", 0x8000, 0);
-  bench.scope.ConnectScope();
-  EXPECT_EQ(bench.prompts.shown,
-            std::vector<Message>{
-                Critical("GPIB Init", "Unable to open GPIB IO device\ribsta = &H8000\riberr = 0")});
-  EXPECT_EQ(bench.gpibDriver.calls, Calls{"ibdev 0 7 0 13 1 0"});
-  EXPECT_FALSE(bench.state.LinkOpened);
-  EXPECT_FALSE(bench.state.ScopeConnected);
-}
-
-TEST_F(GpibLinkTest, DeviceThatDoesNotClearGoesOffline) {
-  bench.gpibDriver.Fail("ibclr", 0x8100, 2);
-  bench.gpib.GPIBInit();
-  EXPECT_EQ(bench.prompts.shown,
-            std::vector<Message>{
-                Critical("Error", "Unable to clear device\ribsta = &H8100\riberr = 2 <ENOL>")});
-  EXPECT_EQ(bench.gpibDriver.calls.back(), "ibonl 3 0");
-  EXPECT_FALSE(bench.state.LinkOpened);
-}
-
 TEST_F(GpibLinkTest, CommandGoesOutBareAndBlocksFiveMillisecondsACharacter) {
   bench.gpib.GPIBSend(":TRIG%50");
   bench.gpib.GPIBSend("");
@@ -73,26 +52,62 @@ TEST_F(GpibLinkTest, ReplyIsWhatStandsInFrontOfTheLineEndInsideTheBuffer) {
   }
 }
 
-TEST_F(GpibLinkTest, SilentInstrumentIsGivenUpAfterTenSeconds) {
-  EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
-  EXPECT_EQ(bench.prompts.shown,
-            std::vector<Message>{
-                Critical("Error", "Unable to read from device\ribsta = &HC000\riberr = 6 <EABO>")});
-  EXPECT_EQ(bench.clock.Now(), Milliseconds(10020));
-}
+struct FailureRow {
+  const char* name;
+  std::vector<std::tuple<const char*, int, int>> fails;  // call, ibsta, iberr
+  bool connects;                                         // else asks, with the device at hand
+  std::vector<Message> messages;
+  Calls calls;
+  int time;
+};
 
-TEST_F(GpibLinkTest, DeadDeviceShowsTwoMessagesForOneQuestionAndStaysConnected) {
-  bench.gpibDriver.Fail("ibwrt", 0x8100, 9);
-  bench.gpibDriver.Fail("ibrd", 0x1F100, 21);
-  EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
-  EXPECT_EQ(bench.prompts.shown,
-            (std::vector<Message>{
-                Critical("Error", "Unable to write to device\ribsta = &H8100\riberr = 9 <>"),
-                Critical("Error", "Unable to read from device\ribsta = &HF100\riberr = 21 <>")}));
-  EXPECT_EQ(bench.gpibDriver.calls,
-            (Calls{"ibwrt 3 :A:?", "ibonl 3 0", "ibrd 3 1024", "ibonl 3 0"}));
-  EXPECT_EQ(bench.clock.Now(), Milliseconds(20));
-  EXPECT_TRUE(bench.state.ScopeConnected);
+const FailureRow kFailures[] = {
+    {"does not open",
+     {{"ibdev", 0x8000, 0}},
+     true,
+     {Critical("GPIB Init", "Unable to open GPIB IO device\ribsta = &H8000\riberr = 0")},
+     {"ibdev 0 7 0 13 1 0"},
+     0},
+    {"does not clear and goes offline",
+     {{"ibclr", 0x8100, 2}},
+     true,
+     {Critical("Error", "Unable to clear device\ribsta = &H8100\riberr = 2 <ENOL>")},
+     {"ibdev 0 7 0 13 1 0", "ibclr 3", "ibonl 3 0"},
+     0},
+    {"silence of ten seconds",
+     {},
+     false,
+     {Critical("Error", "Unable to read from device\ribsta = &HC000\riberr = 6 <EABO>")},
+     {"ibwrt 3 :A:?", "ibrd 3 1024", "ibonl 3 0"},
+     10020},
+    {"dead at the write and at the read",
+     {{"ibwrt", 0x8100, 9}, {"ibrd", 0x1F100, 21}},
+     false,
+     {Critical("Error", "Unable to write to device\ribsta = &H8100\riberr = 9 <>"),
+      Critical("Error", "Unable to read from device\ribsta = &HF100\riberr = 21 <>")},
+     {"ibwrt 3 :A:?", "ibonl 3 0", "ibrd 3 1024", "ibonl 3 0"},
+     20},
+};
+
+TEST_F(GpibLinkTest, EachFailureIsToldAndOnlyAFailedStartEndsTheConnection) {
+  for (const FailureRow& row : kFailures) {
+    SCOPED_TRACE(row.name);
+    LinkBench fresh;
+    fresh.Connect(kLinkGpib);
+    fresh.gpib.GPIBInit();
+    fresh.gpibDriver.calls.clear();
+    for (const auto& [call, ibsta, iberr] : row.fails) fresh.gpibDriver.Fail(call, ibsta, iberr);
+    if (row.connects) {
+      fresh.scope.ConnectScope();
+    } else {
+      EXPECT_EQ(fresh.scope.AskScope(":A:?"), "");
+    }
+    EXPECT_EQ(fresh.prompts.shown, row.messages);
+    EXPECT_EQ(fresh.gpibDriver.calls, row.calls);
+    EXPECT_EQ(fresh.clock.Now(), Milliseconds(row.time));
+    EXPECT_EQ(fresh.state.LinkOpened, !row.connects);
+    EXPECT_EQ(fresh.state.ScopeConnected, !row.connects);
+  }
 }
 
 TEST_F(GpibLinkTest, CloseAtTheBoxOfAFailedWriteReadsNoMore) {

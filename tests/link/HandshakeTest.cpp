@@ -87,9 +87,10 @@ TEST(HandshakeTest, DisconnectReleasesAConnectedInstrumentOnlyAndPutsTheIndicato
 }
 
 TEST(HandshakeTest, TransportFollowsItsNumberAndEveryOtherNumberIsUsb) {
-  for (const auto& [ioType, gpibCalls, serial, usb] :
-       std::vector<std::tuple<int, std::size_t, std::string, std::string>>{
-           {0, 0, "", ":RUN\r"}, {1, 1, "", ""}, {2, 0, ":RUN\r", ""}, {7, 0, "", ":RUN\r"}}) {
+  for (const auto& [ioType, gpibCalls, serial, usb] : {std::tuple(0, 0u, "", ":RUN\r"),
+                                                       {1, 1, "", ""},
+                                                       {2, 0, ":RUN\r", ""},
+                                                       {7, 0, "", ":RUN\r"}}) {
     LinkBench bench;
     bench.Connect(ioType);
     bench.scope.SendToScope(":RUN");

@@ -23,7 +23,7 @@ TEST_F(SerialLinkTest, ReopensThePortWithTheChosenSettings) {
 }
 
 TEST_F(SerialLinkTest, PortThatDoesNotOpenIsToldOnceAndLeavesNoConnection) {
-  bench.port.openError = "Permission denied";
+  bench.port.fails = "Permission denied";
   bench.scope.ConnectScope();
   EXPECT_EQ(bench.prompts.shown, (std::vector<Message>{{.text = "Permission denied",
                                                         .title = "RS232 Init",
@@ -87,7 +87,7 @@ TEST(SerialTieTest, ReplyAndTwentiethTickAtOnceGoByTheFirstServed) {
 }
 
 TEST_F(SerialLinkTest, FailedWriteIsToldAndTheReplyStillWaitedFor) {
-  bench.port.writeError = "Input/output error";
+  bench.port.fails = "Input/output error";
   EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
   EXPECT_EQ(bench.prompts.shown, (std::vector<Message>{{.text = "Input/output error",
                                                         .title = "RS232 Send Message",

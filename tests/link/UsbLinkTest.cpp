@@ -21,8 +21,7 @@ TEST_F(UsbLinkTest, FirstContactThatFailsLeavesNoConnection) {
   bench.usbDriver.countsLeft = 0;
   bench.scope.ConnectScope();
   EXPECT_EQ(bench.prompts.shown, std::vector<Message>{Complaint("USB Init")});
-  EXPECT_FALSE(bench.state.LinkOpened);
-  EXPECT_FALSE(bench.state.ScopeConnected);
+  EXPECT_FALSE(bench.state.LinkOpened || bench.state.ScopeConnected);
   EXPECT_EQ(bench.usbDriver.written, "");
 }
 
@@ -64,15 +63,14 @@ TEST_F(UsbLinkTest, ReadServesNoEventsAndABlockReadDoes) {
 }
 
 TEST_F(UsbLinkTest, SilenceEndsAReadByTheDriverAndABlockReadByItsFiftyTicks) {
+  EXPECT_EQ(bench.usb.USBReadBlock(), "");
+  EXPECT_NEAR(static_cast<double>(bench.clock.Now().count()), 5000, 5);
+  bench.usbDriver.Offer("a");
+  EXPECT_EQ(bench.usb.USBRead(), "a");
   EXPECT_EQ(bench.usb.USBRead(), "");
-  EXPECT_EQ(bench.prompts.shown, std::vector<Message>{Complaint("USB Read Message")});
-  bench.prompts.shown.clear();
-  LinkBench fresh;
-  fresh.Connect(kLinkUsb);
-  EXPECT_EQ(fresh.usb.USBReadBlock(), "");
-  EXPECT_EQ(fresh.prompts.shown,
-            std::vector<Message>{Complaint("USB Read Message", "Read USB time out")});
-  EXPECT_NEAR(static_cast<double>(fresh.clock.Now().count()), 5000, 5);
+  EXPECT_EQ(bench.prompts.shown,
+            (std::vector<Message>{Complaint("USB Read Message", "Read USB time out"),
+                                  Complaint("USB Read Message")}));
 }
 
 TEST_F(UsbLinkTest, UnpluggedInstrumentIsToldAtTheQuestionAndAtTheReply) {
@@ -80,7 +78,7 @@ TEST_F(UsbLinkTest, UnpluggedInstrumentIsToldAtTheQuestionAndAtTheReply) {
   EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
   EXPECT_EQ(bench.prompts.shown,
             (std::vector<Message>{Complaint("USB Send Message"), Complaint("USB Read Message")}));
-  bench.usbDriver.countsLeft = FakeUsb::kNever;
+  bench.usbDriver.countsLeft = FakeUsb::kAll;
   bench.usbDriver.fetchesLeft = 0;
   bench.usbDriver.Offer("1\n");
   EXPECT_EQ(bench.usb.USBReadBlock(), "");

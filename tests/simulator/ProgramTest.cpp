@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -16,58 +16,43 @@ namespace {
 class Program : public testing::Test {
  protected:
   void SetUp() override {
-    std::string name = (std::filesystem::temp_directory_path() / "tx5000XXXXXX").string();
-    ASSERT_NE(mkdtemp(name.data()), nullptr);
-    folder_ = name;
+    folder_ = (std::filesystem::temp_directory_path() / "tx5000XXXXXX").string();
+    int ends[2];
+    ASSERT_TRUE(mkdtemp(folder_.data()) != nullptr &&
+                socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) == 0);
+    const std::string log = folder_ + "/log";
+    link_ = folder_ + "/scope";
+    process_ = fork();
+    if (process_ == 0) {
+      dup2(ends[1], STDIN_FILENO);
+      dup2(ends[1], STDOUT_FILENO);
+      execl(TX5000SIM_PATH, "tx5000sim", "--link", link_.c_str(), "--log", log.c_str(),
+            "--firmware", "03.01.15", nullptr);
+      _exit(127);
+    }
+    close(ends[1]);
+    console_ = ends[0];
+    ASSERT_EQ(ReadLine(console_), "ready " + link_);
   }
 
   void TearDown() override {
-    if (process_ > 0) {
-      kill(process_, SIGKILL);
-      waitpid(process_, nullptr, 0);
-    }
-    for (const int descriptor : {toConsole_, fromConsole_, line_}) {
-      if (descriptor >= 0) close(descriptor);
-    }
+    End(SIGKILL);
+    close(console_);
+    close(line_);
     std::filesystem::remove_all(folder_);
   }
 
-  void Start() {
-    int in[2], out[2];
-    ASSERT_EQ(pipe2(in, O_CLOEXEC) | pipe2(out, O_CLOEXEC), 0);
-    const std::string link = Link(), log = folder_ + "/log";
-    process_ = fork();
-    if (process_ == 0) {
-      dup2(in[0], STDIN_FILENO);
-      dup2(out[1], STDOUT_FILENO);
-      execl(TX5000SIM_PATH, "tx5000sim", "--link", link.c_str(), "--log", log.c_str(), "--firmware",
-            "03.01.15", nullptr);
-      _exit(127);
-    }
-    close(in[0]);
-    close(out[1]);
-    toConsole_ = in[1];
-    fromConsole_ = out[0];
-    ASSERT_EQ(ReadLine(fromConsole_), "ready " + link);
-  }
-
-  std::string Link() const { return folder_ + "/scope"; }
-
   void OpenLine() {
     if (line_ >= 0) close(line_);
-    line_ = open(Link().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    line_ = open(link_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
     ASSERT_GE(line_, 0);
   }
 
   static std::string ReadLine(int descriptor) {
     std::string text;
     pollfd waiting{descriptor, POLLIN, 0};
-    while (!text.ends_with('\n') && poll(&waiting, 1, 5000) == 1) {
-      char c = 0;
-      if (read(descriptor, &c, 1) != 1) break;
-      text += c;
-    }
-    if (text.ends_with('\n')) text.pop_back();
+    char c = 0;
+    while (poll(&waiting, 1, 5000) == 1 && read(descriptor, &c, 1) == 1 && c != '\n') text += c;
     return text;
   }
 
@@ -81,26 +66,25 @@ class Program : public testing::Test {
   }
 
   std::string Type(const std::string& line) {
-    Write(toConsole_, line + "\n");
-    return ReadLine(fromConsole_);
+    Write(console_, line + "\n");
+    return ReadLine(console_);
   }
 
-  int WaitForEnd() {
+  int End(int signal) {
     int status = -1;
-    waitpid(process_, &status, 0);
+    if (process_ > 0 && kill(process_, signal) == 0) waitpid(process_, &status, 0);
     process_ = -1;
     return status;
   }
 
   std::string folder_;
+  std::string link_;
   pid_t process_ = -1;
-  int toConsole_ = -1;
-  int fromConsole_ = -1;
+  int console_ = -1;
   int line_ = -1;
 };
 
 TEST_F(Program, AnswersEachTimeTheLineIsOpenedAndTakesAHand) {
-  Start();
   for (int round = 0; round < 2; ++round) {
     OpenLine();
     EXPECT_EQ(Ask("*IDN?"), "TAVIK TECHNOLOGIES,TX-5102CA,S1009837,03.01.15");
@@ -118,26 +102,22 @@ TEST_F(Program, AnswersEachTimeTheLineIsOpenedAndTakesAHand) {
 }
 
 TEST_F(Program, ComesBackUnderItsLinkAfterThePortHasVanished) {
-  Start();
   OpenLine();
   EXPECT_EQ(Type("fault vanish next"), "ok");
   EXPECT_EQ(Ask("*IDN?"), "");
-  EXPECT_FALSE(std::filesystem::is_symlink(Link()));
+  EXPECT_FALSE(std::filesystem::is_symlink(link_));
   EXPECT_EQ(Type("plug"), "ok");
-  EXPECT_EQ(ReadLine(fromConsole_), "ready " + Link());
+  EXPECT_EQ(ReadLine(console_), "ready " + link_);
   OpenLine();
   EXPECT_EQ(Ask(":TRIGGER:STATUS:?"), "RUN");
 }
 
 TEST_F(Program, OutlivesItsConsoleAndEndsCleanlyOnASignal) {
-  Start();
-  close(toConsole_);
-  toConsole_ = -1;
+  shutdown(console_, SHUT_WR);
   OpenLine();
   EXPECT_EQ(Ask(":DATA:WinMemSize:?"), "600");
-  kill(process_, SIGTERM);
-  EXPECT_EQ(WaitForEnd(), 0);
-  EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(Link())));
+  EXPECT_EQ(End(SIGTERM), 0);
+  EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(link_)));
   std::ifstream log(folder_ + "/log");
   const std::string text(std::istreambuf_iterator<char>(log), {});
   EXPECT_NE(text.find(" < \"600\\n\""), std::string::npos) << text;

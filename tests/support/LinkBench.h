@@ -4,9 +4,9 @@
 #include "link/TX5000Cmd.h"
 #include "platform/Timer.h"
 #include "support/FakeGpib.h"
+#include "support/FakeSerialPort.h"
 #include "support/FakeUsb.h"
 #include "support/RecordingPrompts.h"
-#include "support/ScriptedSerialPort.h"
 
 namespace oriolemark {
 

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <deque>
-#include <ostream>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Prompts.h"
@@ -10,7 +13,10 @@
 
 namespace oriolemark {
 
-void PrintTo(const Message& message, std::ostream* out);
+inline void PrintTo(const Message& message, std::ostream* out) {
+  *out << ::testing::PrintToString(message.text) << " under " << message.title << ", icon "
+       << static_cast<int>(message.icon) << ", buttons " << static_cast<int>(message.buttons);
+}
 
 // The user in front of the message boxes: notes what is shown and answers it, at once or after a
 // while in which events are served. A question without a scripted answer fails the test.
@@ -22,21 +28,28 @@ class RecordingPrompts : public Prompts {
     answers_.push_back({answer, delay});
   }
 
-  MessageAnswer Show(const Message& message) override;
-  void ShowPrinterDialog(const std::string& title) override { printerDialogs.push_back(title); }
+  MessageAnswer Show(const Message& message) override {
+    if (waiting_.Closing()) return MessageAnswer::Cancel;
+    shown.push_back(message);
+    if (answers_.empty()) {
+      if (message.buttons == MessageButtons::Ok) return MessageAnswer::Ok;
+      ADD_FAILURE() << "no answer to " << message.text;
+      return MessageAnswer::Cancel;
+    }
+    const auto [answer, delay] = answers_.front();
+    answers_.pop_front();
+    const auto answered = std::make_shared<bool>(delay == Milliseconds::zero());
+    if (!*answered) clock_.After(delay, [answered] { *answered = true; });
+    return waiting_.WaitUntil([answered] { return *answered; }) ? answer : MessageAnswer::Cancel;
+  }
+  void ShowPrinterDialog(const std::string&) override {}
 
   std::vector<Message> shown;
-  std::vector<std::string> printerDialogs;
 
  private:
-  struct Answer {
-    MessageAnswer answer;
-    Milliseconds delay;
-  };
-
   VirtualClock& clock_;
   Waiting& waiting_;
-  std::deque<Answer> answers_;
+  std::deque<std::pair<MessageAnswer, Milliseconds>> answers_;
 };
 
 }  // namespace oriolemark

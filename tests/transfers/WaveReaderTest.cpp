@@ -14,25 +14,9 @@ struct ReaderBench : LinkBench {
     sheet.WaveCount = 1;
   }
 
-  void AnswerQueries(const std::string& size, const std::string& format) {
-    script.Answer(":DATA:WinMemSize:?", size + "\n");
-    script.Answer(":TimeBase:FORMAT:?", format + "\n");
-    script.Answer(":TimeBase:SCAN:?", "OFF\n");
-    script.Answer(":ACQUIRE:ACQUISITION:?", "NORMAL\n");
-  }
-  void AnswerTime() {
-    script.Answer(":TimeBase:RANGE:?", "1.000ms\n");
-    script.Answer(":TimeBase:TRIGGER DELAY:?", "0.0000s\n");
-  }
-  // Reads a plain record of channel 1.
-  const WaveRecord& Read(const std::string& size, const std::string& block) {
-    AnswerQueries(size, "Y-T");
-    script.Answer(":CHANNEL1:RANGE:?", "1.00V\n");
-    script.Answer(":CHANNEL1:OFFSET:?", "0.00div\n");
-    AnswerTime();
-    script.Answer(":DATA:CHANNEL1", block);
-    reader.ReadWaveform("CH1");
-    return sheet.Waves[0];
+  // Commands and what each is answered, in their order.
+  void Answer(const std::vector<std::pair<const char*, const char*>>& answers) {
+    for (const auto& [command, reply] : answers) script.Answer(command, reply + std::string("\n"));
   }
 
   MemoryStore store;
@@ -62,7 +46,17 @@ TEST(WaveReader, TheFirstSampleOfABlockStandsWhereTheTransportPutsIt) {
   for (const TransportRow& row : kTransports) {
     SCOPED_TRACE(row.name);
     ReaderBench bench(row.ioType);
-    const WaveRecord& record = bench.Read("3", "0x00 0x7D 0xFF \n");
+    bench.Answer({{":DATA:WinMemSize:?", "3"},
+                  {":TimeBase:FORMAT:?", "Y-T"},
+                  {":TimeBase:SCAN:?", "OFF"},
+                  {":ACQUIRE:ACQUISITION:?", "NORMAL"},
+                  {":CHANNEL1:RANGE:?", "1.00V"},
+                  {":CHANNEL1:OFFSET:?", "0.00div"},
+                  {":TimeBase:RANGE:?", "1.000ms"},
+                  {":TimeBase:TRIGGER DELAY:?", "0.0000s"},
+                  {":DATA:CHANNEL1", "0x00 0x7D 0xFF "}});
+    bench.reader.ReadWaveform("CH1");
+    const WaveRecord& record = bench.sheet.Waves[0];
     for (int i = 0; i < 4; ++i) {
       EXPECT_EQ(record.CH1Data[i], row.rows[static_cast<std::size_t>(i)]) << i;
     }
@@ -74,14 +68,18 @@ TEST(WaveReader, TheFirstSampleOfABlockStandsWhereTheTransportPutsIt) {
 
 TEST(WaveReader, TheXChannelOfAnXYFigureAloneIsNotClamped) {
   ReaderBench bench(kLinkRS232);
-  bench.AnswerQueries("2", "X-Y");
-  bench.script.Answer(":CHANNEL1:RANGE:?", "1.00V\n");
-  bench.script.Answer(":CHANNEL2:RANGE:?", "2.00V\n");
-  bench.script.Answer(":CHANNEL1:OFFSET:?", "0.00div\n");
-  bench.script.Answer(":CHANNEL2:OFFSET:?", "1.00div\n");
-  bench.AnswerTime();
-  bench.script.Answer(":DATA:CHANNEL1", "0x00 0xFF \n");
-  bench.script.Answer(":DATA:CHANNEL2", "0x00 0xFF \n");
+  bench.Answer({{":DATA:WinMemSize:?", "2"},
+                {":TimeBase:FORMAT:?", "X-Y"},
+                {":TimeBase:SCAN:?", "OFF"},
+                {":ACQUIRE:ACQUISITION:?", "NORMAL"},
+                {":CHANNEL1:RANGE:?", "1.00V"},
+                {":CHANNEL2:RANGE:?", "2.00V"},
+                {":CHANNEL1:OFFSET:?", "0.00div"},
+                {":CHANNEL2:OFFSET:?", "1.00div"},
+                {":TimeBase:RANGE:?", "1.000ms"},
+                {":TimeBase:TRIGGER DELAY:?", "0.0000s"},
+                {":DATA:CHANNEL1", "0x00 0xFF "},
+                {":DATA:CHANNEL2", "0x00 0xFF "}});
   bench.reader.ReadWaveform("CH1");
   const WaveRecord& record = bench.sheet.Waves[0];
   EXPECT_EQ(record.Channels, 3);
@@ -91,35 +89,14 @@ TEST(WaveReader, TheXChannelOfAnXYFigureAloneIsNotClamped) {
   EXPECT_EQ(record.CH2Data[2], 199);
 }
 
-TEST(WaveReader, ABlockThatNeverComesLeavesTheOldTail) {
-  ReaderBench bench(kLinkRS232);
-  bench.scratch.TransferSize = 3;
-  bench.scratch.TransferSamples.Store(2, 150);
-  const WaveRecord& record = bench.Read("abc", "");
-  EXPECT_EQ(record.Count, 3) << "a size that is no number leaves the one before";
-  EXPECT_EQ(record.CH1Data[1], 0);
-  EXPECT_EQ(record.CH1Data[2], 124) << "what an earlier block left is converted";
-}
-
-TEST(WaveReader, NoSizeHangsOrGrowsTheRead) {
-  const std::pair<const char*, int> rows[] = {
-      {"0", 0}, {"-5", -5}, {"2147483647", 2147483647}, {"99999999999", 0}, {"", 0}, {"1e3", 1000}};
-  for (const auto& [reply, count] : rows) {
-    SCOPED_TRACE(reply);
-    ReaderBench bench(kLinkRS232);
-    EXPECT_EQ(bench.Read(reply, "0x7D \n").Count, count);
-    EXPECT_EQ(bench.script.LeftOver(), 0u);
-  }
-}
-
 TEST(WaveReader, AChannelTableKeepsTokensAndTitle) {
   ReaderBench bench(kLinkGpib);
-  bench.script.Answer(":DATA:WinMemSize:?", "2\n");
-  bench.script.Answer(":CHANNEL2:RANGE:?", "2.00V\n");
-  bench.script.Answer(":CHANNEL2:OFFSET:?", "1.50div\n");
-  bench.script.Answer(":TimeBase:RANGE:?", "500.0us\n");
-  bench.script.Answer(":TimeBase:TRIGGER DELAY:?", "10.00us\n");
-  bench.script.Answer(":DATA:CHANNEL2", "0x01 0x1F \n");
+  bench.Answer({{":DATA:WinMemSize:?", "2"},
+                {":CHANNEL2:RANGE:?", "2.00V"},
+                {":CHANNEL2:OFFSET:?", "1.50div"},
+                {":TimeBase:RANGE:?", "500.0us"},
+                {":TimeBase:TRIGGER DELAY:?", "10.00us"},
+                {":DATA:CHANNEL2", "0x01 0x1F "}});
   bench.reader.ReadChannelData("CH2");
   EXPECT_EQ(bench.scratch.TransferText, "CH2 2.00V  500.0us  Size=2 [Date:11/21/26]");
   EXPECT_EQ(bench.scratch.TransferTokens[1], "0x01") << "on every transport from index 1";

@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "support/LinkBench.h"
-#include "support/MemoryStore.h"
+#include "support/ProgramBench.h"
 #include "support/RecordingCanvas.h"
 
 namespace oriolemark {
@@ -25,11 +25,6 @@ struct WaveBench : LinkBench {
     Record().CH1Range = "1.00V";
     view.SetTag("2");
     GiveRoom(width, height);
-    progress.procedures.ReadWaveform = [this](const std::string& channel) {
-      read.push_back(channel + (scratch.TransferWaveSlot == kSlot ? "" : " elsewhere") + ": " +
-                     progress.Caption());
-      if (reading) reading();
-    };
   }
 
   WaveRecord& Record() { return sheet.Waves[kSlot]; }
@@ -41,10 +36,6 @@ struct WaveBench : LinkBench {
     view.Show();
     clock.Run(Ms(1));
   }
-  // The answer that lets a transfer begin.
-  void AnswerTransfers(int count) {
-    for (int i = 0; i < count; ++i) script.Answer(":TRIGGER:STATUS:?", "STOP\n");
-  }
 
   MemoryStore store;
   TransferState transfer;
@@ -54,8 +45,6 @@ struct WaveBench : LinkBench {
   DataSheet sheet;
   TransferScratch scratch;
   frmPrgress progress{clock, waiting, store, state, transfer, scope};
-  std::vector<std::string> read;
-  std::function<void()> reading;
   frmWave view{{sheet, ctrl, scratch, progress,
                 RefreshContext{clock, waiting, prompts, state, transfer, flags, refresh}},
                std::make_unique<RecordingCanvas>()};
@@ -102,11 +91,9 @@ TEST(frmWave, ATypedZoomIsTakenOrRefused) {
     const bool refused = row.zoom == 0;
     EXPECT_DOUBLE_EQ(bench.view.ZoomFactor, refused ? 1.5 : row.zoom) << row.typed;
     EXPECT_EQ(bench.view.ZoomCombo.Text(), row.shown) << row.typed;
-    ASSERT_EQ(bench.prompts.shown.size(), refused ? 1 : 0) << row.typed;
-    if (refused) {
-      EXPECT_EQ(bench.prompts.shown[0],
-                (Message{.text = "Invalid Zoom Factor", .icon = MessageIcon::Exclamation}));
-    }
+    EXPECT_EQ(bench.prompts.shown,
+              std::vector<Message>(refused ? 1 : 0, {.text = "Invalid Zoom Factor",
+                                                     .icon = MessageIcon::Exclamation}));
   }
 }
 
@@ -132,54 +119,38 @@ TEST(frmWave, BestFitTakesTheSmallerRatioAndKeepsItWhenCleared) {
   EXPECT_EQ(bench.view.WavePic.Width(), 700);
 }
 
-struct ScrollCase {
-  const char* name;
-  double width;  // room, at zoom 2: the picture has 700 by 500
-  double height;
-  bool horizontal;
-  bool vertical;
-  double horizontalWidth;  // window units
-  double verticalHeight;
-  int left;  // of the picture, both bars at 50
-  int top;
-};
-
-const ScrollCase kScrolls[] = {
-    {"fits", 700, 500, false, false, 0, 0, 0, 0},
-    {"wider", 600, 500, true, false, 600 * 15 - 40, 0, -50, 0},
-    {"higher", 700, 400, false, true, 0, 400 * 15 - 45, 0, -50},
-    {"both", 350, 100, true, true, 350 * 15 - 290, 100 * 15 - 295, -175, -200},
-};
-
 TEST(frmWave, ScrollBarsShowWhereThePictureIsLarger) {
-  for (const ScrollCase& row : kScrolls) {
-    WaveBench bench(row.width, row.height);
+  // The room, which at zoom 2 is for a picture of 700 by 500, and the lengths of the bars in window
+  // units, 0 where there is none.
+  const std::tuple<double, double, double, double> rows[] = {
+      {700, 500, 0, 0},
+      {600, 500, 600 * 15 - 40, 0},
+      {700, 400, 0, 400 * 15 - 45},
+      {350, 100, 350 * 15 - 290, 100 * 15 - 295}};
+  for (const auto& [width, height, across, down] : rows) {
+    SCOPED_TRACE(width);
+    WaveBench bench(width, height);
     bench.Open();
-    bench.view.ZoomCombo.EndEdit("200%");
-    const ScrollBar& across = bench.view.HScroll;
-    const ScrollBar& down = bench.view.VScroll;
-    EXPECT_EQ(across.Visible(), row.horizontal) << row.name;
-    EXPECT_EQ(down.Visible(), row.vertical) << row.name;
-    if (row.horizontal) {
-      EXPECT_EQ(across.Place(),
-                (UnitRect{1120, 100 + row.height * 15 - 280, row.horizontalWidth, 250}));
-      EXPECT_DOUBLE_EQ(across.PageStep(), row.width / 7);
+    frmWave& view = bench.view;
+    view.ZoomCombo.EndEdit("200%");
+    EXPECT_EQ(view.HScroll.Visible(), across > 0);
+    EXPECT_EQ(view.VScroll.Visible(), down > 0);
+    if (across > 0) {
+      EXPECT_EQ(view.HScroll.Place(), (UnitRect{1120, 100 + height * 15 - 280, across, 250}));
+      EXPECT_DOUBLE_EQ(view.HScroll.PageStep(), width / 7);
     }
-    if (row.vertical) {
-      EXPECT_EQ(down.Place(),
-                (UnitRect{1100 + row.width * 15 - 280, 120, 250, row.verticalHeight}));
-      EXPECT_DOUBLE_EQ(down.PageStep(), row.height / 5);
+    if (down > 0) {
+      EXPECT_EQ(view.VScroll.Place(), (UnitRect{1100 + width * 15 - 280, 120, 250, down}));
+      EXPECT_DOUBLE_EQ(view.VScroll.PageStep(), height / 5);
     }
     const std::size_t drawn = bench.Drawn().calls.size();
-    bench.view.HScroll.SetValue(50);
-    bench.view.VScroll.SetValue(50);
-    EXPECT_EQ(bench.view.WavePic.Left(), row.left) << row.name;
-    EXPECT_EQ(bench.view.WavePic.Top(), row.top) << row.name;
+    view.HScroll.SetValue(50);
+    view.VScroll.SetValue(50);
+    EXPECT_EQ(view.WavePic.Left(), (width - 700) / 2);
+    EXPECT_EQ(view.WavePic.Top(), (height - 500) / 2);
     EXPECT_EQ(bench.Drawn().calls.size(), drawn) << "scrolling draws nothing";
-    // A picture that fits again stands at the corner.
-    bench.view.ZoomCombo.EndEdit("10%");
-    EXPECT_EQ(bench.view.WavePic.Left(), 0) << row.name;
-    EXPECT_EQ(bench.view.WavePic.Top(), 0) << row.name;
+    view.ZoomCombo.EndEdit("10%");
+    EXPECT_TRUE(view.WavePic.Left() == 0 && view.WavePic.Top() == 0) << "it fits again";
   }
 }
 
@@ -203,14 +174,11 @@ TEST(frmWave, APictureBeyond64MillionPixelsIsNotDrawn) {
 }
 
 TEST(frmWave, OptionsGoToTheRecordAndMarkTheSheet) {
-  const std::vector<void (*)(frmWave&)> actions{
-      [](frmWave& view) { view.GridCheck.SetValue(true); },
-      [](frmWave& view) { view.OptionColor.Select(0); },
-      [](frmWave& view) { view.BestFitChk.SetValue(true); },
-  };
   WaveBench bench;
   bench.Open();
-  for (const auto& act : actions) {
+  for (void (*act)(frmWave&) : {+[](frmWave& view) { view.GridCheck.SetValue(true); },
+                                +[](frmWave& view) { view.OptionColor.Select(0); },
+                                +[](frmWave& view) { view.BestFitChk.SetValue(true); }}) {
     bench.sheet.Modified = false;
     int told = 0;
     bench.view.WavePic.onChanged = [&told] { ++told; };
@@ -267,30 +235,6 @@ TEST(frmWave, ANewWindowStartsFreshAndAShiftedOneShowsItsNewRecord) {
   EXPECT_EQ(bench.Drawn().calls.front(), "clear 000000");
 }
 
-TEST(frmWave, AReadingFillsTheSlotByTheChannelOption) {
-  const char* kChannels[] = {"CH1", "CH2", "CH1CH2"};
-  for (int option = 0; option < 3; ++option) {
-    WaveBench bench;
-    bench.ctrl.CH2Display = "ON";
-    bench.Open();
-    bench.view.OptionCH.Select(option);
-    bench.AnswerTransfers(1);
-    bench.reading = [&bench] {
-      EXPECT_FALSE(bench.view.cmdRefresh.Enabled());
-      bench.Record().ColorOn = true;
-    };
-    bench.view.KeyDown(frmWave::kKeyF5, frmWave::ShiftKeys::Held);
-    EXPECT_TRUE(bench.read.empty());
-    bench.view.KeyDown(frmWave::kKeyF5, frmWave::ShiftKeys::None);
-    EXPECT_EQ(bench.read,
-              std::vector<std::string>{std::string(kChannels[option]) + ": Waveform Data Loading"});
-    EXPECT_TRUE(bench.Record().HasData);
-    EXPECT_TRUE(bench.sheet.Modified);
-    EXPECT_TRUE(bench.view.cmdRefresh.Enabled());
-    EXPECT_EQ(bench.Drawn().calls.front(), "clear 000000") << "drawn from the new record";
-  }
-}
-
 TEST(frmWave, WithNoOptionNothingIsReadAndNothingIsLeftBehind) {
   WaveBench bench;
   bench.Open();
@@ -309,24 +253,6 @@ TEST(frmWave, TheProgramsCloseDuringAReadingLeavesTheRecordAlone) {
   bench.clock.After(Ms(50), [&bench] { bench.waiting.BeginClosing(); });
   bench.view.cmdRefresh.Click();
   EXPECT_FALSE(bench.Record().HasData || bench.sheet.Modified);
-}
-
-TEST(frmWave, AViewClosedInItsLoopEndsTheLoopAndStaysUntouched) {
-  WaveBench bench;
-  bench.refresh = {.RefreshType = "Auto", .RefreshInterval = 300};
-  bench.Open();
-  bench.AnswerTransfers(3);
-  bench.reading = [&bench] {
-    if (bench.read.size() == 2) bench.view.Unload();
-  };
-  bench.view.cmdRefresh.Click();
-  const RecordingCanvas::Calls left = bench.Drawn().calls;
-  bench.clock.Run(Ms(5000));
-  EXPECT_EQ(bench.read.size(), 2);
-  EXPECT_TRUE(bench.Record().HasData) << "the transfer has ended normally";
-  EXPECT_FALSE(bench.flags.WaveAutoRefresh || bench.Record().ViewOpen);
-  EXPECT_EQ(bench.view.cmdRefresh.Face(), kRefreshFace);
-  EXPECT_EQ(bench.Drawn().calls, left);
 }
 
 }  // namespace
