@@ -20,8 +20,8 @@ namespace fs = std::filesystem;
 // What the core may include in <...>: the standard library, less the headers that exist for clocks,
 // threads, locales and formatted streams.
 constexpr std::string_view kHeaders =
-    " algorithm any array bit bitset cassert charconv chrono climits cmath compare complex concepts"
-    " cstddef cstdint cstdio cstdlib cstring deque exception filesystem forward_list fstream"
+    " algorithm any array bit bitset cassert cerrno charconv chrono climits cmath compare complex"
+    " concepts cstddef cstdint cstdio cstdlib cstring deque exception filesystem forward_list fstream"
     " functional initializer_list iosfwd istream iterator limits list map memory new numbers"
     " numeric optional ostream queue random ranges ratio set span stack stdexcept string"
     " string_view system_error tuple type_traits typeinfo unordered_map unordered_set utility"
@@ -76,6 +76,20 @@ std::vector<std::vector<std::string>> MatchesOf(const std::string& code, const s
   return matches;
 }
 
+struct Include {
+  bool standard;
+  std::string name;
+};
+
+std::vector<Include> IncludesOf(const std::string& source) {
+  static const std::regex kInclude(R"(#[ \t]*include[ \t]*([<"])([^>"\n]*))");
+  std::vector<Include> includes;
+  for (const auto& match : MatchesOf(Strip(source, kCode), kInclude)) {
+    includes.push_back({match[1] == "<", match[2]});
+  }
+  return includes;
+}
+
 std::vector<std::string> ForbiddenWordsIn(const std::string& source) {
   static const std::regex kWord(R"(([.>]?)\b([A-Za-z_]\w*)(\s*\()?)");
   std::vector<std::string> found;
@@ -88,27 +102,26 @@ std::vector<std::string> ForbiddenWordsIn(const std::string& source) {
   return found;
 }
 
-// Includes that a file of this name may not have.
-std::vector<std::string> ForbiddenIncludesIn(const std::string& file, const std::string& source) {
-  static const std::regex kInclude(R"(#[ \t]*include[ \t]*([<"])([^>"\n]*))");
+// What is wrong with an include, or nothing.
+std::string FaultOf(const std::string& file, const Include& include) {
+  if (include.standard) {
+    return Lists(kHeaders, include.name) ? "" : "<" + include.name + "> is not for the core";
+  }
   const auto floorOf = [](const std::string& name) {
     return std::find_if(std::begin(kFloors), std::end(kFloors),
                         [&name](const Floor& floor) { return name.starts_with(floor.first); });
   };
   const auto from = floorOf(file);
-  std::vector<std::string> found;
-  for (const auto& match : MatchesOf(Strip(source, kCode), kInclude)) {
-    const auto to = floorOf(match[2]);
-    const bool below = from != std::end(kFloors) && to != std::end(kFloors) &&
-                       (to == from || to->second < from->second);
-    if (match[1] == "<" ? !Lists(kHeaders, match[2]) : !below) found.push_back(match[2]);
-  }
-  return found;
+  const auto to = floorOf(include.name);
+  if (from == std::end(kFloors) || to == std::end(kFloors)) return "no floor: " + include.name;
+  return to == from || to->second < from->second ? "" : include.name + " is not below";
 }
 
+using Sources = std::map<std::string, std::string>;
+
 // Each file of the core and of the instrument's library, by the name under which it is included.
-std::map<std::string, std::string> ReadCore() {
-  std::map<std::string, std::string> sources;
+Sources ReadCore() {
+  Sources sources;
   const fs::path root = ORIOLEMARK_SOURCE_DIR;
   for (const auto& [folder, base] : {std::pair("src", "src"), std::pair("simulator", ".")}) {
     for (const auto& entry : fs::recursive_directory_iterator(root / folder)) {
@@ -122,6 +135,21 @@ std::map<std::string, std::string> ReadCore() {
     }
   }
   return sources;
+}
+
+// The files of cycles, and those that include them: takes away whatever includes nothing that is
+// left, until nothing can be taken.
+std::vector<std::string> FilesInCycles(const Sources& sources) {
+  std::map<std::string, std::vector<Include>> left;
+  for (const auto& [file, source] : sources) left[file] = IncludesOf(source);
+  const auto includesNothingLeft = [&left](const auto& entry) {
+    return std::none_of(entry.second.begin(), entry.second.end(),
+                        [&left](const Include& include) { return left.contains(include.name); });
+  };
+  while (std::erase_if(left, includesNothingLeft) > 0) continue;
+  std::vector<std::string> files;
+  for (const auto& entry : left) files.push_back(entry.first);
+  return files;
 }
 
 TEST(HouseRulesTest, TheCheckerTellsGoodIncludesFromBad) {
@@ -143,7 +171,9 @@ TEST(HouseRulesTest, TheCheckerTellsGoodIncludesFromBad) {
                       {"panel/A.cpp", "#include \"measure/B.h\"", false},
                       {"datasheet/records/A.cpp", "#include \"datasheet/B.h\"", false}};
   for (const Row& row : rows) {
-    EXPECT_EQ(ForbiddenIncludesIn(row.file, row.line).empty(), row.allowed) << row.line;
+    const std::vector<Include> includes = IncludesOf(row.line);
+    const bool allowed = includes.empty() || FaultOf(row.file, includes[0]).empty();
+    EXPECT_EQ(allowed, row.allowed) << row.file << ": " << row.line;
   }
 }
 
@@ -160,15 +190,26 @@ TEST(HouseRulesTest, TheCheckerFindsWordsInCodeOnly) {
   for (const auto& [code, words] : rows) EXPECT_EQ(ForbiddenWordsIn(code), words) << code;
 }
 
+TEST(HouseRulesTest, TheCheckerFindsCycles) {
+  Sources sources = {
+      {"a.h", "#include \"b.h\"\n#include \"c.h\""}, {"b.h", "#include \"c.h\""}, {"c.h", ""}};
+  EXPECT_TRUE(FilesInCycles(sources).empty());
+  sources["c.h"] = "#include \"b.h\"";
+  EXPECT_EQ(FilesInCycles(sources), (std::vector<std::string>{"a.h", "b.h", "c.h"}));
+}
+
 TEST(HouseRulesTest, TheCoreKeepsTheRules) {
-  const auto sources = ReadCore();
+  const Sources sources = ReadCore();
   // An empty list would pass every rule.
   ASSERT_TRUE(sources.contains("link/TX5000Cmd.cpp"));
   ASSERT_TRUE(sources.contains("simulator/Instrument.cpp"));
   for (const auto& [file, source] : sources) {
     EXPECT_EQ(ForbiddenWordsIn(source), std::vector<std::string>()) << file;
-    EXPECT_EQ(ForbiddenIncludesIn(file, source), std::vector<std::string>()) << file;
+    for (const Include& include : IncludesOf(source)) {
+      EXPECT_EQ(FaultOf(file, include), "") << file;
+    }
   }
+  EXPECT_EQ(FilesInCycles(sources), std::vector<std::string>());
 }
 
 }  // namespace

@@ -63,13 +63,7 @@ struct Day : ProgramBench {
   void ExpectUsable() {
     const WaveRecord& record = module.sheet.Waves[0];
     EXPECT_TRUE(record.HasData);
-    const std::string block = instrument.Execute(":DATA:CHANNEL1").value_or("");
-    ASSERT_EQ(static_cast<std::size_t>(record.Count), block.size() / 5);
-    for (int i = 1; i <= record.Count; ++i) {
-      const std::size_t at = static_cast<std::size_t>(i - 1) * 5 + 2;
-      const int byte = std::stoi(block.substr(at, 2), nullptr, 16);
-      ASSERT_EQ(record.CH1Data[i], std::clamp(byte, 26, 225) - 26) << i;
-    }
+    ExpectSamples(record, ":DATA:CHANNEL1");
     EXPECT_EQ(View().cmdRefresh.Face(), kRefreshFace);
     EXPECT_TRUE(View().cmdRefresh.Enabled());
     EXPECT_EQ(waiting.Depth(), 1) << "only the program's own wait is left";

@@ -28,8 +28,7 @@ TEST_F(SerialLinkTest, PortThatDoesNotOpenIsToldOnceAndLeavesNoConnection) {
   EXPECT_EQ(bench.prompts.shown, (std::vector<Message>{{.text = "Permission denied",
                                                         .title = "RS232 Init",
                                                         .icon = MessageIcon::Exclamation}}));
-  EXPECT_FALSE(bench.state.LinkOpened);
-  EXPECT_FALSE(bench.state.ScopeConnected);
+  EXPECT_FALSE(bench.state.LinkOpened || bench.state.ScopeConnected);
   EXPECT_EQ(bench.indicator, std::vector<bool>{false});
   EXPECT_EQ(bench.port.written, "");
 }
@@ -115,29 +114,7 @@ TEST_F(SerialLinkTest, ReplyThatGrewOldInsideANestedHandlerIsSilence) {
   EXPECT_FALSE(bench.state.ReplyPending);
 }
 
-TEST_F(SerialLinkTest, EndlessReplyStopsGrowingAndStillEnds) {
-  constexpr std::size_t kLimit = 64u << 20;
-  bench.state.ReplyPending = true;
-  const std::string piece(kLimit / 2 + 1, 'x');
-  bench.rs232.RS232OnReceive(piece);
-  bench.rs232.RS232OnReceive(piece);
-  EXPECT_EQ(bench.state.RxBuffer.size(), kLimit);
-  EXPECT_TRUE(bench.state.ReplyPending);
-  bench.rs232.RS232OnReceive("\n");
-  EXPECT_EQ(bench.state.RxBuffer.size(), kLimit);
-  EXPECT_FALSE(bench.state.ReplyPending);
-}
-
-class SerialEventsTest : public SerialLinkTest {
- protected:
-  SerialEventsTest() {
-    bench.serialEvents.showStatus = [this](const std::string& text) { status.push_back(text); };
-  }
-
-  std::vector<std::string> status;
-};
-
-TEST_F(SerialEventsTest, EventAndErrorCodesHaveTextsAndEveryOtherCodeToo) {
+TEST_F(SerialLinkTest, EventAndErrorCodesHaveTextsAndEveryOtherCodeToo) {
   const std::pair<int, const char*> rows[] = {
       {3, "Change in CTS Detected"},  {7, "End of File Detected"},
       {1001, "Break Received"},       {1005, "Unknown error or event"},
@@ -151,7 +128,9 @@ TEST_F(SerialEventsTest, EventAndErrorCodesHaveTextsAndEveryOtherCodeToo) {
   }
 }
 
-TEST_F(SerialEventsTest, NotedTextIsShownAgainAtEachEventAndAnEventHidesErrors) {
+TEST_F(SerialLinkTest, NotedTextIsShownAgainAtEachEventAndAnEventHidesErrors) {
+  std::vector<std::string> status;
+  bench.serialEvents.showStatus = [&](const std::string& text) { status.push_back(text); };
   bench.port.ArriveAfter(Milliseconds(1), "a");
   bench.clock.Run(Milliseconds(2));
   EXPECT_TRUE(status.empty());

@@ -5,21 +5,16 @@
 namespace oriolemark {
 namespace {
 
-using Ms = Milliseconds;
-
 // Runs the program, opens the dialog, does `work` in it and closes the program.
 void Open(ProgramBench& bench, const std::function<void(frmOptions&)>& work) {
   frmOptions& options = bench.module.options;
-  bench.clock.UserAfter(Ms(1000), [&] { bench.module.main.mnuToolsOptions.Click(); });
-  bench.clock.UserAfter(Ms(2000), [&] {
+  bench.At(1000, [&] { bench.module.main.mnuToolsOptions.Click(); });
+  bench.At(2000, [&] {
     EXPECT_TRUE(options.Modal());
     work(options);
-  });
-  bench.clock.UserAfter(Ms(3000), [&] {
     EXPECT_FALSE(options.Loaded());
-    bench.module.main.Close();
   });
-  bench.module.Main();
+  bench.RunUntil(3000);
 }
 
 void ChangeAll(frmOptions& options) {
@@ -35,52 +30,32 @@ void ChangeAll(frmOptions& options) {
   options.DeviceCombo.SetListIndex(2);
 }
 
-using Stored = std::map<std::pair<std::string, std::string>, std::string>;
-
-const Stored kFirstRun = {
-    {{"General", "StartupCheckHardware"}, "False"},
-    {{"General", "StartupLoadSheet"}, "False"},
-    {{"General", "StartupLoadCtrl"}, "False"},
-    {{"IO Settings", "ScopeIOType"}, "0"},
-    {{"IO Settings", "COM_Port"}, "1"},
-    {{"IO Settings", "BaudRate"}, "9600"},
-    {{"IO Settings", "GPIB_Addr"}, "7"},
-    {{"Refresh", "Refresh Type"}, "Single"},
-    {{"Refresh", "Refresh Interval"}, "100"},
-};
-
-const Stored kChanged = {
-    {{"General", "StartupCheckHardware"}, "True"},
-    {{"General", "StartupLoadSheet"}, "True"},
-    {{"General", "StartupLoadCtrl"}, "True"},
-    {{"IO Settings", "ScopeIOType"}, "1"},
-    {{"IO Settings", "COM_Port"}, "2"},
-    {{"IO Settings", "BaudRate"}, "fast"},
-    {{"IO Settings", "GPIB_Addr"}, "30"},
-    {{"Refresh", "Refresh Type"}, "Auto"},
-    {{"Refresh", "Refresh Interval"}, "250"},
+// Section and key of each option, what a first run stores of it and what the work above does.
+const std::tuple<const char*, const char*, const char*, const char*> kStored[] = {
+    {"General", "StartupCheckHardware", "False", "True"},
+    {"General", "StartupLoadSheet", "False", "True"},
+    {"General", "StartupLoadCtrl", "False", "True"},
+    {"IO Settings", "ScopeIOType", "0", "1"},
+    {"IO Settings", "COM_Port", "1", "2"},
+    {"IO Settings", "BaudRate", "9600", "fast"},
+    {"IO Settings", "GPIB_Addr", "7", "30"},
+    {"Refresh", "Refresh Type", "Single", "Auto"},
+    {"Refresh", "Refresh Interval", "100", "250"},
 };
 
 TEST(Options, ReachTheStoreWithOkAndNotWithCancel) {
-  const struct {
-    const char* name;
-    Button frmOptions::*button;
-    const Stored& stored;
-    int usbDevice;
-  } kRows[] = {{"OK", &frmOptions::cmdOK, kChanged, 2},
-               {"Cancel", &frmOptions::cmdCancel, kFirstRun, 0}};
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.name);
+  for (const bool ok : {true, false}) {
+    SCOPED_TRACE(ok ? "OK" : "Cancel");
     ProgramBench bench;
     bench.store.values.clear();
     bench.usb.devices = 3;
     Open(bench, [&](frmOptions& options) {
       ChangeAll(options);
-      (options.*row.button).Click();
-      EXPECT_EQ(bench.module.preferences.link.UsbDevice, row.usbDevice);
+      (ok ? options.cmdOK : options.cmdCancel).Click();
+      EXPECT_EQ(bench.module.preferences.link.UsbDevice, ok ? 2 : 0);
     });
-    for (const auto& [key, value] : row.stored) {
-      EXPECT_EQ(bench.store.values[key], value) << key.second;
+    for (const auto& [section, key, before, after] : kStored) {
+      EXPECT_EQ((bench.store.values[{section, key}]), ok ? after : before) << key;
     }
   }
 }
@@ -105,11 +80,11 @@ TEST(Options, ShowWhatTheStoreHoldsAndCanBeConfirmedAsTheyStand) {
     ProgramBench bench;
     bench.usb.devices = 0;
     auto& values = bench.store.values;
-    values[{"IO Settings", "ScopeIOType"}] = row.io;
-    values[{"IO Settings", "COM_Port"}] = row.port;
-    values[{"IO Settings", "GPIB_Addr"}] = row.address;
-    values[{"Refresh", "Refresh Type"}] = row.type;
-    values[{"Refresh", "Refresh Interval"}] = row.interval;
+    bench.Store("IO Settings", "ScopeIOType", row.io);
+    bench.Store("IO Settings", "COM_Port", row.port);
+    bench.Store("IO Settings", "GPIB_Addr", row.address);
+    bench.Store("Refresh", "Refresh Type", row.type);
+    bench.Store("Refresh", "Refresh Interval", row.interval);
     Open(bench, [&](frmOptions& options) {
       EXPECT_EQ(options.PortSelectOption.Selected(), row.option);
       EXPECT_EQ(options.PortCombo.Text(), row.portText);
@@ -130,9 +105,9 @@ TEST(Options, ShowWhatTheStoreHoldsAndCanBeConfirmedAsTheyStand) {
 
 TEST(Options, DropTheLinkBeforeTheyOpenAndLeaveItDown) {
   ProgramBench bench;
-  bench.store.values[{"General", "StartupCheckHardware"}] = "True";
+  bench.Store("General", "StartupCheckHardware", "True");
   std::string connecting;
-  bench.clock.UserAfter(Ms(900), [&] { connecting = bench.port.written; });
+  bench.At(900, [&] { connecting = bench.port.written; });
   Open(bench, [&](frmOptions& options) { options.cmdCancel.Click(); });
   EXPECT_EQ(bench.port.written, connecting + ":KEY:LOCK:ENABLE\r");
   EXPECT_TRUE(bench.module.main.picLED_OFF.Visible());

@@ -27,18 +27,11 @@ struct Bench {
     return instrument.Execute(command).value_or("(no reply)");
   }
 
-  // Whether the instrument understood a command that has no reply.
-  bool Send(std::string_view command) {
+  // Commands with ';' between them, without replies; whether each was understood.
+  bool Send(std::string_view commands) {
     const int before = instrument.UnknownCommands();
-    instrument.Execute(command);
+    for (const std::string& command : Split(commands)) instrument.Execute(command);
     return instrument.UnknownCommands() == before;
-  }
-
-  // Commands with ';' between them; whether each was understood.
-  bool SendAll(std::string_view commands) {
-    bool understood = true;
-    for (const std::string& command : Split(commands)) understood = Send(command) && understood;
-    return understood;
   }
 
   bool Turn(std::string_view path, std::string_view value) { return instrument.Turn(path, value); }
@@ -57,11 +50,11 @@ struct Bench {
 };
 
 inline int Lowest(const std::vector<int>& samples) {
-  return *std::min_element(samples.begin(), samples.end());
+  return *std::ranges::min_element(samples);
 }
 
 inline int Highest(const std::vector<int>& samples) {
-  return *std::max_element(samples.begin(), samples.end());
+  return *std::ranges::max_element(samples);
 }
 
 inline int LargestDifference(const std::vector<int>& one, const std::vector<int>& other) {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "Bench.h"
 #include "simulator/Values.h"
 
@@ -40,38 +42,34 @@ TEST(VocabularyTest, AMalformedCommandIsNotUnderstoodAndChangesNothing) {
 constexpr char kRange1[] = ":CHANNEL1:RANGE:?";
 constexpr char kDelay[] = ":TimeBase:TRIGGER DELAY:?";
 
-struct WireCase {
-  const char* command;
-  const char* query;  // asked afterwards
-  const char* answer;
-};
-
 TEST(VocabularyTest, AWellFormedCommandIsUnderstood) {
   constexpr char kSilent[] =
       ":DISPLAY:MENU STATUS:OFF;:KEY:LOCK:ENABLE;:KEY:LOCK:DISABLE;:KEY:Math;:KEY:TRIG%50;"
       ":KEY:FORCE;:KEY:H_POS_DEC;:KEY:PROMPT_V;:ForceTrig;:TRIG%50;:AUTO";
-  EXPECT_TRUE(Bench().SendAll(kSilent));
-  const WireCase cases[] = {{"*IDN?", "*IDN?", "TAVIK TECHNOLOGIES,TX-5102CA,S1009837,01.02.05"},
-                            {":STOP", ":TRIGGER:STATUS:?", "STOP"},
-                            {":CHANNEL2:OFFSET:-12.00div", ":CHANNEL2:OFFSET:?", "-12.00div"},
-                            {":CHANNEL2:OFFSET:0.04div", ":CHANNEL2:OFFSET:?", "0.04div"},
-                            // A switch that can be thrown and does nothing.
-                            {":CHANNEL1:INVERT:ON", ":CHANNEL1:INVERT:?", "OFF"},
-                            {":CHANNEL1:PROBE:10X", kRange1, "10.0V"},
-                            {":CHANNEL1:PROBE:1000X", kRange1, "1kV"},
-                            {":CHANNEL1:PROBE:100X", ":CHANNEL2:PROBE:?", "100X"},
-                            {":CHANNEL2:PROBE:10X", ":CHANNEL2:RANGE:?", "10.0V"},
-                            {":CHANNEL2:PROBE:10X", ":CHANNEL2:PROBE:?", "1X"},
-                            {":TimeBase:TRIGGER DELAY:-2.8ms", kDelay, "-2.8ms"},
-                            {":TimeBase:TRIGGER DELAY:-140000.0ns", kDelay, "-140000.0ns"},
-                            {":TimeBase:TRIGGER DELAY:1s", kDelay, "1s"},
-                            {":TimeBase:Holdoff:0.0000s", ":TimeBase:Holdoff:?", "0.0000s"},
-                            {":TRIGGER:PULSE WIDTH:1.0us", ":TRIGGER:PULSE WIDTH:?", "1.0us"},
-                            {":ACQUIRE:INTENSITY:100%", ":ACQUIRE:INTENSITY:?", "100%"}};
-  for (const WireCase& wanted : cases) {
+  EXPECT_TRUE(Bench().Send(kSilent));
+  // The command, a query asked afterwards, and its answer.
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      {"*IDN?", "*IDN?", "TAVIK TECHNOLOGIES,TX-5102CA,S1009837,01.02.05"},
+      {":STOP", ":TRIGGER:STATUS:?", "STOP"},
+      {":CHANNEL2:OFFSET:-12.00div", ":CHANNEL2:OFFSET:?", "-12.00div"},
+      {":CHANNEL2:OFFSET:0.04div", ":CHANNEL2:OFFSET:?", "0.04div"},
+      // A switch that can be thrown and does nothing.
+      {":CHANNEL1:INVERT:ON", ":CHANNEL1:INVERT:?", "OFF"},
+      {":CHANNEL1:PROBE:10X", kRange1, "10.0V"},
+      {":CHANNEL1:PROBE:1000X", kRange1, "1kV"},
+      {":CHANNEL1:PROBE:100X", ":CHANNEL2:PROBE:?", "100X"},
+      {":CHANNEL2:PROBE:10X", ":CHANNEL2:RANGE:?", "10.0V"},
+      {":CHANNEL2:PROBE:10X", ":CHANNEL2:PROBE:?", "1X"},
+      {":TimeBase:TRIGGER DELAY:-2.8ms", kDelay, "-2.8ms"},
+      {":TimeBase:TRIGGER DELAY:-140000.0ns", kDelay, "-140000.0ns"},
+      {":TimeBase:TRIGGER DELAY:1s", kDelay, "1s"},
+      {":TimeBase:Holdoff:0.0000s", ":TimeBase:Holdoff:?", "0.0000s"},
+      {":TRIGGER:PULSE WIDTH:1.0us", ":TRIGGER:PULSE WIDTH:?", "1.0us"},
+      {":ACQUIRE:INTENSITY:100%", ":ACQUIRE:INTENSITY:?", "100%"}};
+  for (const auto& [command, query, answer] : cases) {
     Bench bench;
-    EXPECT_TRUE(bench.Send(wanted.command)) << wanted.command;
-    EXPECT_EQ(bench.Ask(wanted.query), wanted.answer) << wanted.command;
+    EXPECT_TRUE(bench.Send(command)) << command;
+    EXPECT_EQ(bench.Ask(query), answer) << command;
   }
 }
 
@@ -106,15 +104,15 @@ TEST(VocabularyTest, EachListValueCanBeSetAndReadBack) {
 
 TEST(VocabularyTest, DelayLineAndSourceFollowWhatLimitsThem) {
   Bench bench;
-  EXPECT_TRUE(bench.SendAll(":TimeBase:TRIGGER DELAY:-2.8ms;:TimeBase:RANGE:10.00us"));
+  EXPECT_TRUE(bench.Send(":TimeBase:TRIGGER DELAY:-2.8ms;:TimeBase:RANGE:10.00us"));
   EXPECT_EQ(bench.Ask(kDelay), "-140.0us");
   bench.Send(":TimeBase:RANGE:50.00ms");
   EXPECT_FALSE(bench.Send(":TimeBase:TRIGGER DELAY:0.31s"));
   EXPECT_TRUE(bench.Send(":TimeBase:TRIGGER DELAY:0.3s"));
-  EXPECT_TRUE(bench.SendAll(
+  EXPECT_TRUE(bench.Send(
       ":TRIGGER:VIDEO STANDARD:PAL/SECAM;:TRIGGER:LINE_NUM:625;:TRIGGER:VIDEO STANDARD:NTSC"));
   EXPECT_EQ(bench.Ask(":TRIGGER:LINE_NUM:?"), "525");
-  EXPECT_TRUE(bench.SendAll(":TRIGGER:Source:AC;:TRIGGER:METHOD:PULSE"));
+  EXPECT_TRUE(bench.Send(":TRIGGER:Source:AC;:TRIGGER:METHOD:PULSE"));
   EXPECT_EQ(bench.Ask(":TRIGGER:Source:?"), "AC") << "mains stays, though it belongs to edges";
   EXPECT_FALSE(bench.Send(":TRIGGER:Source:AC"));
 }

@@ -1,12 +1,15 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <string>
 #include <utility>
 
+#include "platform/RasterCanvas.h"
 #include "shell/MainModule.h"
-#include "support/BlankCanvas.h"
 #include "support/FakeGpib.h"
 #include "support/FakeSerialPort.h"
 #include "support/FakeUsb.h"
@@ -47,7 +50,7 @@ struct ProgramBench {
     clock.CloseWhenStuck(waiting);
     store.values[{"IO Settings", "ScopeIOType"}] = "2";
     module.onWaveView = [this](frmWave& view) {
-      view.NoteInnerSize(PixelsToUnits(700), PixelsToUnits(500));
+      view.NoteInnerSize(PixelsToUnits(400), PixelsToUnits(250));
       wave = &view;
     };
   }
@@ -66,6 +69,16 @@ struct ProgramBench {
     store.values[{section, key}] = value;
   }
 
+  // The record holds what the instrument, which stands still, sends of its first channel.
+  void ExpectSamples(const WaveRecord& record, const std::string& command) {
+    const std::string block = instrument.Execute(command).value_or("");
+    ASSERT_EQ(static_cast<std::size_t>(record.Count), block.size() / 5);
+    for (int i = 1; i <= record.Count; ++i) {
+      const int byte = std::stoi(block.substr(static_cast<std::size_t>(i) * 5 - 3, 2), nullptr, 16);
+      ASSERT_EQ(record.CH1Data[i], (record.IsYT ? std::clamp(byte, 26, 225) : byte) - 26) << i;
+    }
+  }
+
   VirtualClock clock;
   Waiting waiting{clock};
   RecordingPrompts prompts{clock, waiting};
@@ -77,7 +90,7 @@ struct ProgramBench {
   FakeUsb usb{clock, script};
   FakeHelp help;
   MainModule module{{clock, waiting, prompts, store, port, gpib, usb, [] { return "11/21/26"; },
-                     [] { return std::make_unique<BlankCanvas>(); }, "0.1.0", help,
+                     [] { return std::make_unique<RasterCanvas>(); }, "0.1.0", help,
                      "/program/Oriolemark.hlp"}};
   frmWave* wave = nullptr;  // the newest view
 };

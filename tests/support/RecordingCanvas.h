@@ -1,9 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/Canvas.h"
+#include "values/Number.h"
 
 namespace oriolemark {
 
@@ -19,30 +21,64 @@ class RecordingCanvas : public Canvas {
   Calls calls;
 
   // The calls that begin with `start`, without it.
-  Calls CallsOf(const std::string& start) const;
+  Calls CallsOf(const std::string& start) const {
+    Calls found;
+    for (const std::string& call : calls) {
+      if (call.starts_with(start)) found.push_back(call.substr(start.size()));
+    }
+    return found;
+  }
 
   int Width() const override { return width_; }
   int Height() const override { return height_; }
-  void SetSize(int width, int height) override;
-  void Clear(Color background) override;
-  void SetColor(Color color) override { color_ = color; }
-  void SetLineWidth(int pixels) override { lineWidth_ = pixels; }
-  void SetPenStyle(PenStyle style) override { style_ = style; }
-  void SetBold(bool bold) override { bold_ = bold; }
-  void Pixel(Point at) override;
-  void Line(Point from, Point to) override;
-  void Text(Point at, std::string_view text) override;
-  std::unique_ptr<Canvas> MakeCopy() const override;
+  void SetSize(int width, int height) override {
+    width_ = width;
+    height_ = height;
+  }
+  void Clear(Color background) override { calls = {"clear " + Show(background)}; }
+  void SetColor(Color color) override { color_ = Show(color); }
+  void SetLineWidth(int pixels) override {
+    lineWidth_ = pixels == 1 ? "" : " width " + std::to_string(pixels);
+  }
+  void SetPenStyle(PenStyle style) override { dots_ = style == PenStyle::Dotted ? " dotted" : ""; }
+  void SetBold(bool bold) override { weight_ = bold ? " bold " : " plain "; }
+  void Pixel(Point at) override { calls.push_back("pixel " + Show(at) + " " + color_); }
+  void Line(Point from, Point to) override {
+    calls.push_back("line " + Show(from) + " " + Show(to) + " " + color_ + lineWidth_ + dots_);
+  }
+  void Text(Point at, std::string_view text) override {
+    calls.push_back("text " + Show(at) + " " + color_ + weight_ + std::string(text));
+  }
+  std::unique_ptr<Canvas> MakeCopy() const override {
+    return std::make_unique<RecordingCanvas>(*this);
+  }
   // The calls of the copy stand for its contents; that they came from one is noted behind them.
-  void CopyFrom(const Canvas& other) override;
+  void CopyFrom(const Canvas& other) override {
+    calls = dynamic_cast<const RecordingCanvas&>(other).calls;
+    calls.push_back("copied");
+  }
 
  private:
+  static std::string Show(Point at) {
+    // Nine decimals hide what the order of two multiplications leaves behind.
+    return FormatFixed(at.x, 0, 9) + "," + FormatFixed(at.y, 0, 9);
+  }
+  static std::string Show(Color color) {
+    std::string shown;
+    for (const int part : {color.red, color.green, color.blue}) {
+      for (const int digit : {part / 16, part % 16}) {
+        shown += "0123456789ABCDEF"[static_cast<std::size_t>(digit)];
+      }
+    }
+    return shown;
+  }
+
   int width_ = 0;
   int height_ = 0;
-  Color color_;
-  int lineWidth_ = 1;
-  PenStyle style_ = PenStyle::Solid;
-  bool bold_ = false;
+  std::string color_ = "000000";
+  std::string lineWidth_;
+  std::string dots_;
+  std::string weight_ = " plain ";
 };
 
 }  // namespace oriolemark

@@ -5,6 +5,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 
 namespace oriolemark {
@@ -57,14 +58,7 @@ TEST(NumberTest, WholeNumberIsRoundedToEvenBeforeItsRangeCounts) {
   for (const auto& [text, number] : rows) EXPECT_EQ(read(text), number) << text;
 }
 
-struct FormatRow {
-  double value;
-  int minimum;
-  int maximum;
-  const char* text;
-};
-
-const FormatRow kFormatRows[] = {
+const std::tuple<double, int, int, const char*> kFormatRows[] = {
     {0, 3, 3, "0.000"},           {-0.0, 1, 25, "0.0"},      {-0.0004, 3, 3, "0.000"},
     {-0.0005, 3, 3, "-0.001"},    {0.5, 0, 0, "1"},          {2.5, 0, 0, "3"},
     {-2.5, 0, 0, "-3"},           {0.49, 0, 0, "0"},         {0.0096, 2, 2, "0.01"},
@@ -73,8 +67,8 @@ const FormatRow kFormatRows[] = {
 };
 
 TEST(NumberTest, FormatKeepsFifteenDigitsAndRoundsTiesAway) {
-  for (const FormatRow& row : kFormatRows) {
-    EXPECT_EQ(FormatFixed(row.value, row.minimum, row.maximum), row.text) << row.value;
+  for (const auto& [value, minimum, maximum, text] : kFormatRows) {
+    EXPECT_EQ(FormatFixed(value, minimum, maximum), text) << value;
   }
   EXPECT_EQ(FormatFixed(100 / 1e6 * 1e6, 1, 25), "100.0");
   EXPECT_EQ(FormatFixed(123456789012345678.0, 0, 2), "123456789012346000");

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -55,14 +56,7 @@ TEST(StringFuncTest, HexByteReadsTheLastTwoCharactersAndDiagnosesNothing) {
   for (const auto& [text, value] : rows) EXPECT_EQ(ConvertHexByteToNum(text), value) << text;
 }
 
-struct BoxRow {
-  UnitBoxText (*show)(double);
-  double value;
-  const char* text;
-  int index;
-};
-
-const BoxRow kBoxRows[] = {
+const std::tuple<UnitBoxText (*)(double), double, const char*, int> kBoxRows[] = {
     {SetVoltToUnitBox, 1.1e9, "???.?", 2},      {SetVoltToUnitBox, 1e9, "1000.000", 0},
     {SetVoltToUnitBox, 1e6, "1.000", 0},        {SetVoltToUnitBox, 1000, "1.000", 1},
     {SetVoltToUnitBox, 1, "1.000", 2},          {SetVoltToUnitBox, 0.001, "1.000", 3},
@@ -84,10 +78,9 @@ const BoxRow kBoxRows[] = {
 };
 
 TEST(StringFuncTest, UnitBoxTakesTheUnitOfTheRange) {
-  for (const BoxRow& row : kBoxRows) {
-    const UnitBoxText shown = row.show(row.value);
-    EXPECT_EQ(shown.text, row.text) << row.value;
-    EXPECT_EQ(shown.index, row.index) << row.value;
+  for (const auto& [show, value, text, index] : kBoxRows) {
+    EXPECT_EQ(show(value).text, text) << value;
+    EXPECT_EQ(show(value).index, index) << value;
   }
 }
 
@@ -99,44 +92,29 @@ TEST(StringFuncTest, TimeTextChangesItsUnitBehindTheEdge) {
   for (const auto& [seconds, text] : rows) EXPECT_EQ(ConvertTimeToUnitStr(seconds), text);
 }
 
-struct DelayRow {
-  const char* timeBase;
-  double delay;
-  const char* text;
-};
-
-const DelayRow kDelayRows[] = {
-    {"", -1, "0.0ns"},
-    {"", 0.5, "0.5s"},
-    {"", 1, "1s"},
-    {"20.00ms", 2, "1s"},
-    {"50.00ms", 0.4, "0.3s"},
-    {"50.00ms", 0.2, "0.2s"},
-    {"1.000us", -1, "-14000.0ns"},
-    {"1.000us", -5e-6, "-5000.0ns"},
-    {"50.00ms", -0.4, "-300000000.0ns"},
-    {"1.000s", 1, "1.0s"},
-};
-
 TEST(StringFuncTest, TriggerDelayStaysWithinTheLimitsOfTheTimeBase) {
-  for (const DelayRow& row : kDelayRows) {
+  const std::tuple<std::string, double, const char*> rows[] = {{"", -1, "0.0ns"},
+                                                               {"", 0.5, "0.5s"},
+                                                               {"", 1, "1s"},
+                                                               {"20.00ms", 2, "1s"},
+                                                               {"50.00ms", 0.4, "0.3s"},
+                                                               {"50.00ms", 0.2, "0.2s"},
+                                                               {"1.000us", -1, "-14000.0ns"},
+                                                               {"1.000us", -5e-6, "-5000.0ns"},
+                                                               {"50.00ms", -0.4, "-300000000.0ns"},
+                                                               {"1.000s", 1, "1.0s"}};
+  for (const auto& [timeBase, delay, expected] : rows) {
     std::string asked;
-    const std::string text = ConvertTrigOffsetToStr(row.delay, [&](std::string_view command) {
+    const auto answer = [&asked, &base = timeBase](std::string_view command) {
       asked = command;
-      return std::string(row.timeBase);
-    });
-    EXPECT_EQ(text, row.text) << row.timeBase << " " << row.delay;
+      return base;
+    };
+    EXPECT_EQ(ConvertTrigOffsetToStr(delay, answer), expected) << timeBase << " " << delay;
     EXPECT_EQ(asked, ":TimeBase:RANGE:?");
   }
 }
 
-struct ExponentRow {
-  double value;
-  const char* two;
-  const char* four;
-};
-
-const ExponentRow kExponentRows[] = {
+const std::tuple<double, const char*, const char*> kExponentRows[] = {
     {0, "0.00E+00", "0.0000E+00"},        {1234.5, "1.23E+03", "1.2345E+03"},
     {-0.5, "-5.00E-01", "-5.0000E-01"},   {2500000, "25.00E+05", "25.0000E+05"},
     {100000, "1.00E+05", "1.0000E+05"},   {99999.9, "10.00E+04", "10.0000E+04"},
@@ -146,9 +124,9 @@ const ExponentRow kExponentRows[] = {
 };
 
 TEST(StringFuncTest, ExponentTextEndsAtItsLastLine) {
-  for (const ExponentRow& row : kExponentRows) {
-    EXPECT_EQ(ConvertNumToExp2(row.value), row.two);
-    EXPECT_EQ(ConvertNumToExp4(row.value), row.four);
+  for (const auto& [value, two, four] : kExponentRows) {
+    EXPECT_EQ(ConvertNumToExp2(value), two);
+    EXPECT_EQ(ConvertNumToExp4(value), four);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "support/RecordingCanvas.h"
@@ -93,14 +94,8 @@ TEST(DrawCursors, LinesAndMarksComeFromACopyAndTextsFollow) {
 }
 
 TEST(DrawCursors, ReadoutsStackByWhatIsShownInAColumnThatFollowsTheZoom) {
-  struct Row {
-    double zoom;
-    std::string pairs;
-    int channels;
-    const char* timeRange;
-    const char* places;
-  };
-  const Row rows[] = {
+  // The zoom, the pairs shown, the channels, the time base, and where the texts stand.
+  const std::tuple<double, std::string, int, const char*, const char*> rows[] = {
       {1.0, "Y", 3, "1ms", "205,30 FFFF00;205,50 00FFFF;"},
       {1.0, "Y", 2, "1ms", "205,30 00FFFF;"},
       {1.0, "XY", 2, "1ms", "205,30 FF00FF;205,50 FF00FF;205,70 00FFFF;"},
@@ -114,37 +109,33 @@ TEST(DrawCursors, ReadoutsStackByWhatIsShownInAColumnThatFollowsTheZoom) {
       {1.2, "X", 3, "1ms", "275,30 FF00FF;275,50 FF00FF;"},
       {5.0, "X", 3, "1ms", "1225,30 FF00FF;1225,50 FF00FF;"},
   };
-  for (const Row& row : rows) {
-    View view(row.zoom);
-    view.cursors.CursorXOn = row.pairs.find('X') != std::string::npos;
-    view.cursors.CursorYOn = row.pairs.find('Y') != std::string::npos;
-    view.record.Channels = row.channels;
-    view.record.TimeRange = row.timeRange;
-    std::string places;
-    for (const std::string& text : view.Texts()) places += text.substr(0, text.find(" b")) + ";";
-    EXPECT_EQ(places, row.places) << row.zoom << row.pairs << row.channels << row.timeRange;
-    EXPECT_EQ(view.canvas.CallsOf("line ").empty(), row.pairs.empty()) << row.zoom;
+  for (const auto& [zoom, pairs, channels, timeRange, places] : rows) {
+    View view(zoom);
+    view.cursors.CursorXOn = pairs.find('X') != std::string::npos;
+    view.cursors.CursorYOn = pairs.find('Y') != std::string::npos;
+    view.record.Channels = channels;
+    view.record.TimeRange = timeRange;
+    std::string found;
+    for (const std::string& text : view.Texts()) found += text.substr(0, text.find(" b")) + ";";
+    EXPECT_EQ(found, places) << zoom << pairs << channels << timeRange;
+    EXPECT_EQ(view.canvas.CallsOf("line ").empty(), pairs.empty()) << zoom;
   }
 }
 
 TEST(DrawCursors, ReadoutsThatCannotBeMade) {
-  struct Row {
-    const char* timeRange;
-    double apart;
-    const char* frequency;
-    const char* time;
-  };
-  const Row rows[] = {{"1ms", 0, "???.? Hz", "0.000s"},
-                      {"0.01ps", 200, "???.? Hz", ""},  // apart, and yet too near for a text
-                      {"1ms", 1.0 / 3, "75.02KHz", "13.33us"}};  // the frequency is of the text
-  for (const Row& row : rows) {
+  const std::tuple<const char*, double, std::string, std::string> rows[] = {
+      // The time base, the distance of the pair, its frequency and its time.
+      {"1ms", 0, "???.? Hz", "0.000s"},
+      {"0.01ps", 200, "???.? Hz", ""},           // apart, and yet too near for a text
+      {"1ms", 1.0 / 3, "75.02KHz", "13.33us"}};  // the frequency is of the text
+  for (const auto& [timeRange, apart, frequency, time] : rows) {
     View view;
-    view.record.TimeRange = row.timeRange;
-    view.cursors.X2Base = view.cursors.X1Base + row.apart;
+    view.record.TimeRange = timeRange;
+    view.cursors.X2Base = view.cursors.X1Base + apart;
     view.record.CH1Range = ">5V";
     view.record.CH2Range = "";
-    EXPECT_EQ(view.Texts(), (Calls{std::string("205,30 FF00FF bold 1/|X1-X2|=") + row.frequency,
-                                   std::string("205,50 FF00FF bold |X1-X2|   =") + row.time,
+    EXPECT_EQ(view.Texts(), (Calls{"205,30 FF00FF bold 1/|X1-X2|=" + frequency,
+                                   "205,50 FF00FF bold |X1-X2|   =" + time,
                                    "205,70 FFFF00 bold |Y1-Y2|  =0.0mV", "205,90 00FFFF bold "}));
   }
 }

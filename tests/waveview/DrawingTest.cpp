@@ -157,16 +157,17 @@ TEST(DrawChannelStatus, DrawsFlagDigitAndRange) {
 
 TEST(DrawTimeStatus, TriggerMarksStandInsideTheGridOnly) {
   // The time base, the delay, and where the "T" stands, empty without marks.
-  const std::tuple<const char*, std::string, std::string> rows[] = {{"1ms", "0.0000s", "172,31"},
-                                                                    {"1ms", "2ms", "122,31"},
-                                                                    {"1ms", "-5.99ms", "321.75,31"},
-                                                                    {"1ms", "6ms", ""},
-                                                                    {"1ms", "-6ms", ""},
-                                                                    {"0s", "1ms", ""},
-                                                                    {"0s", "0s", ""},
-                                                                    {"", "1ms", ""},
-                                                                    {"1ms", "", "172,31"},
-                                                                    {"1ms", ">1s", "172,31"}};
+  using Row = std::tuple<const char*, std::string, std::string>;
+  const Row rows[] = {{"1ms", "0.0000s", "172,31"},
+                      {"1ms", "2ms", "122,31"},
+                      {"1ms", "-5.99ms", "321.75,31"},
+                      {"1ms", "6ms", ""},
+                      {"1ms", "-6ms", ""},
+                      {"0s", "1ms", ""},
+                      {"0s", "0s", ""},
+                      {"", "1ms", ""},
+                      {"1ms", "", "172,31"},
+                      {"1ms", ">1s", "172,31"}};
   for (const auto& [timeBase, delay, tag] : rows) {
     RecordingCanvas canvas;
     DrawTimeStatus(On(canvas, 1.0), timeBase, delay);

@@ -69,13 +69,8 @@ TEST(frmWave, OpensAt150PercentAndDrawsAtItsFirstTick) {
   EXPECT_FALSE(bench.sheet.Modified);
 }
 
-struct ZoomCase {
-  const char* typed;
-  double zoom;  // 0 where the text is refused
-  const char* shown;
-};
-
-const ZoomCase kZooms[] = {
+// What is typed, the zoom, 0 where the text is refused, and what is shown then.
+const std::tuple<const char*, double, const char*> kZooms[] = {
     {"", 0, "150%"},       {"%", 0, "150%"},         {"abc%", 0, "150%"},
     {"200", 0, "150%"},    {"200% ", 0, "150%"},     {"1,000%", 0, "150%"},
     {"inf%", 0, "150%"},   {"0%", 0.01, "1%"},       {"-50%", 0.01, "1%"},
@@ -84,13 +79,14 @@ const ZoomCase kZooms[] = {
 };
 
 TEST(frmWave, ATypedZoomIsTakenOrRefused) {
-  for (const ZoomCase& row : kZooms) {
+  for (const auto& [typed, zoom, shown] : kZooms) {
+    SCOPED_TRACE(typed);
     WaveBench bench;
     bench.Open();
-    bench.view.ZoomCombo.EndEdit(row.typed);
-    const bool refused = row.zoom == 0;
-    EXPECT_DOUBLE_EQ(bench.view.ZoomFactor, refused ? 1.5 : row.zoom) << row.typed;
-    EXPECT_EQ(bench.view.ZoomCombo.Text(), row.shown) << row.typed;
+    bench.view.ZoomCombo.EndEdit(typed);
+    const bool refused = zoom == 0;
+    EXPECT_DOUBLE_EQ(bench.view.ZoomFactor, refused ? 1.5 : zoom);
+    EXPECT_EQ(bench.view.ZoomCombo.Text(), shown);
     EXPECT_EQ(bench.prompts.shown,
               std::vector<Message>(refused ? 1 : 0, {.text = "Invalid Zoom Factor",
                                                      .icon = MessageIcon::Exclamation}));
