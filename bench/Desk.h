@@ -19,6 +19,7 @@ class FatalPrompts : public Prompts {
     std::fprintf(stderr, "%s\n", message.text.c_str());
     std::abort();
   }
+  std::string AskFileName(const FileQuestion&) override { return {}; }
   void ShowPrinterDialog(const std::string&) override {}
 };
 
@@ -58,7 +59,8 @@ struct Desk {
   TransferScratch scratch;
   RefreshFlags flags;
   RefreshSettings refresh{.RefreshType = "Auto", .RefreshInterval = 100};
-  frmPrgress progress{events, waiting, store, state, transfer, scope};
+  ScreenPointer pointer;
+  frmPrgress progress{events, waiting, store, state, transfer, scope, pointer};
   WaveReader reader{{settings, state, waiting, scope, rs232, gpib, usb, sheet, scratch,
                      progress.Progressing(), [] { return std::string("01/01/26"); }}};
   RefreshContext refreshContext{events, waiting, prompts, state, transfer, flags, refresh};

@@ -21,7 +21,8 @@ namespace fs = std::filesystem;
 // threads, locales and formatted streams.
 constexpr std::string_view kHeaders =
     " algorithm any array bit bitset cassert cerrno charconv chrono climits cmath compare complex"
-    " concepts cstddef cstdint cstdio cstdlib cstring deque exception filesystem forward_list fstream"
+    " concepts cstddef cstdint cstdio cstdlib cstring deque exception filesystem forward_list "
+    "fstream"
     " functional initializer_list iosfwd istream iterator limits list map memory new numbers"
     " numeric optional ostream queue random ranges ratio set span stack stdexcept string"
     " string_view system_error tuple type_traits typeinfo unordered_map unordered_set utility"

@@ -1,16 +1,104 @@
 #pragma once
 
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "controller/CtrlDialog.h"
+#include "controller/CtrlTreeNodeFunc.h"
+#include "controller/records/CtrlDocument.h"
+#include "link/TX5000Cmd.h"
+#include "platform/Button.h"
 #include "platform/Form.h"
+#include "platform/MenuEntry.h"
+#include "platform/PopupMenu.h"
+#include "platform/ScreenPointer.h"
 #include "platform/TreeView.h"
+#include "transfers/frmPrgress.h"
 
 namespace oriolemark {
 
-// The Controller's pane: the instrument's settings as a tree.
+// What the Controller rests on.
+struct CtrlListContext {
+  CtrlSettings& settings;
+  CtrlDocument& document;
+  const LinkSettings& linkSettings;
+  const LinkState& link;
+  const TransferState& transfer;
+  TX5000Cmd& scope;
+  frmPrgress& progress;
+  Waiting& waiting;
+  Prompts& prompts;
+  ScreenPointer& pointer;
+};
+
+// The Controller's pane: the instrument's settings as a tree, from which they are changed, sent and
+// read as a whole, and kept in a file.
 class frmCtrlList : public Form {
  public:
-  frmCtrlList() { SetCaption("DSO Controller"); }
+  explicit frmCtrlList(const CtrlListContext& context);
 
   TreeView CtrlTreeView;
+  Button cmdUpload;
+  Button cmdDownload;
+  MenuEntry mnuNewCtrl, mnuOpenCtrl, mnuSaveCtrl, mnuSaveAsCtrl, mnuConnect, mnuDisconnect;
+  MenuEntry mnuUpload, mnuDownLoad, mnuExpand;
+  PopupMenu popmenu1;
+
+ private:
+  CtrlTreeNodeFunc nodes_;
+
+ public:
+  CtrlDialog dialog;
+
+  // Puts a path at the head of the recent control files.
+  std::function<void(const std::string& path)> AddRecentCtrl;
+
+  void Form_Load() override;
+  // Shows the settings anew, the groups collapsed.
+  void BuildCtrlTree() { nodes_.BuildCtrlTree(); }
+
+  // The question about unsaved changes, answered at once when there are none. False when the user
+  // cancels what was about to happen; Yes saves first.
+  bool AskAboutChanges();
+  void mnuNewCtrl_Click();
+  void mnuOpenCtrl_Click();
+  void mnuSaveCtrl_Click();
+  void OpenCtrl(const std::string& path);
+
+  // The edit that the node's path leads to: a dialog, a command, a message or nothing.
+  void PraseCtrlList(std::string_view path);
+
+ protected:
+  void Form_Unload() override;
+
+ private:
+  void mnuSaveAsCtrl_Click();
+  bool NameFile(const char* filter);
+  void SaveFile();
+  void UseFile(const std::string& path);
+  void ShowDocument();
+
+  void EditClicked();
+  bool Connected();
+  void cmdUpload_Click();
+  void cmdDownload_Click();
+  void UploadToDSO();
+  void DownloadfromDSO();
+  void SwitchOffInvert();
+  void AutoSet();
+  void SetTrig50();
+  void ForceTrigger();
+  void ShowVirtualPanel();
+
+  void EditParameter(const Parameter& parameter, const std::string& value);
+  void FillCombo(const Parameter& parameter);
+  void SetCtrlDialogVoltDivNum(const std::string& probe);
+  void SetCtrlDialogTrigLevelNum();
+
+  CtrlListContext context_;
+  std::string CtrlNodePath;  // of the node that was clicked last
 };
 
 }  // namespace oriolemark

@@ -89,6 +89,10 @@ std::string ToWire(const QString& text) {
   return bytes;
 }
 
+QString FromUtf8(const std::string& text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
 QRect ToPixels(const UnitRect& place) {
   return {RoundToInt(UnitsToPixels(place.left)), RoundToInt(UnitsToPixels(place.top)),
           RoundToInt(UnitsToPixels(place.width)), RoundToInt(UnitsToPixels(place.height))};
@@ -148,6 +152,18 @@ void Bind(QComboBox& widget, ComboBox& model) {
   Follow(widget, model, [&] { ShowCombo(widget, model); });
 }
 
+void Bind(QLineEdit& widget, TextBox& model) {
+  QObject::connect(&widget, &QLineEdit::textEdited, &widget,
+                   [&model](const QString& text) { model.SetText(ToWire(text)); });
+  QObject::connect(&widget, &QLineEdit::editingFinished, &widget,
+                   [&] { widget.setText(FromWire(model.Text())); });
+  Follow(widget, model, [&] {
+    // What is being typed stands as it is until the edit ends.
+    if (ToWire(widget.text()) != model.Text()) widget.setText(FromWire(model.Text()));
+    ShowCommon(widget, model);
+  });
+}
+
 void Bind(QScrollBar& widget, ScrollBar& model) {
   widget.setRange(0, RoundToInt(100 * kStepsPerCent));
   widget.setSingleStep(RoundToInt(ScrollBar::kLineStep * kStepsPerCent));
@@ -180,7 +196,7 @@ void Bind(QAction& action, MenuEntry& model) {
     if (model.onChanged) model.onChanged();
   });
   Follow(action, model, [&] {
-    action.setText(FromWire(model.Caption()));
+    action.setText(FromUtf8(model.Caption()));
     // Only an entry that has once had a mark keeps the room for one.
     if (model.Checked()) action.setCheckable(true);
     action.setChecked(model.Checked());

@@ -16,11 +16,13 @@
 #include "platform/OptionGroup.h"
 #include "platform/ProgressBar.h"
 #include "platform/ScrollBar.h"
+#include "platform/TextBox.h"
 
 class QAbstractButton;
 class QAction;
 class QCheckBox;
 class QComboBox;
+class QLineEdit;
 class QProgressBar;
 class QRadioButton;
 class QScrollBar;
@@ -37,6 +39,8 @@ Widget& Make(Arguments&&... arguments) {
 // Text of the core is 8-bit: byte values are Latin-1, and what has no such byte becomes '?'.
 QString FromWire(const std::string& text);
 std::string ToWire(const QString& text);
+// Paths and menu captions are UTF-8.
+QString FromUtf8(const std::string& text);
 
 QRect ToPixels(const UnitRect& place);
 UnitRect ToUnits(const QRect& place);
@@ -51,6 +55,8 @@ void Bind(const std::vector<QRadioButton*>& options, OptionGroup& model);
 // A model with free text makes the widget editable, with no completion of its own. Its parts
 // bear the accessible name that the widget has by now.
 void Bind(QComboBox& widget, ComboBox& model);
+// A typed character outside Latin-1 becomes '?' when the edit ends.
+void Bind(QLineEdit& widget, TextBox& model);
 // Also takes the place of the bar within its parent from the model.
 void Bind(QScrollBar& widget, ScrollBar& model);
 void Bind(QProgressBar& widget, ProgressBar& model);

@@ -16,14 +16,6 @@
 namespace oriolemark {
 namespace {
 
-QPushButton& AddButton(QBoxLayout& layout, const char* name, const QString& text, Button& model) {
-  auto& button = Make<QPushButton>(text);
-  Name(button, name, text);
-  layout.addWidget(&button);
-  Bind(button, model);
-  return button;
-}
-
 QLabel& AddLabel(QBoxLayout& layout, const QString& text, int points, bool bold) {
   auto& label = Make<QLabel>(text);
   label.setTextFormat(Qt::PlainText);
@@ -50,6 +42,14 @@ QVBoxLayout& AddProduct(QBoxLayout& layout, const Label& version) {
 }
 
 }  // namespace
+
+QPushButton& AddButton(QBoxLayout& layout, const char* name, const QString& text, Button& model) {
+  auto& button = Make<QPushButton>(text);
+  Name(button, name, text);
+  layout.addWidget(&button);
+  Bind(button, model);
+  return button;
+}
 
 FormDialog::FormDialog(Form& form, const char* name, QWidget* parent)
     : QDialog(parent), form_(form) {

@@ -1,13 +1,21 @@
 #pragma once
 
 #include <QDialog>
+#include <QString>
 
 #include "datasheet/DocTypeDialog.h"
+#include "platform/Button.h"
 #include "shell/frmAbout.h"
 #include "shell/frmSplash.h"
 #include "transfers/frmPrgress.h"
 
+class QBoxLayout;
+class QPushButton;
+
 namespace oriolemark {
+
+// A push button at the end of the layout.
+QPushButton& AddButton(QBoxLayout& layout, const char* name, const QString& text, Button& model);
 
 // A window of its own that a form shows and hides; the user's close asks the form.
 class FormDialog : public QDialog {

@@ -23,7 +23,9 @@
 #include <algorithm>
 
 #include "desktop/Bind.h"
+#include "desktop/ControllerPane.h"
 #include "desktop/Icons.h"
+#include "desktop/Menus.h"
 #include "desktop/PaneDock.h"
 #include "desktop/TreeBinding.h"
 #include "desktop/WaveWindow.h"
@@ -72,9 +74,6 @@ const MenuName kMenuNames[] = {
 // Pictures of the trees, by image from 1 on.
 const QStringList kSheetPictures{"TreeGroupClosed/TreeGroupOpen", "TreeSheet", "Wave", "Measure",
                                  "Data"};
-const QStringList kControllerPictures{
-    "TreeInstrument", "TreeGroupClosed/TreeGroupOpen", "TreeLeaf", "TreeAction", "", "Panel"};
-
 // A lamp's outline is drawn anew with each theme.
 class LampLabel : public QLabel {
  public:
@@ -137,20 +136,13 @@ void MainWindow::AddWaveView(frmWave& view) {
 void MainWindow::BuildMenus() {
   for (const frmMain::Menu& menu : form_.MenuBar()) {
     QMenu& shown = *menuBar()->addMenu(FromWire(menu.caption));
-    for (MenuEntry* entry : menu.entries) {
-      if (entry == nullptr) {
-        shown.addSeparator();
-        continue;
-      }
-      auto& action = Make<QAction>(this);
-      shown.addAction(&action);
-      Bind(action, *entry);
+    FillMenu(shown, menu.entries, [this](QAction& action, const MenuEntry& entry) {
       for (const MenuName& row : kMenuNames) {
-        if (&(form_.*row.entry) != entry) continue;
+        if (&(form_.*row.entry) != &entry) continue;
         action.setObjectName(row.name);
         action.setShortcut(QKeySequence(row.keys));
       }
-    }
+    });
   }
 }
 
@@ -268,12 +260,11 @@ void MainWindow::ShowTime() {
   time_.setText(locale.toString(QTime::currentTime(), QLocale::ShortFormat));
 }
 
-QWidget* MainWindow::MakePaneTree(const Form& form) {
+QWidget* MainWindow::MakePaneContent(const Form& form) {
+  if (&form == &controller_) return &Make<ControllerPane>(controller_);
   auto& tree = Make<QTreeWidget>();
-  const bool sheet = &form == &browser_;
-  Name(tree, sheet ? "DataSheetTree" : "CtrlTreeView", FromWire(form.Caption()));
-  Make<TreeBinding>(tree, sheet ? browser_.DataSheetTree : controller_.CtrlTreeView,
-                    sheet ? kSheetPictures : kControllerPictures);
+  Name(tree, "DataSheetTree", FromWire(form.Caption()));
+  Make<TreeBinding>(tree, browser_.DataSheetTree, kSheetPictures);
   return &tree;
 }
 
@@ -281,13 +272,15 @@ void MainWindow::AddPanes() {
   const std::vector<TabDock::Pane>& panes = form_.tabDock.Panes();
   for (; panes_ < panes.size(); ++panes_) {
     const TabDock::Pane& pane = panes[panes_];
-    auto& dock = Make<PaneDock>(*pane.form, FromWire(pane.key), MakePaneTree(*pane.form), this);
+    auto& dock = Make<PaneDock>(*pane.form, FromWire(pane.key), MakePaneContent(*pane.form), this);
     addDockWidget(Qt::LeftDockWidgetArea, &dock);
     dock.setVisible(pane.form->Visible());
   }
   const QList<QDockWidget*> docks = findChildren<QDockWidget*>();
   const int width = RoundToInt(UnitsToPixels(form_.tabDock.BandWidth()));
   if (width > 0) resizeDocks(docks, QList<int>(docks.size(), width), Qt::Horizontal);
+  // Side by side the panes share the height alike.
+  resizeDocks(docks, QList<int>(docks.size(), height()), Qt::Vertical);
 }
 
 void MainWindow::Follow() {

@@ -42,7 +42,7 @@ class MainWindow : public QMainWindow {
   void AddLamp(const char* name, const QString& picture, Lamp& model);
   void BuildStatusBar();
   void AddPanes();
-  QWidget* MakePaneTree(const Form& form);
+  QWidget* MakePaneContent(const Form& form);
   void Follow();
   void ShowForm();
   void ApplyPlace();

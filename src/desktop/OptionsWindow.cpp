@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -167,14 +166,11 @@ OptionsWindow::OptionsWindow(frmOptions& form, QWidget* parent)
   FillRefresh(AddPage(tabs, "Refresh", form.picOptions[1]), form);
   FillCommunication(AddPage(tabs, "Communication Setting", form.picOptions[2]), form);
   BindTabs(tabs, form.tbsOptions);
-  auto& buttons = Make<QDialogButtonBox>();
-  layout.addWidget(&buttons);
-  QPushButton& ok = *buttons.addButton(QDialogButtonBox::Ok);
-  QPushButton& cancel = *buttons.addButton(QDialogButtonBox::Cancel);
-  Name(ok, "cmdOK", "OK");
-  Name(cancel, "cmdCancel", "Cancel");
-  Bind(ok, form.cmdOK);
-  Bind(cancel, form.cmdCancel);
+  auto& buttons = Make<QHBoxLayout>();
+  layout.addLayout(&buttons);
+  buttons.addStretch(1);
+  AddButton(buttons, "cmdOK", "OK", form.cmdOK).setDefault(true);
+  AddButton(buttons, "cmdCancel", "Cancel", form.cmdCancel);
 }
 
 }  // namespace oriolemark

@@ -4,6 +4,7 @@
 #include <QScreen>
 
 #include "desktop/Bind.h"
+#include "desktop/CtrlDialogWindow.h"
 #include "desktop/Dialogs.h"
 #include "desktop/HelpWindow.h"
 #include "desktop/Icons.h"
@@ -37,6 +38,11 @@ void PrepareApplication(QApplication& application) {
   application.setQuitOnLastWindowClosed(false);
 }
 
+void ShowPointer(const ScreenPointer& pointer) {
+  while (QApplication::overrideCursor() != nullptr) QApplication::restoreOverrideCursor();
+  if (pointer.Shape() == PointerShape::Hourglass) QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
 }  // namespace
 
 // In the order in which they rest on each other: the windows go first.
@@ -59,6 +65,7 @@ struct Program::Parts {
   DocTypeWindow newDoc{module.newDoc, "frmNewDoc", &main};
   DocTypeWindow openDoc{module.openDoc, "frmOpenDoc", &main};
   OptionsWindow options{module.options, &main};
+  CtrlDialogWindow ctrlDialog{module.controller.dialog, &main};
   ProgressWindow progress{module.progress, &main};
 };
 
@@ -68,6 +75,7 @@ Program::Program(QApplication& application) {
   const QSize screen = QGuiApplication::primaryScreen()->size();
   parts_->module.progress.screenWidth = PixelsToUnits(screen.width());
   parts_->module.progress.screenHeight = PixelsToUnits(screen.height());
+  parts_->module.pointer.onChanged = [this] { ShowPointer(parts_->module.pointer); };
   parts_->module.onWaveView = [this](frmWave& view) { parts_->main.AddWaveView(view); };
 }
 

@@ -48,7 +48,10 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
           [this](QTreeWidgetItem* item) { model_.Click(NodeOf(item)); });
   connect(&widget, &QTreeWidget::currentItemChanged, this,
           [this](QTreeWidgetItem* item) { model_.Click(NodeOf(item)); });
-  connect(&widget, &QTreeWidget::itemDoubleClicked, this, [this] { model_.DoubleClick(); });
+  // Served after the click: a handler may show a dialog or build the tree anew.
+  connect(
+      &widget, &QTreeWidget::itemDoubleClicked, this, [this] { model_.DoubleClick(); },
+      Qt::QueuedConnection);
   connect(&widget, &QTreeWidget::itemExpanded, this,
           [this](QTreeWidgetItem* item) { model_.SetExpanded(NodeOf(item), true); });
   connect(&widget, &QTreeWidget::itemCollapsed, this,
@@ -83,7 +86,9 @@ bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
   }
   if (event->type() == QEvent::KeyPress && watched == &widget_) {
     const auto code = kKeyCodes.find(static_cast<const QKeyEvent&>(*event).key());
-    if (code != kKeyCodes.end()) TakeKey(code->second);
+    if (code != kKeyCodes.end()) {
+      QTimer::singleShot(0, this, [this, code = code->second] { TakeKey(code); });
+    }
   }
   // The menu key selects nothing new: it means the row that has the focus.
   if (event->type() == QEvent::ContextMenu && watched == &widget_ &&
@@ -140,7 +145,7 @@ void TreeBinding::Rebuild() {
     item->setData(0, Qt::UserRole, row.node);
     const QStringList faces = pictures_.value(row.image - 1).split('/');
     item->setIcon(0, PictureNamed(faces.first(), faces.last()));
-    item->setFlags(item->flags() | Qt::ItemIsEditable);
+    if (model_.afterLabelEdit) item->setFlags(item->flags() | Qt::ItemIsEditable);
     parents.push_back(item.get());
     parents[static_cast<std::size_t>(row.depth)]->addChild(item.release());
   }

@@ -1,13 +1,20 @@
 #include "drivers/QtPrompts.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QList>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScopeGuard>
 #include <QString>
+#include <QStringList>
+#include <QTimer>
 #include <memory>
+#include <optional>
 
 namespace oriolemark {
 
@@ -47,9 +54,30 @@ QString Lines(const std::string& text) {
   return lines.replace(QLatin1Char('\r'), QLatin1Char('\n'));
 }
 
+// How often a dialog looks whether the program is closing, in ms.
+constexpr int kWatchInterval = 100;
+
+struct Filter {
+  QString name;
+  QString pattern;
+  QString suffix;  // empty where any will do
+};
+
+// Name and pattern in turn, with bars between them.
+QList<Filter> FiltersOf(const std::string& text) {
+  const QStringList parts = QString::fromStdString(text).split('|');
+  QList<Filter> filters;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    const bool any = parts[i + 1] == "*.*";
+    filters.append({parts[i], any ? QString("*") : parts[i + 1],
+                    any ? QString() : parts[i + 1].section('.', -1)});
+  }
+  return filters;
+}
+
 void Fill(QMessageBox& box, const Message& message) {
   box.setTextFormat(Qt::PlainText);
-  box.setText(Lines(message.text));
+  box.setText(Lines(message.text) + QString::fromStdString(message.systemText));
   box.setWindowTitle(Lines(message.title));
   box.setIcon(IconOf(message.icon));
   if (message.buttons == MessageButtons::Ok) {
@@ -60,6 +88,8 @@ void Fill(QMessageBox& box, const Message& message) {
     box.setDefaultButton(QMessageBox::Yes);
     box.setEscapeButton(QMessageBox::Cancel);
   }
+  // As in our own dialogs, the words alone.
+  for (QAbstractButton* button : box.buttons()) button->setIcon({});
   // A second window of the program must not be worked behind an open question.
   box.setWindowModality(Qt::ApplicationModal);
 }
@@ -86,17 +116,53 @@ MessageAnswer QtPrompts::Show(const Message& message) {
   return answer;
 }
 
+bool QtPrompts::Run(QDialog& dialog, const std::string& title) {
+  dialog.setWindowTitle(Lines(title));
+  dialog.setWindowModality(Qt::ApplicationModal);
+  std::optional<int> result;
+  QObject::connect(&dialog, &QDialog::finished, [&result](int code) { result = code; });
+  // The toolkit's own questions before the dialog wait by themselves, and end only when told.
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, [this] {
+    QWidget* front = QApplication::activeModalWidget();
+    if (waiting_.Closing() && front != nullptr) front->close();
+  });
+  watch.start(kWatchInterval);
+  dialog.show();
+  waiting_.WaitForUser([&result] { return result.has_value(); });
+  dialog.disconnect();
+  return result == QDialog::Accepted;
+}
+
 void QtPrompts::ShowPrinterDialog(const std::string& title) {
   if (waiting_.Closing()) return;
   QPrinter printer;
-  QPrintDialog dialog(&printer);
-  dialog.setWindowTitle(Lines(title));
-  dialog.setWindowModality(Qt::ApplicationModal);
-  bool answered = false;
-  QObject::connect(&dialog, &QDialog::finished, [&answered](int) { answered = true; });
-  dialog.show();
-  waiting_.WaitForUser([&answered] { return answered; });
-  dialog.disconnect();
+  QPrintDialog dialog(&printer, QApplication::activeWindow());
+  Run(dialog, title);
+}
+
+std::string QtPrompts::AskFileName(const FileQuestion& question) {
+  if (waiting_.Closing()) return {};
+  QFileDialog dialog(QApplication::activeWindow());
+  const bool saves = question.action == FileAction::Save;
+  dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  // The names of the filters hold their patterns already.
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
+  const QList<Filter> filters = FiltersOf(question.filter);
+  QStringList names;
+  for (const Filter& filter : filters) names << filter.name + " (" + filter.pattern + ")";
+  dialog.setNameFilters(names);
+  const auto followFilter = [&](const QString& name) {
+    const qsizetype at = names.indexOf(name);
+    if (at >= 0) dialog.setDefaultSuffix(filters[at].suffix);
+  };
+  QObject::connect(&dialog, &QFileDialog::filterSelected, followFilter);
+  followFilter(names.value(0));
+  dialog.setDirectory(folder_.isEmpty() ? QDir::homePath() : folder_);
+  if (!Run(dialog, question.title)) return {};
+  folder_ = dialog.directory().absolutePath();
+  return dialog.selectedFiles().value(0).toStdString();
 }
 
 }  // namespace oriolemark

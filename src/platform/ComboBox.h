@@ -32,6 +32,12 @@ class ComboBox : public Control {
     Tell();
   }
 
+  // Behind those that are there.
+  void AddItems(const std::vector<std::string>& items) {
+    items_.insert(items_.end(), items.begin(), items.end());
+    Tell();
+  }
+
   const std::string& Text() const { return text_; }
   // A text that is no entry is skipped where only entries can be chosen.
   void SetText(const std::string& text) {

@@ -10,12 +10,15 @@ MainModule::MainModule(Platform platform)
       serialEvents_(platform_.serial, rs232_),
       scope_(preferences.link, link_, rs232_, gpib_, usb_, platform_.waiting, platform_.prompts),
       splash(platform_.version),
-      progress(platform_.events, platform_.waiting, platform_.store, link_, transfer_, scope_),
+      progress(platform_.events, platform_.waiting, platform_.store, link_, transfer_, scope_,
+               pointer),
       about(platform_.prompts, platform_.version),
       newDoc(docChoice_),
       openDoc(docChoice_),
       options(preferences, platform_.serial, platform_.usb, docChoice_),
       browser(sheet, platform_.prompts),
+      controller({settings, controlDocument, preferences.link, link_, transfer_, scope_, progress,
+                  platform_.waiting, platform_.prompts, pointer}),
       main({platform_.events,
             platform_.waiting,
             platform_.prompts,
@@ -29,6 +32,7 @@ MainModule::MainModule(Platform platform)
             sheet,
             browser,
             controller,
+            controlDocument,
             about,
             newDoc,
             openDoc,
@@ -37,7 +41,8 @@ MainModule::MainModule(Platform platform)
             platform_.help,
             platform_.helpFile}),
       waveReader_({preferences.link, link_, platform_.waiting, scope_, rs232_, gpib_, usb_, sheet,
-                   scratch_, progress.Progressing(), platform_.today}) {
+                   scratch_, progress.Progressing(), platform_.today}),
+      settingsTransfer_(settings, scope_, progress.ProgressBar1, platform_.waiting) {
   browser.files.makeWaveView = [this] { return MakeWaveView(); };
   progress.procedures.ReadWaveform = [this](const std::string& channel) {
     waveReader_.ReadWaveform(channel);
@@ -45,6 +50,9 @@ MainModule::MainModule(Platform platform)
   progress.procedures.ReadChannelData = [this](const std::string& channel) {
     waveReader_.ReadChannelData(channel);
   };
+  progress.procedures.WriteSettings = [this] { settingsTransfer_.WriteSettings(); };
+  progress.procedures.ReadSettings = [this] { settingsTransfer_.ReadSettings(); };
+  settingsTransfer_.buildCtrlTree = [this] { controller.BuildCtrlTree(); };
 }
 
 std::unique_ptr<frmWave> MainModule::MakeWaveView() {

@@ -11,6 +11,7 @@
 #include "platform/UsbDriver.h"
 #include "shell/frmMain.h"
 #include "shell/frmSplash.h"
+#include "transfers/SettingsTransfer.h"
 #include "transfers/WaveReader.h"
 #include "transfers/frmPrgress.h"
 #include "waveview/frmWave.h"
@@ -52,6 +53,8 @@ class MainModule {
   // Shared with the windows; declared in the order in which they rest on each other.
   Preferences preferences;
   CtrlSettings settings;
+  CtrlDocument controlDocument;
+  ScreenPointer pointer;
   DataSheet sheet;
 
  private:
@@ -82,6 +85,7 @@ class MainModule {
 
  private:
   WaveReader waveReader_;
+  SettingsTransfer settingsTransfer_;
 };
 
 }  // namespace oriolemark

@@ -24,8 +24,8 @@ frmMain::frmMain(MainContext context)
     : mnuFileNew("&New", [this] { mnuFileNew_Click(); }),
       mnuFileOpen("&Open...", [this] { mnuFileOpen_Click(); }),
       mnuFileSaveDataSheet("&Save Data Sheet"),
-      mnuFileSaveCtrlFile("Save C&ontroller"),
-      mnuFileSaveAll("Save A&ll"),
+      mnuFileSaveCtrlFile("Save C&ontroller", [this] { context_.controller.mnuSaveCtrl_Click(); }),
+      mnuFileSaveAll("Save A&ll", [this] { mnuFileSaveCtrlFile.Click(); }),
       mnuFilePageSetup("Page Set&up...", [this] { mnuFilePageSetup_Click(); }),
       mnuRecentCtrlRoot("&Recent Control File"),
       mnuRecentSheetRoot("Recen&t Data Sheet File"),
@@ -62,18 +62,20 @@ frmMain::frmMain(MainContext context)
                    }),
       // Runs and does nothing: nothing asks for the busy flag.
       CommBusyTimer(context.events, 200, [] {}),
-      context_(std::move(context)) {
+      context_(std::move(context)),
+      recentCtrls_(context_.store, "Recent Ctrl", mnuRecentCtrlRoot,
+                   [this](const std::string& path) { context_.controller.OpenCtrl(path); }),
+      recentSheets_(context_.store, "Recent Sheet", mnuRecentSheetRoot, [](const std::string&) {}) {
   SetCaption(kApplicationTitle);
   StatusPanel.SetText("Status: ");
   mnuViewToolbar.SetChecked(true);
   mnuViewStatusBar.SetChecked(true);
-  mnuRecentCtrlRoot.SetEnabled(false);
-  mnuRecentSheetRoot.SetEnabled(false);
   picLED_ON.SetVisible(false);
   onArrange = [](Arrangement) {};
   BuildToolBar();
   context_.scope.showIndicator = [this](bool connected) { ShowIndicator(connected); };
   context_.serialEvents.showStatus = [this](const std::string& text) { ShowStatus(text); };
+  context_.controller.AddRecentCtrl = [this](const std::string& path) { recentCtrls_.Add(path); };
   context_.browser.files.setAddButtons = [this](bool enabled) { SetAddButtons(enabled); };
 }
 
@@ -123,6 +125,8 @@ void frmMain::BuildToolBar() {
 
 void frmMain::Form_Load() {
   context_.transfer.TransferActive = false;
+  recentCtrls_.Load();
+  recentSheets_.Load();
   CommTimer.SetEnabled(false);
   context_.link.ScopeConnected = false;
   context_.sheet.Modified = false;
@@ -130,6 +134,7 @@ void frmMain::Form_Load() {
   CommBusyTimer.SetEnabled(true);
   TimeOutTimer.SetEnabled(true);
   LoadSoftwareSetting();
+  context_.controlDocument.CtrlModelReady = false;
   tabDock.AddPane(kSheetPane, context_.browser);
   tabDock.AddPane(kControllerPane, context_.controller);
   tabDock.SetBandWidth(kDockBand);
@@ -153,6 +158,10 @@ void frmMain::TimerInit_Timer() {
   TimerInit.SetEnabled(false);
   tabDock.ShowPane(kSheetPane);
   tabDock.ShowPane(kControllerPane);
+  const std::string& latest = recentCtrls_.Path(0);
+  if (context_.preferences.startup.StartupLoadCtrl && !latest.empty()) {
+    context_.controller.OpenCtrl(std::string(latest));
+  }
 }
 
 void frmMain::mnuFileNew_Click() {
@@ -162,6 +171,9 @@ void frmMain::mnuFileNew_Click() {
   switch (context_.docChoice.DocType) {
     case doc_type::kDataSheet:
       context_.browser.mnuNewDataSheet_Click();
+      break;
+    case doc_type::kController:
+      context_.controller.mnuNewCtrl_Click();
       break;
     case doc_type::kWaveform:
       context_.browser.files.AddWaveItem();
@@ -180,6 +192,8 @@ void frmMain::mnuFileNew_Click() {
 void frmMain::mnuFileOpen_Click() {
   context_.docChoice.accepted = false;
   context_.openDoc.ShowModal(context_.waiting);
+  if (!context_.docChoice.accepted) return;
+  if (context_.docChoice.DocType == doc_type::kController) context_.controller.mnuOpenCtrl_Click();
 }
 
 // The link is left down afterwards: the new choices take effect when the user connects again.
@@ -217,7 +231,12 @@ void frmMain::SetAddButtons(bool enabled) {
 }
 
 void frmMain::Close() {
-  context_.waiting.BeginClosing();
+  // A second close while the question stands asks nothing.
+  if (closeAsked_) return;
+  closeAsked_ = true;
+  const bool accepted = context_.controller.AskAboutChanges();
+  closeAsked_ = false;
+  if (accepted) context_.waiting.BeginClosing();
 }
 
 void frmMain::Form_Unload() {

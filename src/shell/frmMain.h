@@ -17,6 +17,7 @@
 #include "platform/TabDock.h"
 #include "platform/Timer.h"
 #include "shell/Arrangement.h"
+#include "shell/RecentFiles.h"
 #include "shell/SoftwareSetting.h"
 #include "shell/frmAbout.h"
 #include "shell/frmOptions.h"
@@ -45,6 +46,7 @@ struct MainContext {
   DataSheet& sheet;
   frmDataSheetTree& browser;
   frmCtrlList& controller;
+  CtrlDocument& controlDocument;
   frmAbout& about;
   frmNewDoc& newDoc;
   frmOpenDoc& openDoc;
@@ -104,7 +106,8 @@ class frmMain : public Form {
 
   void Form_Load() override;
 
-  // The user closes the window. Returns at once; the program ends when all that runs has ended.
+  // The user closes the window: asks about unsaved changes, and unless that is cancelled, the
+  // program ends when all that runs has ended.
   void Close();
 
  protected:
@@ -125,6 +128,9 @@ class frmMain : public Form {
   void SetAddButtons(bool enabled);
 
   MainContext context_;
+  RecentFiles recentCtrls_;
+  RecentFiles recentSheets_;
+  bool closeAsked_ = false;
 };
 
 }  // namespace oriolemark

@@ -59,7 +59,7 @@ constexpr double kHeight = 900;
 }  // namespace
 
 frmPrgress::frmPrgress(EventSource& events, Waiting& waiting, SettingsStore& store, LinkState& link,
-                       TransferState& transfer, TX5000Cmd& scope)
+                       TransferState& transfer, TX5000Cmd& scope, ScreenPointer& pointer)
     : Timer1(events, 100, [this] { Timer1_Timer(); }),
       Timer2(events, 200,
              [this] {
@@ -70,7 +70,8 @@ frmPrgress::frmPrgress(EventSource& events, Waiting& waiting, SettingsStore& sto
       store_(store),
       link_(link),
       transfer_(transfer),
-      scope_(scope) {}
+      scope_(scope),
+      pointer_(pointer) {}
 
 bool frmPrgress::Transfer(oriolemark::TransferKind kind, const std::string& caption) {
   SetCaption(caption);
@@ -130,6 +131,7 @@ void frmPrgress::Run(bool running) {
 void frmPrgress::Form_Unload() {
   Timer1.SetEnabled(false);
   Timer2.SetEnabled(false);
+  pointer_.SetShape(PointerShape::Normal);
   store_.Write("Settings", "ProgressLeft", NumberText(Place().left));
   store_.Write("Settings", "ProgressTop", NumberText(Place().top));
 }

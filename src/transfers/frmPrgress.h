@@ -6,6 +6,7 @@
 #include "link/LinkState.h"
 #include "platform/Form.h"
 #include "platform/ProgressBar.h"
+#include "platform/ScreenPointer.h"
 #include "platform/SettingsStore.h"
 #include "platform/Timer.h"
 #include "platform/Waiting.h"
@@ -36,7 +37,7 @@ struct TransferProcedures {
 class frmPrgress : public Form {
  public:
   frmPrgress(EventSource& events, Waiting& waiting, SettingsStore& store, LinkState& link,
-             TransferState& transfer, TX5000Cmd& scope);
+             TransferState& transfer, TX5000Cmd& scope, ScreenPointer& pointer);
 
   // Width and height of the screen in window units: where a saved position still counts.
   double screenWidth = 0;
@@ -71,6 +72,7 @@ class frmPrgress : public Form {
   LinkState& link_;
   TransferState& transfer_;
   TX5000Cmd& scope_;
+  ScreenPointer& pointer_;
 };
 
 }  // namespace oriolemark

@@ -74,6 +74,7 @@ class NotedPrompts : public Prompts {
     texts.push_back(message.title + ": " + message.text);
     return MessageAnswer::Ok;
   }
+  std::string AskFileName(const FileQuestion&) override { return {}; }
   void ShowPrinterDialog(const std::string&) override {}
   std::vector<std::string> texts;
 };

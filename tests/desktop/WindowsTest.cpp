@@ -74,6 +74,9 @@ TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
          tree->setFocus();
          QTest::keyClick(tree, Qt::Key_End);
          QTest::keyClick(tree, Qt::Key_Return);
+       },
+       [](MainModule& module) {
+         const auto& view = static_cast<frmWave&>(*module.sheet.WaveViews[0]);
          EXPECT_TRUE(view.Visible()) << "Enter opens what a double click opens";
        }});
 }

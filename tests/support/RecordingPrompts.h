@@ -14,8 +14,9 @@
 namespace oriolemark {
 
 inline void PrintTo(const Message& message, std::ostream* out) {
-  *out << ::testing::PrintToString(message.text) << " under " << message.title << ", icon "
-       << static_cast<int>(message.icon) << ", buttons " << static_cast<int>(message.buttons);
+  *out << ::testing::PrintToString(message.text + message.systemText) << " under " << message.title
+       << ", icon " << static_cast<int>(message.icon) << ", buttons "
+       << static_cast<int>(message.buttons);
 }
 
 // The user in front of the message boxes: notes what is shown and answers it, at once or after a
@@ -42,9 +43,19 @@ class RecordingPrompts : public Prompts {
     if (!*answered) clock_.After(delay, [answered] { *answered = true; });
     return waiting_.WaitUntil([answered] { return *answered; }) ? answer : MessageAnswer::Cancel;
   }
+  // The next file dialogs are answered with these paths in turn, and further ones cancelled.
+  std::string AskFileName(const FileQuestion& question) override {
+    questions.push_back(question);
+    if (paths.empty()) return {};
+    const std::string path = paths.front();
+    paths.pop_front();
+    return path;
+  }
   void ShowPrinterDialog(const std::string&) override {}
 
   std::vector<Message> shown;
+  std::vector<FileQuestion> questions;
+  std::deque<std::string> paths;
 
  private:
   VirtualClock& clock_;

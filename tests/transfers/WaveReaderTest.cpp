@@ -23,7 +23,8 @@ struct ReaderBench : LinkBench {
   TransferState transfer;
   DataSheet sheet;
   TransferScratch scratch;
-  frmPrgress progress{clock, waiting, store, state, transfer, scope};
+  ScreenPointer pointer;
+  frmPrgress progress{clock, waiting, store, state, transfer, scope, pointer};
   WaveReader reader{{settings, state, waiting, scope, rs232, gpib, usb, sheet, scratch,
                      progress.Progressing(), [] { return "11/21/26"; }}};
 };

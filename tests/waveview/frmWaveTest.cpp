@@ -44,7 +44,8 @@ struct WaveBench : LinkBench {
   CtrlSettings ctrl;
   DataSheet sheet;
   TransferScratch scratch;
-  frmPrgress progress{clock, waiting, store, state, transfer, scope};
+  ScreenPointer pointer;
+  frmPrgress progress{clock, waiting, store, state, transfer, scope, pointer};
   frmWave view{{sheet, ctrl, scratch, progress,
                 RefreshContext{clock, waiting, prompts, state, transfer, flags, refresh}},
                std::make_unique<RecordingCanvas>()};

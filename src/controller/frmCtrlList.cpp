@@ -1,0 +1,136 @@
+#include "controller/frmCtrlList.h"
+
+#include "link/StringRES.h"
+
+namespace oriolemark {
+namespace {
+
+constexpr int kEnterKey = 13;
+constexpr int kRightButton = 2;
+constexpr Milliseconds kAutoSetTime(4000);
+
+// The screen copy of the virtual panel needs this firmware.
+constexpr int kPanelVersionNum = 30115;
+constexpr const char* kPanelVersion = "03.01.15";
+
+}  // namespace
+
+frmCtrlList::frmCtrlList(const CtrlListContext& context)
+    : cmdUpload([this] { cmdUpload_Click(); }),
+      cmdDownload([this] { cmdDownload_Click(); }),
+      mnuNewCtrl("&New Control File", [this] { mnuNewCtrl_Click(); }),
+      mnuOpenCtrl("&Open Control File", [this] { mnuOpenCtrl_Click(); }),
+      mnuSaveCtrl("&Save Control File", [this] { mnuSaveCtrl_Click(); }),
+      mnuSaveAsCtrl("Save Control File &As", [this] { mnuSaveAsCtrl_Click(); }),
+      mnuConnect("&Connect To DSO", [this] { context_.scope.ConnectScope(); }),
+      mnuDisconnect("D&isconnect", [this] { context_.scope.DisconnectScope(); }),
+      mnuUpload("&Upload", [this] { cmdUpload_Click(); }),
+      mnuDownLoad("&Download", [this] { cmdDownload_Click(); }),
+      mnuExpand("&Expand All", [this] { nodes_.ExpandAll(); }),
+      popmenu1{
+          {&mnuNewCtrl, &mnuOpenCtrl, nullptr, &mnuSaveCtrl, &mnuSaveAsCtrl, nullptr, &mnuConnect,
+           &mnuDisconnect, nullptr, &mnuUpload, &mnuDownLoad, nullptr, &mnuExpand},
+          {}},
+      nodes_(CtrlTreeView, context.settings),
+      dialog({context.settings, context.document, nodes_, context.scope, context.waiting,
+              context.prompts}),
+      context_(context) {
+  SetCaption("DSO Controller");
+  CtrlTreeView.nodeClick = [this](TreeNode node) { CtrlNodePath = CtrlTreeView.FullPath(node); };
+  CtrlTreeView.doubleClick = [this] { EditClicked(); };
+  CtrlTreeView.keyDown = [this](int code) {
+    if (code == kEnterKey) EditClicked();
+  };
+  CtrlTreeView.mouseDown = [this](int button) {
+    if (button == kRightButton) popmenu1.Popup();
+  };
+}
+
+// Closing the pane and opening it again keeps the document.
+void frmCtrlList::Form_Load() {
+  if (context_.document.CtrlModelReady) {
+    nodes_.BuildCtrlTree();
+    nodes_.ExpandGroup(ctrl_group::kRunningControl);
+    return;
+  }
+  mnuNewCtrl_Click();
+  context_.document.CtrlChanged = false;
+  context_.document.CtrlModelReady = true;
+}
+
+void frmCtrlList::Form_Unload() {
+  dialog.Unload();
+}
+
+bool frmCtrlList::Connected() {
+  if (context_.link.ScopeConnected) return true;
+  context_.prompts.Show(
+      {.text = "Please Connect Oscilloscope First", .icon = MessageIcon::Exclamation});
+  return false;
+}
+
+void frmCtrlList::EditClicked() {
+  if (Connected()) PraseCtrlList(CtrlNodePath);
+}
+
+// An inverted channel is neither kept nor carried over.
+void frmCtrlList::SwitchOffInvert() {
+  CtrlSettings& settings = context_.settings;
+  for (const Field field :
+       {&CtrlSettings::CH1Invert, &CtrlSettings::CH2Invert, &CtrlSettings::MemOffset}) {
+    settings.*field = DropFirstChar(kOff);
+  }
+}
+
+void frmCtrlList::cmdUpload_Click() {
+  if (!Connected() || context_.transfer.TransferActive) return;
+  SwitchOffInvert();
+  UploadToDSO();
+}
+
+void frmCtrlList::cmdDownload_Click() {
+  if (!Connected() || context_.transfer.TransferActive) return;
+  DownloadfromDSO();
+  SwitchOffInvert();
+  context_.document.CtrlChanged = true;
+}
+
+void frmCtrlList::UploadToDSO() {
+  context_.progress.Transfer(TransferKind::Upload, "Data Uploading");
+}
+
+void frmCtrlList::DownloadfromDSO() {
+  context_.progress.Transfer(TransferKind::Download, "Data Downloading");
+}
+
+void frmCtrlList::AutoSet() {
+  context_.scope.SendToScope(kAuto);
+  // The end of the transfer brings the pointer back.
+  context_.pointer.SetShape(PointerShape::Hourglass);
+  context_.waiting.Sleep(kAutoSetTime);
+  cmdDownload_Click();
+}
+
+void frmCtrlList::SetTrig50() {
+  context_.scope.SendToScope(kTrig50);
+  const Field level = &CtrlSettings::TrigLevel;
+  context_.settings.*level = context_.scope.AskScope(ParameterOf(level).Question());
+  // The place of the level under EDGE, whatever node the present method has there.
+  nodes_.RepairAt(ctrl_group::kTrigger, 6, level);
+}
+
+void frmCtrlList::ForceTrigger() {
+  context_.scope.SendToScope(kForceTrig);
+}
+
+void frmCtrlList::ShowVirtualPanel() {
+  if (context_.linkSettings.ScopeIOType != kLinkUsb) return;
+  if (context_.link.ScopeVersionNum >= kPanelVersionNum) return;
+  context_.prompts.Show(
+      {.text = std::string("This function can only be used when the DSO version is higher than ") +
+               kPanelVersion + "\rCurrent Version is " + context_.link.ScopeVersion +
+               "\rPlease contact TAVIK at " + kMakerWebAddress,
+       .icon = MessageIcon::Exclamation});
+}
+
+}  // namespace oriolemark

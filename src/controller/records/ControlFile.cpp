@@ -1,0 +1,87 @@
+#include "controller/records/ControlFile.h"
+
+#include <optional>
+#include <string_view>
+
+#include "controller/records/CtrlDocument.h"
+#include "controller/records/Parameters.h"
+#include "platform/Files.h"
+
+namespace oriolemark {
+namespace {
+
+using S = CtrlSettings;
+
+constexpr const char* kSignature = "Tavik Technologies TX5000 Controller";
+constexpr std::size_t kMostBytes = std::size_t{1} << 20;
+
+// The fields in the order of the file, which is not quite that of the record.
+constexpr Field kFileOrder[] = {
+    &S::RunStop,       &S::CH1Display,   &S::CH1VoltDiv,   &S::CH1Offset,     &S::CH1Coupling,
+    &S::CH1BWLimit,    &S::CH1Probe,     &S::CH1Invert,    &S::CH2Display,    &S::CH2VoltDiv,
+    &S::CH2Offset,     &S::CH2Coupling,  &S::CH2BWLimit,   &S::CH2Probe,      &S::CH2Invert,
+    &S::TimeDiv,       &S::TimeDelay,    &S::Holdoff,      &S::MemorySize,    &S::TimeFormat,
+    &S::TrigMethod,    &S::TrigSlope,    &S::TrigSource,   &S::TrigMode,      &S::TrigCoupling,
+    &S::VideoPolarity, &S::VideoSync,    &S::LineNumber,   &S::VideoStandard, &S::PulseMode,
+    &S::PulseWidth,    &S::TrigLevel,    &S::SamplingMode, &S::Acquisition,   &S::Intensity,
+    &S::Averages,      &S::AntiAliasing, &S::DisplayType,  &S::Persist,       &S::Grid,
+};
+
+// The next line without its end, LF or CR LF; nothing at the end of the text.
+std::optional<std::string_view> TakeLine(std::string_view& text) {
+  if (text.empty()) return std::nullopt;
+  const std::size_t end = text.find('\n');
+  std::string_view line = text.substr(0, end);
+  text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
+// What stands between the first quote and the last one of the next line. A quote in the value
+// itself has no escape and needs none.
+std::optional<std::string> TakeValue(std::string_view& text) {
+  const auto line = TakeLine(text);
+  if (!line || line->size() < 2 || !line->starts_with('"') || !line->ends_with('"')) {
+    return std::nullopt;
+  }
+  return std::string(line->substr(1, line->size() - 2));
+}
+
+std::string Line(std::string_view value) {
+  return '"' + std::string(value) + "\"\r\n";
+}
+
+}  // namespace
+
+void SetNewSettings(CtrlSettings& settings) {
+  CtrlSettings fresh;
+  fresh.MemOffset = settings.MemOffset;
+  fresh.VideoStandard = settings.VideoStandard;
+  settings = fresh;
+}
+
+void ReadControlFile(const std::string& path, CtrlSettings& settings, Prompts& prompts) {
+  const FileContents file = ReadFile(path, kMostBytes);
+  if (file.error) {
+    prompts.Show({.systemText = *file.error, .icon = MessageIcon::Critical});
+    return;
+  }
+  std::string_view rest = file.bytes;
+  if (TakeValue(rest) != kSignature) {
+    prompts.Show({.text = "File Format is Invaild !", .icon = MessageIcon::Critical});
+    return;
+  }
+  for (const Field field : kFileOrder) {
+    if (auto value = TakeValue(rest)) settings.*field = *std::move(value);
+  }
+}
+
+void WriteControlFile(const std::string& path, const CtrlSettings& settings, Prompts& prompts) {
+  std::string bytes = Line(kSignature);
+  for (const Field field : kFileOrder) bytes += Line(settings.*field);
+  if (const auto error = WriteFile(path, bytes)) {
+    prompts.Show({.systemText = *error, .icon = MessageIcon::Critical});
+  }
+}
+
+}  // namespace oriolemark

@@ -1,0 +1,69 @@
+#include "desktop/ControllerPane.h"
+
+#include <QCursor>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QPointer>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include "desktop/Bind.h"
+#include "desktop/Icons.h"
+#include "desktop/Menus.h"
+#include "desktop/TreeBinding.h"
+
+namespace oriolemark {
+namespace {
+
+// Pictures of the tree, by image from 1 on.
+const QStringList kPictures{
+    "TreeInstrument", "TreeGroupClosed/TreeGroupOpen", "TreeLeaf", "TreeAction", "", "Panel"};
+
+void AddButton(QBoxLayout& row, const char* name, const QString& text, const QString& toolTip,
+               Button& model) {
+  auto& button = Make<QToolButton>();
+  Name(button, name, text);
+  button.setText(text);
+  button.setToolTip(toolTip);
+  button.setIcon(PictureNamed(text));
+  button.setIconSize({24, 24});
+  button.setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  button.setAutoRaise(true);
+  button.setFocusPolicy(Qt::StrongFocus);
+  row.addWidget(&button);
+  Bind(button, model);
+}
+
+// By the mouse at the pointer, by the keyboard below the row that is selected.
+QPoint PopupPlace(const QTreeWidget& tree) {
+  if (tree.underMouse() || tree.currentItem() == nullptr) return QCursor::pos();
+  return tree.viewport()->mapToGlobal(tree.visualItemRect(tree.currentItem()).bottomLeft());
+}
+
+}  // namespace
+
+ControllerPane::ControllerPane(frmCtrlList& form) {
+  auto& column = Make<QVBoxLayout>(this);
+  column.setContentsMargins(0, 0, 0, 0);
+  auto& row = Make<QHBoxLayout>();
+  column.addLayout(&row);
+  AddButton(row, "cmdUpload", "Upload", "Sends all settings to the oscilloscope", form.cmdUpload);
+  row.addStretch(1);
+  AddButton(row, "cmdDownload", "Download", "Reads all settings from the oscilloscope",
+            form.cmdDownload);
+  auto& tree = Make<QTreeWidget>();
+  Name(tree, "CtrlTreeView", FromWire(form.Caption()));
+  Make<TreeBinding>(tree, form.CtrlTreeView, kPictures);
+  column.addWidget(&tree, 1);
+  setFocusProxy(&tree);
+  auto& menu = Make<QMenu>(this);
+  menu.setObjectName("popmenu1");
+  FillMenu(menu, form.popmenu1.entries);
+  const QPointer<ControllerPane> guard(this);
+  form.popmenu1.onPopup = [guard, &menu, &tree] {
+    if (guard) menu.popup(PopupPlace(tree));
+  };
+}
+
+}  // namespace oriolemark

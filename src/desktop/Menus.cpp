@@ -1,0 +1,31 @@
+#include "desktop/Menus.h"
+
+#include <QAction>
+#include <QMenu>
+
+#include "desktop/Bind.h"
+
+namespace oriolemark {
+
+void FillMenu(QMenu& menu, const std::vector<MenuEntry*>& entries,
+              const std::function<void(QAction&, MenuEntry&)>& added) {
+  for (MenuEntry* entry : entries) {
+    if (entry == nullptr) {
+      menu.addSeparator();
+      continue;
+    }
+    QAction* action = nullptr;
+    if (entry->submenu.empty()) {
+      action = &Make<QAction>(&menu);
+      menu.addAction(action);
+    } else {
+      QMenu& submenu = Make<QMenu>(&menu);
+      FillMenu(submenu, entry->submenu, added);
+      action = menu.addMenu(&submenu);
+    }
+    Bind(*action, *entry);
+    if (added) added(*action, *entry);
+  }
+}
+
+}  // namespace oriolemark
