@@ -94,8 +94,12 @@ QString FromUtf8(const std::string& text) {
 }
 
 QRect ToPixels(const UnitRect& place) {
-  return {RoundToInt(UnitsToPixels(place.left)), RoundToInt(UnitsToPixels(place.top)),
-          RoundToInt(UnitsToPixels(place.width)), RoundToInt(UnitsToPixels(place.height))};
+  // A stored place may be anything; beyond every screen it is no more than far away.
+  static constexpr double kFar = 1e6;
+  const auto pixels = [](double units) {
+    return RoundToInt(std::clamp(UnitsToPixels(units), -kFar, kFar));
+  };
+  return {pixels(place.left), pixels(place.top), pixels(place.width), pixels(place.height)};
 }
 
 UnitRect ToUnits(const QRect& place) {

@@ -18,6 +18,11 @@
 namespace oriolemark {
 namespace {
 
+// A caption as a screen reader says it.
+QString Spoken(QString caption) {
+  return caption.remove('&');
+}
+
 QVBoxLayout& AddGroup(QBoxLayout& page, const QString& title) {
   auto& group = Make<QGroupBox>(title);
   page.addWidget(&group);
@@ -34,7 +39,7 @@ void AddOptions(QBoxLayout& layout, const char* name, OptionGroup& model,
   std::vector<QRadioButton*> options;
   for (const OptionText& entry : texts) {
     auto& option = Make<QRadioButton>(entry.text);
-    Name(option, (name + std::to_string(options.size())).c_str(), entry.text);
+    Name(option, (name + std::to_string(options.size())).c_str(), Spoken(entry.text));
     option.setToolTip(entry.toolTip);
     layout.addWidget(&option);
     options.push_back(&option);
@@ -45,7 +50,7 @@ void AddOptions(QBoxLayout& layout, const char* name, OptionGroup& model,
 void AddCheck(QBoxLayout& layout, const char* name, const QString& text, const QString& toolTip,
               CheckBox& model) {
   auto& box = Make<QCheckBox>(text);
-  Name(box, name, text);
+  Name(box, name, Spoken(text));
   box.setToolTip(toolTip);
   layout.addWidget(&box);
   Bind(box, model);
@@ -55,7 +60,7 @@ void AddCheck(QBoxLayout& layout, const char* name, const QString& text, const Q
 QComboBox& AddCombo(QFormLayout& layout, const char* name, const QString& label,
                     const QString& toolTip, ComboBox& model, const QString& unit = {}) {
   auto& combo = Make<QComboBox>();
-  Name(combo, name, label);
+  Name(combo, name, Spoken(label));
   combo.setMinimumContentsLength(10);
   combo.setToolTip(toolTip);
   auto& row = Make<QHBoxLayout>();

@@ -25,7 +25,7 @@ namespace oriolemark {
 namespace {
 
 constexpr std::size_t kReceivedLimit = std::size_t{64} << 20;
-constexpr int kWriteLimit = 10'000;  // ms
+constexpr qint64 kWriteLimit = 1000;  // ms
 
 struct CountedError {
   int serial_icounter_struct::*counter;
@@ -56,11 +56,6 @@ std::string SystemText(int error) {
   return std::generic_category().message(error);
 }
 
-// A path (UTF-8) as windows show it.
-std::string Shown(const std::string& path) {
-  return QString::fromStdString(path).toLatin1().toStdString();
-}
-
 // By the rights that count when a file is opened.
 bool MayUse(const std::string& path) {
   return ::faccessat(AT_FDCWD, path.c_str(), R_OK | W_OK, AT_EACCESS) == 0;
@@ -89,7 +84,7 @@ bool HasHungUp(int handle) {
 }
 
 // Past the toolkit's own buffer: that one takes a full line for a device that has gone.
-int WriteAll(int handle, std::string_view bytes) {
+int WriteAll(int handle, std::string_view bytes, qint64 limit) {
   QElapsedTimer clock;
   clock.start();
   while (!bytes.empty()) {
@@ -97,7 +92,7 @@ int WriteAll(int handle, std::string_view bytes) {
     if (count > 0) {
       bytes.remove_prefix(static_cast<std::size_t>(count));
     } else if (count == 0 || errno == EAGAIN) {
-      if (const int error = AwaitRoom(handle, kWriteLimit - clock.elapsed())) return error;
+      if (const int error = AwaitRoom(handle, limit - clock.elapsed())) return error;
     } else if (errno != EINTR) {
       return errno;
     }
@@ -120,13 +115,14 @@ QtSerialPort::~QtSerialPort() {
 
 void QtSerialPort::Close() {
   state_ = State::Closed;
+  stalled_ = false;
   if (port_.isOpen()) port_.close();
   received_.clear();
   counters_.reset();
   pins_.reset();
 }
 
-std::string QtSerialPort::FindPath(int number) const {
+std::string QtSerialPort::DeviceOf(int number) const {
   std::string path = devicePath_ ? devicePath_(number) : std::string();
   if (!path.empty()) return path;
   const auto listed = QSerialPortInfo::availablePorts();
@@ -134,17 +130,13 @@ std::string QtSerialPort::FindPath(int number) const {
   return listed[number - 1].systemLocation().toStdString();
 }
 
-std::string QtSerialPort::DeviceOf(int number) const {
-  return Shown(FindPath(number));
-}
-
 // The system's words, which port is meant, and what to do about it.
 std::string QtSerialPort::Failure(const std::string& text, const std::string& cure) const {
-  return text + "\nCOM" + std::to_string(number_) + " is " + Shown(path_) + ". " + cure;
+  return text + "\nCOM" + std::to_string(number_) + " is " + path_ + ". " + cure;
 }
 
 std::string QtSerialPort::OpenFailure() const {
-  const std::string text = port_.errorString().toLatin1().toStdString();
+  const std::string text = port_.errorString().toStdString();
   switch (port_.error()) {
     case QSerialPort::DeviceNotFoundError:
       return Failure(text, "Plug it in, or choose another port in the options.");
@@ -168,7 +160,7 @@ std::optional<std::string> QtSerialPort::Open() {
   Close();
   const auto settings = ParseSerialSettings(settings_);
   if (!settings) return SystemText(EINVAL) + "\nNo serial line can be set to " + settings_ + ".";
-  path_ = FindPath(number_);
+  path_ = DeviceOf(number_);
   if (path_.empty()) {
     return SystemText(ENOENT) + "\nNo serial device was found for COM" + std::to_string(number_) +
            ". Plug one in, or choose another port in the options.";
@@ -192,7 +184,9 @@ std::optional<std::string> QtSerialPort::Open() {
 std::optional<std::string> QtSerialPort::Write(std::string_view bytes) {
   if (state_ == State::Vanishing || state_ == State::Vanished) return WriteFailure(EIO);
   if (state_ == State::Closed) return SystemText(EBADF);
-  const int error = WriteAll(port_.handle(), bytes);
+  // A line that took nothing for that long is not waited for a second time.
+  const int error = WriteAll(port_.handle(), bytes, stalled_ ? 0 : kWriteLimit);
+  stalled_ = error == ETIMEDOUT;
   if (error == 0) return std::nullopt;
   return WriteFailure(error);
 }

@@ -8,7 +8,7 @@
 
 namespace oriolemark {
 
-// A serial device of this system. Belongs to the application's thread. Error texts are Latin-1: the
+// A serial device of this system. Belongs to the application's thread. Error texts are UTF-8: the
 // system's own words, and where there is one the cure on a second line.
 class QtSerialPort : public SerialPort {
  public:
@@ -26,7 +26,7 @@ class QtSerialPort : public SerialPort {
   std::string DeviceOf(int number) const override;
   // An open port is closed first. Settings and number count from here on.
   std::optional<std::string> Open() override;
-  // May block while the device's own buffer is full, for 10 s at most, then fails.
+  // May block while the device's own buffer is full, for 1 s at most, then fails.
   std::optional<std::string> Write(std::string_view bytes) override;
   std::string Read() override;
   void PollLines() override;
@@ -36,7 +36,6 @@ class QtSerialPort : public SerialPort {
   // whoever still sends is told so.
   enum class State { Closed, Open, Vanishing, Vanished };
 
-  std::string FindPath(int number) const;
   std::string Failure(const std::string& text, const std::string& cure) const;
   std::string OpenFailure() const;
   std::string WriteFailure(int error) const;
@@ -53,6 +52,7 @@ class QtSerialPort : public SerialPort {
   std::string path_;  // as last opened
   State state_ = State::Closed;
   std::string received_;
+  bool stalled_ = false;  // the last write found no room
   // As last seen; nothing where the device has none.
   std::optional<serial_icounter_struct> counters_;
   std::optional<int> pins_;

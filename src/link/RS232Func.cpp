@@ -10,7 +10,6 @@ namespace {
 
 constexpr double kShortestCharacter = 3.0;  // ms
 constexpr double kLongestSleep = 10000.0;   // ms
-constexpr std::size_t kLongestReply = 64u << 20;
 
 std::string TrimBlanks(const std::string& text) {
   const std::size_t first = text.find_first_not_of(' ');
@@ -29,7 +28,7 @@ void RS232Func::RS232Init() {
   port_.SetSettings(TrimBlanks(settings_.BaudRate) + ",n,8,1");
   port_.SetPort(settings_.COM_Port);
   if (const auto error = port_.Open()) {
-    prompts_.Show({.text = *error, .title = "RS232 Init", .icon = MessageIcon::Exclamation});
+    prompts_.Show({.systemText = *error, .title = "RS232 Init", .icon = MessageIcon::Exclamation});
     state_.LinkOpened = false;
   }
 }
@@ -39,7 +38,7 @@ void RS232Func::RS232Send(std::string_view command) {
   state_.RxBuffer.clear();
   if (const auto error = port_.Write(frame)) {
     prompts_.Show(
-        {.text = *error, .title = "RS232 Send Message", .icon = MessageIcon::Exclamation});
+        {.systemText = *error, .title = "RS232 Send Message", .icon = MessageIcon::Exclamation});
     return;
   }
   waiting_.Sleep(TimeOnLine(frame.size()));

@@ -7,7 +7,8 @@
 
 namespace oriolemark {
 
-// A serial line with event codes. Operations that can fail give the system's text of the error.
+// A serial line with event codes. Operations that can fail give the system's text of
+// the error (UTF-8).
 class SerialPort {
  public:
   virtual ~SerialPort() = default;

@@ -11,7 +11,7 @@ class frmSplash : public Form {
  public:
   explicit frmSplash(const std::string& version) {
     SetCaption(kApplicationTitle);
-    lblVersion.SetText("Version " + version);
+    lblVersion.SetText(version);
   }
 
   Label lblVersion;

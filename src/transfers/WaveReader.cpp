@@ -83,6 +83,7 @@ std::string WaveReader::Ask(std::string_view path) {
 void WaveReader::ShowProgress(double percent) {
   context_.progress.bar.SetValue(percent);
   context_.progress.bar.Refresh();
+  context_.waiting.DoEvents();
 }
 
 // Looked up after each wait: items shift when one is removed. What comes for an item that has gone
@@ -215,7 +216,7 @@ std::string WaveReader::ReadReplyGpib(double base, double total) {
   const std::string_view held(buffer.data(), buffer.size());
   GPIBFunc& gpib = context_.gpib;
   std::string text;
-  while (!context_.waiting.Closing()) {
+  while (!context_.waiting.Closing() && text.size() < kLongestReply) {
     gpib.Read(buffer);
     if (gpib.Failed()) {
       gpib.GPIBError("Unable to read from device", gpib.Device());
@@ -230,7 +231,6 @@ std::string WaveReader::ReadReplyGpib(double base, double total) {
     // Looked at before events are served: a request made there has a status of its own.
     const bool ended = gpib.Ended();
     ShowProgress(Percentage(base, total, text.size()));
-    context_.waiting.DoEvents();
     if (ended) break;
   }
   return text;
@@ -253,13 +253,12 @@ std::string WaveReader::ReadReplySerial(double base, double total) {
 
 std::string WaveReader::ReadReplyUsb(double base, double total) {
   std::string text;
-  while (!context_.waiting.Closing()) {
+  while (!context_.waiting.Closing() && text.size() < kLongestReply) {
     const std::string chunk = context_.usb.USBReadBlock();
     if (chunk.empty()) break;
     const std::size_t lineEnd = chunk.find('\n');
     text += chunk.substr(0, lineEnd);
     ShowProgress(Percentage(base, total, text.size()));
-    context_.waiting.DoEvents();
     if (lineEnd != std::string::npos) break;
   }
   return text;

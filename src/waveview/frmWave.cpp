@@ -102,6 +102,8 @@ void frmWave::Form_Unload() {
   Cursors = {};
   OptionCH.Select(OptionGroup::kNone);
   WavePic.SetPointer(MousePointer::Arrow);
+  // A large picture is not kept for a window that nobody sees.
+  WavePic.Surface().SetSize(0, 0);
 }
 
 void frmWave::Timer1_Timer() {

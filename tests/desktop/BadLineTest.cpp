@@ -71,7 +71,7 @@ class Cable {
 class NotedPrompts : public Prompts {
  public:
   MessageAnswer Show(const Message& message) override {
-    texts.push_back(message.title + ": " + message.text);
+    texts.push_back(message.title + ": " + message.systemText);
     return MessageAnswer::Ok;
   }
   std::string AskFileName(const FileQuestion&) override { return {}; }

@@ -25,7 +25,7 @@ TEST_F(SerialLinkTest, ReopensThePortWithTheChosenSettings) {
 TEST_F(SerialLinkTest, PortThatDoesNotOpenIsToldOnceAndLeavesNoConnection) {
   bench.port.fails = "Permission denied";
   bench.scope.ConnectScope();
-  EXPECT_EQ(bench.prompts.shown, (std::vector<Message>{{.text = "Permission denied",
+  EXPECT_EQ(bench.prompts.shown, (std::vector<Message>{{.systemText = "Permission denied",
                                                         .title = "RS232 Init",
                                                         .icon = MessageIcon::Exclamation}}));
   EXPECT_FALSE(bench.state.LinkOpened || bench.state.ScopeConnected);
@@ -88,7 +88,7 @@ TEST(SerialTieTest, ReplyAndTwentiethTickAtOnceGoByTheFirstServed) {
 TEST_F(SerialLinkTest, FailedWriteIsToldAndTheReplyStillWaitedFor) {
   bench.port.fails = "Input/output error";
   EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
-  EXPECT_EQ(bench.prompts.shown, (std::vector<Message>{{.text = "Input/output error",
+  EXPECT_EQ(bench.prompts.shown, (std::vector<Message>{{.systemText = "Input/output error",
                                                         .title = "RS232 Send Message",
                                                         .icon = MessageIcon::Exclamation}}));
   EXPECT_EQ(bench.clock.Now(), Milliseconds(2000));
