@@ -37,14 +37,14 @@ std::optional<std::string_view> TakeLine(std::string_view& text) {
   return line;
 }
 
-// What stands between the first quote and the last one of the next line. A quote in the value
-// itself has no escape and needs none.
+// What stands between the first quote, which begins the next line, and its last one. A quote in the
+// value itself has no escape and needs none.
 std::optional<std::string> TakeValue(std::string_view& text) {
   const auto line = TakeLine(text);
-  if (!line || line->size() < 2 || !line->starts_with('"') || !line->ends_with('"')) {
-    return std::nullopt;
-  }
-  return std::string(line->substr(1, line->size() - 2));
+  if (!line || !line->starts_with('"')) return std::nullopt;
+  const std::size_t last = line->rfind('"');
+  if (last == 0) return std::nullopt;
+  return std::string(line->substr(1, last - 1));
 }
 
 std::string Line(std::string_view value) {
