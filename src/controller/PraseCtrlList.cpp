@@ -96,6 +96,9 @@ void frmCtrlList::EditParameter(const Parameter& parameter, const std::string& v
 void frmCtrlList::FillCombo(const Parameter& parameter) {
   const CtrlSettings& settings = context_.settings;
   switch (parameter.kind) {
+    case ValueKind::TimeDiv:
+      SetCtrlDialogTimeDivNum(parameter);
+      break;
     case ValueKind::VoltDiv:
       SetCtrlDialogVoltDivNum(settings.*ProbeOf(parameter.group));
       break;
@@ -117,6 +120,10 @@ void frmCtrlList::FillCombo(const Parameter& parameter) {
       dialog.Combo.AddItems({values.begin(), values.end()});
     }
   }
+}
+
+void frmCtrlList::SetCtrlDialogTimeDivNum(const Parameter& timeDiv) {
+  dialog.Combo.AddItems({timeDiv.values.begin(), timeDiv.values.end()});
 }
 
 void frmCtrlList::SetCtrlDialogVoltDivNum(const std::string& probe) {

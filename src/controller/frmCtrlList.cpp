@@ -64,8 +64,7 @@ void frmCtrlList::Form_Unload() {
 
 bool frmCtrlList::Connected() {
   if (context_.link.ScopeConnected) return true;
-  context_.prompts.Show(
-      {.text = "Please Connect Oscilloscope First", .icon = MessageIcon::Exclamation});
+  context_.prompts.Show(kConnectFirst);
   return false;
 }
 

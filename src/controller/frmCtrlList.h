@@ -94,6 +94,7 @@ class frmCtrlList : public Form {
 
   void EditParameter(const Parameter& parameter, const std::string& value);
   void FillCombo(const Parameter& parameter);
+  void SetCtrlDialogTimeDivNum(const Parameter& timeDiv);
   void SetCtrlDialogVoltDivNum(const std::string& probe);
   void SetCtrlDialogTrigLevelNum();
 

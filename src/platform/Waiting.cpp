@@ -5,29 +5,34 @@ namespace oriolemark {
 void Waiting::DoEvents() {
   if (closing_) return;
   ++depth_;
-  events_.ServePending(Input());
+  events_.ServePending(Input(For::Device));
   --depth_;
 }
 
 bool Waiting::WaitUntil(const std::function<bool()>& done) {
+  return Wait(done, For::Device);
+}
+
+bool Waiting::WaitForUser(const std::function<bool()>& done) {
+  return Wait(done, For::User);
+}
+
+void Waiting::WaitEvents(Milliseconds limit) {
+  Turn(limit, For::Device);
+}
+
+bool Waiting::Wait(const std::function<bool()>& done, For whom) {
   while (!closing_) {
     if (done()) return true;
-    WaitEvents(Milliseconds(-1));
+    Turn(Milliseconds(-1), whom);
   }
   return false;
 }
 
-bool Waiting::WaitForUser(const std::function<bool()>& done) {
-  ++userWaits_;
-  const bool held = WaitUntil(done);
-  --userWaits_;
-  return held;
-}
-
-void Waiting::WaitEvents(Milliseconds limit) {
+void Waiting::Turn(Milliseconds limit, For whom) {
   if (closing_) return;
   ++depth_;
-  events_.ServeNext(limit, Input());
+  events_.ServeNext(limit, Input(whom));
   --depth_;
 }
 

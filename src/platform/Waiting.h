@@ -37,13 +37,16 @@ class Waiting {
   // From this depth of nested waits on, clicks and keys are held back until it falls.
   static constexpr int kInputDepth = 32;
 
-  UserInput Input() const {
-    return depth_ > kInputDepth && userWaits_ == 0 ? UserInput::HeldBack : UserInput::Served;
+  enum class For { Device, User };
+
+  bool Wait(const std::function<bool()>& done, For whom);
+  void Turn(Milliseconds limit, For whom);
+  UserInput Input(For whom) const {
+    return depth_ > kInputDepth && whom == For::Device ? UserInput::HeldBack : UserInput::Served;
   }
 
   EventSource& events_;
   int depth_ = 0;
-  int userWaits_ = 0;
   bool closing_ = false;
 };
 

@@ -241,6 +241,7 @@ void frmMain::Close() {
 
 void frmMain::Form_Unload() {
   UnloadViews(context_.sheet);
+  context_.controller.Unload();
   SaveSoftwareSetting();
   if (context_.link.ScopeConnected) {
     context_.scope.SendToScope(std::string(kKey) + kLock + kEnable);

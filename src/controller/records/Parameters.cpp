@@ -96,7 +96,7 @@ constexpr Parameter kParameters[] = {
     {&S::CH2BWLimit, group::kCH2, "BW Limit", kChannel2, kBWLimit, List, kOnOff, Always(5)},
     {&S::CH2Probe, group::kCH2, "Probe", kChannel2, kProbe, List, kProbes, Always(6)},
     {&S::CH2Invert, group::kCH2, "Invert", kChannel2, kInvert, List, kOnOff, Never()},
-    {&S::TimeDiv, group::kTimeBase, "Time/Div", kTimeBase, kRange, List, kTimeDivs, Always(1)},
+    {&S::TimeDiv, group::kTimeBase, "Time/Div", kTimeBase, kRange, TimeDiv, kTimeDivs, Always(1)},
     {&S::TimeDelay, group::kTimeBase, "Delay", kTimeBase, kTriggerDelay, Time, kNoList, Always(2)},
     {&S::Holdoff, group::kTimeBase, "Holdoff", kTimeBase, kHoldoff, Time, kNoList, Always(3)},
     {&S::MemorySize, group::kTimeBase, "Memory Size", kData, kSysMemSize, Query, kNoList,

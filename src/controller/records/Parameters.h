@@ -15,6 +15,7 @@ using Field = std::string CtrlSettings::*;
 // How the values that are offered for a setting come about.
 enum class ValueKind {
   List,        // a fixed list
+  TimeDiv,     // a fixed list, the time bases
   VoltDiv,     // the ranges of the channel's probe
   Division,    // 12 to -12 divisions
   Source,      // a fixed list whose last row counts for edges alone
