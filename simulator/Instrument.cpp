@@ -138,7 +138,7 @@ std::optional<std::string> Instrument::AnswerQuery(std::string_view path) {
     return std::to_string(GapOf(settings_, CurrentRecord()).width);
   }
   const auto setting = Settings::Find(path);
-  return setting ? std::optional(std::string(settings_.Answer(*setting))) : std::nullopt;
+  return setting ? std::optional(settings_.Text(*setting)) : std::nullopt;
 }
 
 std::optional<std::string> Instrument::AnswerBlock(std::string_view command) {

@@ -65,12 +65,11 @@ struct Row {
   Kind kind;
   Texts values;
   std::string_view initial;
-  Setting answersFor;  // whose value a query gives back
 };
 
 constexpr Row At(Setting setting, std::string_view path, Kind kind, Texts values,
                  std::string_view initial) {
-  return {setting, path, kind, values, initial, setting};
+  return {setting, path, kind, values, initial};
 }
 
 constexpr Row At(Setting setting, std::string_view path, Kind kind, std::string_view initial) {
@@ -94,8 +93,7 @@ constexpr Row kRows[] = {
     At(kOffset2, ":CHANNEL2:OFFSET", Kind::kDivisions, "-3.00div"),
     At(kCoupling2, ":CHANNEL2:COUPLING", Kind::kList, kCouplings, "DC"),
     At(kBandwidth2, ":CHANNEL2:BWLimit", Kind::kList, kOnOff, "OFF"),
-    // The instrument has one probe query: asked for channel 2, it tells of channel 1.
-    {kProbe2, ":CHANNEL2:PROBE", Kind::kList, kProbes, "1X", kProbe1},
+    At(kProbe2, ":CHANNEL2:PROBE", Kind::kList, kProbes, "1X"),
     At(kInvert2, ":CHANNEL2:INVERT", Kind::kStuck, kOnOff, "OFF"),
     At(kTimeRange, ":TimeBase:RANGE", Kind::kList, kTimes, "200.0us"),
     At(kDelay, ":TimeBase:TRIGGER DELAY", Kind::kDelay, "0.0000s"),
@@ -184,10 +182,6 @@ const std::string& Settings::Text(Setting setting) const {
 
 bool Settings::Is(Setting setting, std::string_view value) const {
   return Text(setting) == value;
-}
-
-std::string_view Settings::Answer(Setting setting) const {
-  return Text(RowOf(setting).answersFor);
 }
 
 Texts Settings::Choices(Setting setting) const {

@@ -78,10 +78,7 @@ class Settings {
   // delay and ends the rolling display, a video standard limits the line.
   bool Set(Setting setting, std::string_view value, Turner turner);
 
-  // What a query is answered with.
-  std::string_view Answer(Setting setting) const;
-
-  // What is really in force.
+  // What is in force, and what a query is answered with.
   const std::string& Text(Setting setting) const;
   bool Is(Setting setting, std::string_view value) const;
 

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "drivers/ScreenPalettes.h"
+#include "drivers/SharedLibrary.h"
+#include "platform/SettingsStore.h"
+
+namespace oriolemark {
+
+// The colour operations of a library that is opened at run time. A library that is not open leaves
+// the colours as they are.
+class LibraryColors : public ScreenColors {
+ public:
+  explicit LibraryColors(const std::string& name);
+
+  bool IsOpen() const { return library_.IsOpen(); }
+  const std::string& Name() const { return library_.Name(); }
+  // Why it is not open, in words.
+  const std::string& Reason() const { return library_.Reason(); }
+
+  void TransClr(std::span<const std::uint8_t> raw, std::span<std::uint32_t> colours) override;
+  void TransMono(std::span<const std::uint8_t> raw, std::span<std::uint32_t> colours) override;
+
+ private:
+  void Convert(const char* operation, std::span<const std::uint8_t> raw,
+               std::span<std::uint32_t> colours);
+
+  SharedLibrary library_;
+};
+
+// The library that the settings store names (section "Drivers", key "ColorLibrary") if it serves,
+// else the built-in palettes. Chosen at the first use.
+class ChosenColors : public ScreenColors {
+ public:
+  // The store outlives this object.
+  explicit ChosenColors(SettingsStore& store) : store_(store) {}
+
+  void TransClr(std::span<const std::uint8_t> raw, std::span<std::uint32_t> colours) override;
+  void TransMono(std::span<const std::uint8_t> raw, std::span<std::uint32_t> colours) override;
+
+  // Where the colours come from, and why not from the named library. Plain text, UTF-8.
+  std::string Meaning();
+
+ private:
+  ScreenColors& Chosen();
+
+  SettingsStore& store_;
+  std::optional<LibraryColors> library_;  // none if the settings name none
+  ScreenPalettes palettes_;
+  bool chosen_ = false;
+};
+
+}  // namespace oriolemark

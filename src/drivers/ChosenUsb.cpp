@@ -1,0 +1,106 @@
+#include "drivers/ChosenUsb.h"
+
+#include <thread>
+#include <utility>
+
+#include "drivers/LibraryUsb.h"
+
+namespace oriolemark {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr int kCountPhase = 0;
+constexpr milliseconds kLongestSilence{5000};
+// A caller polls without a pause of its own; less than this would only warm the processor.
+constexpr milliseconds kEmptyPause{1};
+
+}  // namespace
+
+UsbTime MakeUsbTime(std::function<int()> eventsServed) {
+  return {.now =
+              [] {
+                return std::chrono::duration_cast<milliseconds>(
+                    std::chrono::steady_clock::now().time_since_epoch());
+              },
+          .sleep = [](milliseconds time) { std::this_thread::sleep_for(time); },
+          .eventsServed = std::move(eventsServed)};
+}
+
+ChosenUsb::ChosenUsb(SettingsStore& store, UsbTime time) : store_(store), time_(std::move(time)) {}
+
+int ChosenUsb::GetDeviceNum() {
+  Asked asked = ReadSettings();
+  if (!driver_ || !refusal_.empty() || asked != asked_) Choose(std::move(asked));
+  return driver_->GetDeviceNum();
+}
+
+bool ChosenUsb::Write_USB(int device, std::uint8_t byte) {
+  silence_.reset();
+  return Driver().Write_USB(device, byte);
+}
+
+bool ChosenUsb::Read_USB(int device, int phase, int count, std::span<std::uint8_t> buffer) {
+  const bool read = Driver().Read_USB(device, phase, count, buffer);
+  const bool empty = read && phase == kCountPhase && !buffer.empty() && buffer.front() == 0;
+  if (!empty) {
+    silence_.reset();
+    return read;
+  }
+  if (SilentTooLong()) return false;
+  time_.sleep(kEmptyPause);
+  return true;
+}
+
+bool ChosenUsb::Control_Command_Send(int device, int request, int value, int index) {
+  return Driver().Control_Command_Send(device, request, value, index);
+}
+
+bool ChosenUsb::Bulk_DataTransfer_Read(int device, int count, std::span<std::uint8_t> buffer) {
+  return Driver().Bulk_DataTransfer_Read(device, count, buffer);
+}
+
+std::string ChosenUsb::Meaning() {
+  Driver();
+  std::string text = builtIn_ == nullptr ? "USB library: " + asked_.library : "Built-in USB driver";
+  if (!refusal_.empty()) text += ". The library named in the settings does not serve: " + refusal_;
+  if (builtIn_ != nullptr && !builtIn_->Problem().empty()) {
+    text += ". The last failure: " + builtIn_->Problem();
+  }
+  return text;
+}
+
+ChosenUsb::Asked ChosenUsb::ReadSettings() const {
+  return {.library = store_.Read("Drivers", "UsbLibrary").value_or(""), .ids = ReadUsbIds(store_)};
+}
+
+void ChosenUsb::Choose(Asked asked) {
+  asked_ = std::move(asked);
+  refusal_.clear();
+  silence_.reset();
+  builtIn_ = nullptr;
+  if (!asked_.library.empty()) {
+    auto library = std::make_unique<LibraryUsb>(asked_.library);
+    refusal_ = library->Reason();
+    driver_ = std::move(library);
+    if (refusal_.empty()) return;
+  }
+  auto builtIn = std::make_unique<LibusbDriver>(asked_.ids);
+  builtIn_ = builtIn.get();
+  driver_ = std::move(builtIn);
+}
+
+UsbDriver& ChosenUsb::Driver() {
+  if (!driver_) Choose(ReadSettings());
+  return *driver_;
+}
+
+bool ChosenUsb::SilentTooLong() {
+  const Silence now{.since = time_.now(), .eventsServed = time_.eventsServed()};
+  if (!silence_ || silence_->eventsServed != now.eventsServed) silence_ = now;
+  if (now.since - silence_->since < kLongestSilence) return false;
+  silence_.reset();
+  return true;
+}
+
+}  // namespace oriolemark

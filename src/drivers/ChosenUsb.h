@@ -1,0 +1,73 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "drivers/LibusbDriver.h"
+#include "platform/SettingsStore.h"
+#include "platform/UsbDriver.h"
+
+namespace oriolemark {
+
+// How the driver sees time pass, and lets it.
+struct UsbTime {
+  // Of a clock that only moves forward.
+  std::function<std::chrono::milliseconds()> now;
+  // Blocks.
+  std::function<void(std::chrono::milliseconds)> sleep;
+  // Any number that changes while events are served, though not necessarily at each of them.
+  std::function<int()> eventsServed;
+};
+
+// The system's own clock.
+UsbTime MakeUsbTime(std::function<int()> eventsServed);
+
+// The library that the settings store names (section "Drivers", key "UsbLibrary") if it serves,
+// else the built-in driver. Chosen at the first use, and again by GetDeviceNum where the settings
+// have changed. Nobody who waits for a reply without serving events waits for ever: when nothing
+// has been waiting for 5 s, none was served and nothing was written, the count query fails.
+class ChosenUsb : public UsbDriver {
+ public:
+  // The store outlives the driver.
+  ChosenUsb(SettingsStore& store, UsbTime time);
+
+  int GetDeviceNum() override;
+  bool Write_USB(int device, std::uint8_t byte) override;
+  bool Read_USB(int device, int phase, int count, std::span<std::uint8_t> buffer) override;
+  bool Control_Command_Send(int device, int request, int value, int index) override;
+  bool Bulk_DataTransfer_Read(int device, int count, std::span<std::uint8_t> buffer) override;
+
+  // Which driver serves, why the named library does not, and what went wrong last. Plain text,
+  // UTF-8.
+  std::string Meaning();
+
+ private:
+  struct Asked {
+    std::string library;
+    UsbIds ids;
+    bool operator==(const Asked&) const = default;
+  };
+  // Since when no byte has been waiting, and how many events had been served by then.
+  struct Silence {
+    std::chrono::milliseconds since;
+    int eventsServed;
+  };
+
+  Asked ReadSettings() const;
+  void Choose(Asked asked);
+  UsbDriver& Driver();
+  bool SilentTooLong();
+
+  SettingsStore& store_;
+  UsbTime time_;
+  Asked asked_;
+  std::unique_ptr<UsbDriver> driver_;  // none before the first use
+  LibusbDriver* builtIn_ = nullptr;    // the same, if it is that
+  std::string refusal_;                // why the named library does not serve
+  std::optional<Silence> silence_;
+};
+
+}  // namespace oriolemark

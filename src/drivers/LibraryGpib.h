@@ -1,0 +1,59 @@
+#pragma once
+
+#include "drivers/SharedLibrary.h"
+#include "platform/GpibDriver.h"
+#include "platform/SettingsStore.h"
+
+namespace oriolemark {
+
+// The GPIB calls of a library that is opened at run time: the one that the settings store names
+// (section "Drivers", key "GpibLibrary"), else the first of the usual names that is there. Each
+// connect looks anew, unless the library that is open is still the one asked for. Without a
+// library, and before the first successful ibdev, every call fails with 0x8000 and error 0.
+class LibraryGpib : public GpibDriver {
+ public:
+  // The store outlives the driver.
+  explicit LibraryGpib(SettingsStore& store) : store_(store) {}
+  ~LibraryGpib() override;
+  LibraryGpib(const LibraryGpib&) = delete;
+  LibraryGpib& operator=(const LibraryGpib&) = delete;
+
+  int ibdev(int board, int primary, int secondary, int timeout, int eot, int eos) override;
+  void ibclr(int device) override;
+  // Nothing is written for an empty text: the call set does not define it.
+  void ibwrt(int device, std::string_view bytes) override;
+  void ibrd(int device, std::span<char> buffer) override;
+  void ibonl(int device, int online) override;
+  const GpibStatus& Status() const override { return status_; }
+
+  // Which library serves, or would serve at the next connect, or what is missing and where it was
+  // looked for. Plain text, UTF-8.
+  std::string Meaning() const;
+
+ private:
+  // The status words as the library's threads write them.
+  struct BoundWords {
+    int ibsta = 0;
+    int iberr = 0;
+    int ibcnt = 0;
+    long ibcntl = 0;
+  };
+
+  std::vector<std::string> AskedNames() const;
+  bool Load();
+  void Bind();
+  void Unbind();
+  void CopyStatus();
+  template <typename Function, typename... Arguments>
+  int Call(const char* name, Arguments... arguments);
+
+  SettingsStore& store_;
+  SharedLibrary library_;
+  std::vector<std::string> names_;  // which were asked for when it was opened
+  BoundWords words_;
+  bool bound_ = false;
+  bool opened_ = false;  // the last ibdev gave a device
+  GpibStatus status_;
+};
+
+}  // namespace oriolemark

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/SettingsStore.h"
+#include "platform/UsbDriver.h"
+
+struct libusb_context;
+struct libusb_device;
+struct libusb_device_handle;
+
+namespace oriolemark {
+
+// By which a USB device is known for an instrument.
+struct UsbIds {
+  std::uint16_t vendor = 0;
+  std::uint16_t product = 0;
+  bool operator==(const UsbIds&) const = default;
+};
+
+// The ids that the settings store gives in section "Drivers", keys "UsbVendorId" and "UsbProductId"
+// (hexadecimal, with or without "0x"); one that is missing or malformed has its own default.
+UsbIds ReadUsbIds(SettingsStore& store);
+
+// The USB operations over the system's own USB access. An instrument is opened and claimed on first
+// use and kept so until another one is asked for or it fails beyond repair; the next use opens it
+// anew, so that one that was unplugged and plugged in again answers. Instruments are numbered by
+// their places on the bus. Every call blocks, at most about a second for each piece of data.
+class LibusbDriver : public UsbDriver {
+ public:
+  explicit LibusbDriver(UsbIds ids) : ids_(ids) {}
+
+  int GetDeviceNum() override;
+  bool Write_USB(int device, std::uint8_t byte) override;
+  // These leave the buffer as it was unless all `count` bytes came.
+  bool Read_USB(int device, int phase, int count, std::span<std::uint8_t> buffer) override;
+  bool Bulk_DataTransfer_Read(int device, int count, std::span<std::uint8_t> buffer) override;
+  bool Control_Command_Send(int device, int request, int value, int index) override;
+
+  // What was wrong with the last operation that failed, in words for the user; empty before any.
+  const std::string& Problem() const { return problem_; }
+
+ private:
+  struct CloseContext {
+    void operator()(libusb_context* context) const;
+  };
+  struct CloseHandle {
+    void operator()(libusb_device_handle* handle) const;
+  };
+  struct Release {
+    void operator()(libusb_device* device) const;
+  };
+  using Device = std::unique_ptr<libusb_device, Release>;
+
+  std::vector<Device> FindInstruments();
+  bool Open(int device);
+  bool Claim(libusb_device* instrument);
+  // `result` is a count of bytes or an error; true if it is the count that was wanted.
+  bool Judge(int result, int wanted);
+  bool ReceiveControl(int device, std::uint8_t request, int count, std::span<std::uint8_t> buffer);
+  int ReceiveBulk(int count);
+
+  UsbIds ids_;
+  std::unique_ptr<libusb_context, CloseContext> context_;
+  std::unique_ptr<libusb_device_handle, CloseHandle> handle_;
+  int opened_ = -1;  // the number of the instrument that `handle_` holds
+  std::vector<std::uint8_t> received_;
+  std::string problem_;
+};
+
+}  // namespace oriolemark

@@ -1,0 +1,102 @@
+#include "drivers/SharedLibrary.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+namespace oriolemark {
+namespace {
+
+bool IsPath(const std::string& name) {
+  return name.find('/') != std::string::npos;
+}
+
+std::string Join(const std::vector<std::string>& words, const char* between) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : between) + word;
+  return text;
+}
+
+// The loader's own words, in front of which the name of the file at fault stands.
+std::string LoaderWords(const std::string& name) {
+  const char* const error = ::dlerror();
+  std::string words = error != nullptr ? error : "cannot be loaded";
+  if (!words.starts_with(name + ": ")) return words;
+  words.erase(0, name.size() + 2);
+  // A library that is there and misses another one complains with the other's name in front.
+  return words.find(std::strerror(ENOENT)) != std::string::npos ? "not found" : words;
+}
+
+}  // namespace
+
+SharedLibrary::SharedLibrary(const std::vector<std::string>& names, const Exports& required) {
+  for (const std::string& name : names) {
+    const std::string fault = TryToOpen(name, required);
+    if (IsOpen()) return;
+    reason_ += (reason_.empty() ? "" : "; ") + name + ": " + fault;
+  }
+}
+
+SharedLibrary::~SharedLibrary() {
+  Close();
+}
+
+SharedLibrary::SharedLibrary(SharedLibrary&& other) noexcept {
+  *this = std::move(other);
+}
+
+SharedLibrary& SharedLibrary::operator=(SharedLibrary&& other) noexcept {
+  if (this == &other) return *this;
+  Close();
+  handle_ = std::exchange(other.handle_, nullptr);
+  name_ = std::exchange(other.name_, {});
+  reason_ = std::exchange(other.reason_, {});
+  return *this;
+}
+
+std::string SharedLibrary::TryToOpen(const std::string& name, const Exports& required) {
+  // An empty name would open the program itself, and the open of a pipe would never return.
+  if (name.empty()) return "no name";
+  std::error_code error;
+  if (IsPath(name) && !std::filesystem::exists(name, error)) return "not found";
+  if (IsPath(name) && !std::filesystem::is_regular_file(name, error)) return "not a file";
+  // All that it needs is bound at once, so that nothing is found missing in the middle of a call.
+  handle_ = ::dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+  if (handle_ == nullptr) return LoaderWords(name);
+  std::string missing = MissingOf(required);
+  if (missing.empty()) {
+    name_ = name;
+  } else {
+    Close();
+    missing.insert(0, "lacks ");
+  }
+  return missing;
+}
+
+std::string SharedLibrary::MissingOf(const Exports& required) const {
+  std::vector<std::string> missing;
+  for (const auto& choice : required) {
+    const bool found = std::any_of(choice.begin(), choice.end(), [this](const std::string& name) {
+      return FindAddress(name.c_str()) != nullptr;
+    });
+    if (!found) missing.push_back(Join(choice, " or "));
+  }
+  return Join(missing, ", ");
+}
+
+void* SharedLibrary::FindAddress(const char* name) const {
+  return handle_ != nullptr ? ::dlsym(handle_, name) : nullptr;
+}
+
+void SharedLibrary::Close() {
+  if (handle_ != nullptr) ::dlclose(handle_);
+  handle_ = nullptr;
+  name_.clear();
+}
+
+}  // namespace oriolemark

@@ -1,0 +1,368 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "controller/records/ControlFile.h"
+#include "support/ControllerBench.h"
+
+namespace oriolemark {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kSignature = "\"Tavik Technologies TX5000 Controller\"\r\n";
+const char* const kInvalid = "File Format is Invaild !";
+const char* const kQuestion = "Save the changes to the Control File";
+constexpr uid_t kNobody = 65534;
+
+// Numbers of the record in the order of the file, behind the signature.
+constexpr std::size_t kOrder[] = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
+                                  15, 16, 17, 18, 19, 21, 22, 23, 24, 25, 26, 29, 30, 32,
+                                  31, 27, 28, 33, 34, 35, 37, 36, 38, 39, 40, 41};
+
+std::string FileOf(const CtrlSettings& settings) {
+  std::string bytes = kSignature;
+  for (const std::size_t number : kOrder) bytes += "\"" + settings.*kRecord[number] + "\"\r\n";
+  return bytes;
+}
+
+class ControlFile : public ::testing::Test {
+ protected:
+  ControlFile() {
+    std::string pattern = fs::temp_directory_path() / "control.XXXXXX";
+    folder = mkdtemp(pattern.data());
+    chmod(folder.c_str(), 0777);
+    path = folder + "/a.cfx";
+  }
+  ~ControlFile() override { fs::remove_all(folder); }
+
+  static std::string Bytes(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+  }
+  static void Put(const std::string& file, const std::string& bytes) {
+    std::ofstream(file, std::ios::binary) << bytes;
+  }
+  // What a numbered record holds after the reading of this file.
+  CtrlSettings ReadBytes(const std::string& bytes) {
+    Put(path, bytes);
+    CtrlSettings settings = Numbered("old");
+    ReadControlFile(path, settings, bench.prompts);
+    return settings;
+  }
+  // Runs the action as a user without rights of any kind.
+  static void AsNobody(const std::function<void()>& action) {
+    const uid_t self = geteuid();
+    ASSERT_EQ(self == 0 ? seteuid(kNobody) : 0, 0);
+    action();
+    ASSERT_EQ(seteuid(self), 0);
+  }
+
+  ControllerBench bench;
+  std::string folder;
+  std::string path;
+};
+
+TEST_F(ControlFile, IsWrittenInItsOwnOrderAndReadBackWithoutTheMemoryOffset) {
+  for (const char* const name : {"/a.cfx", "/\xC3\xA4 & b.txt"}) {
+    bench.settings = Numbered("v, ][\\ \xE4");
+    bench.document.CtrlFileName.clear();
+    bench.document.CtrlChanged = true;
+    bench.prompts.paths = {folder + name};
+    bench.module.main.mnuFileSaveCtrlFile.Click();
+    EXPECT_EQ(Bytes(folder + name), FileOf(bench.settings));
+    EXPECT_FALSE(bench.document.CtrlChanged);
+    EXPECT_EQ(bench.document.CtrlFileName, folder + name);
+    CtrlSettings expected = bench.settings;
+    bench.settings = Numbered("other");
+    expected.MemOffset = "other20";
+    bench.prompts.paths = {folder + name};
+    bench.controller.mnuOpenCtrl.Click();
+    EXPECT_EQ(Listed(bench.settings), Listed(expected));
+  }
+}
+
+TEST_F(ControlFile, CutAtAnyByteKeepsTheOldValuesOfTheLinesItDoesNotHold) {
+  const std::string whole = FileOf(Numbered("v"));
+  for (std::size_t length = 0; length <= whole.size(); ++length) {
+    CtrlSettings expected = Numbered("old");
+    const bool signedFile = length >= kSignature.size() - 2;
+    std::size_t end = kSignature.size();
+    for (const std::size_t number : kOrder) {
+      end += (Numbered("v").*kRecord[number]).size() + 4;
+      if (length >= end - 2) expected.*kRecord[number] = "v" + std::to_string(number);
+    }
+    ASSERT_EQ(Listed(ReadBytes(whole.substr(0, length))), Listed(expected)) << length;
+    ASSERT_EQ(bench.Told(), std::vector<std::string>(signedFile ? 0 : 1, kInvalid)) << length;
+  }
+}
+
+TEST_F(ControlFile, OfBadBytesOnlyTheSignatureIsTold) {
+  const std::string good = FileOf(Numbered("v"));
+  std::string lower = good;
+  lower[1] = 't';
+  std::string lineFeeds = good;
+  std::erase(lineFeeds, '\r');
+  const std::tuple<const char*, std::string, bool> rows[] = {
+      {"nothing", "", true},
+      {"other case", lower, true},
+      {"without quotes", good.substr(1), true},
+      {"a line before", "\r\n" + good, true},
+      {"a blank behind", "\"Tavik Technologies TX5000 Controller \"" + good, true},
+      {"binary", std::string("\0\xFF\x1A\"\n", 5) + good, true},
+      {"LF alone", lineFeeds, false},
+      {"lines behind", good + "\"more\"\r\n", false}};
+  for (const auto& [name, bytes, invalid] : rows) {
+    SCOPED_TRACE(name);
+    CtrlSettings expected = Numbered(invalid ? "old" : "v");
+    expected.MemOffset = "old20";
+    EXPECT_EQ(Listed(ReadBytes(bytes)), Listed(expected));
+    const Message message{.text = kInvalid, .icon = MessageIcon::Critical};
+    EXPECT_EQ(std::exchange(bench.prompts.shown, {}), std::vector<Message>(invalid, message));
+  }
+  CtrlSettings strange = Numbered("v");
+  strange.CH1Offset = std::string("a\0b", 3);
+  strange.CH2Offset = "a\"b,\"";
+  EXPECT_EQ(ReadBytes(FileOf(strange)).CH1Offset, strange.CH1Offset) << "NUL is a byte as any";
+  strange.CH2Offset = strange.MemOffset = "";
+  CtrlSettings read = ReadBytes(FileOf(strange));
+  read.CH2Offset = read.MemOffset = "";
+  EXPECT_EQ(Listed(read), Listed(strange)) << "the other lines";
+  Put(path, kSignature);
+  fs::resize_file(path, 100'000'000);
+  CtrlSettings kept = Numbered("old");
+  ReadControlFile(path, kept, bench.prompts);
+  EXPECT_EQ(Listed(kept), Listed(Numbered("old"))) << "of 100 MB without a line end";
+  EXPECT_TRUE(bench.Told().empty());
+}
+
+TEST_F(ControlFile, ThatCannotBeReadOrWrittenIsToldAndBecomesTheCurrentOne) {
+  const std::tuple<const char*, std::function<void()>, const char*, const char*> rows[] = {
+      {"missing", [] {}, "No such file or directory", nullptr},
+      {"folder", [this] { fs::create_directory(path); }, "Is a directory", "Is a directory"},
+      {"locked", [this] { Put(path, "x"), chmod(path.c_str(), 0); }, "Permission denied",
+       "Permission denied"},
+      {"read-only", [this] { Put(path, "x"), chmod(path.c_str(), 0444); }, kInvalid,
+       "Permission denied"},
+      {"pipe", [this] { mkfifo(path.c_str(), 0666); }, "", ""},
+      {"no folder", [this] { path = folder + "/none/a.cfx"; }, "No such file or directory",
+       "No such file or directory"}};
+  for (const auto& [name, prepare, readError, writeError] : rows) {
+    SCOPED_TRACE(name);
+    fs::remove_all(path);
+    prepare();
+    bench.settings = Numbered("v");
+    bench.controller.BuildCtrlTree();
+    bench.tree.Click(bench.Node("Display"));
+    const auto expect = [&, file = path](const std::string& told) {
+      ASSERT_EQ(bench.prompts.shown.size(), 1u);
+      const Message& message = bench.prompts.shown[0];
+      EXPECT_EQ(message.icon, MessageIcon::Critical);
+      if (!told.empty()) {
+        EXPECT_EQ(message.text + message.systemText, told);
+      }
+      bench.prompts.shown.clear();
+      EXPECT_EQ(bench.document.CtrlFileName, file);
+      EXPECT_FALSE(bench.document.CtrlChanged);
+      EXPECT_EQ(bench.store.Read("Recent Ctrl", "RecentFile1"), file);
+      EXPECT_EQ(Listed(bench.settings), Listed(Numbered("v")));
+    };
+    AsNobody([&] { bench.controller.OpenCtrl(path); });
+    expect(readError);
+    EXPECT_TRUE(bench.tree.Expanded(bench.Node("Running Control")));
+    EXPECT_EQ(bench.tree.Selected(), bench.tree.First());
+    if (writeError == nullptr) continue;
+    bench.document.CtrlChanged = true;
+    AsNobody([&] { bench.controller.mnuSaveCtrl.Click(); });
+    expect(writeError);
+  }
+}
+
+TEST_F(ControlFile, AsksAboutChangesBeforeTheyWouldBeLost) {
+  frmCtrlList& controller = bench.controller;
+  const std::tuple<const char*, std::function<void()>, const char*> commands[] = {
+      {"New", [&] { controller.mnuNewCtrl.Click(); }, "RUN"},
+      {"Open", [&] { controller.mnuOpenCtrl.Click(); }, "f1"},
+      {"OpenCtrl", [&] { controller.OpenCtrl(folder + "/f"); }, "f1"},
+      {"close", [&] { bench.module.main.Close(); }, "v1"}};
+  for (const auto& [name, run, runState] : commands) {
+    for (const std::string& file : {std::string(), path}) {
+      for (const auto answer :
+           {MessageAnswer::Ok, MessageAnswer::Cancel, MessageAnswer::No, MessageAnswer::Yes}) {
+        SCOPED_TRACE(name + (" " + file) + std::to_string(static_cast<int>(answer)));
+        if (bench.waiting.Closing()) break;
+        const bool asked = answer != MessageAnswer::Ok;
+        if (!asked && name == std::string("close")) continue;
+        Put(folder + "/f", FileOf(Numbered("f")));
+        fs::remove(path);
+        bench.settings = Numbered("v");
+        bench.document = {.CtrlFileName = file, .CtrlChanged = asked, .CtrlModelReady = true};
+        bench.prompts.questions.clear();
+        // A new document is asked for its name, which is cancelled; then for what to open.
+        const bool named = answer != MessageAnswer::Yes || !file.empty();
+        bench.prompts.paths = {folder + "/f"};
+        if (!named) bench.prompts.paths.push_front("");
+        if (asked) bench.prompts.AnswerNext(answer);
+        run();
+        const bool cancelled = answer == MessageAnswer::Cancel;
+        EXPECT_EQ(bench.settings.RunStop, cancelled ? "v1" : runState);
+        EXPECT_EQ(fs::exists(path), answer == MessageAnswer::Yes && named);
+        EXPECT_EQ(bench.document.CtrlChanged,
+                  asked && (cancelled || bench.waiting.Closing()) && !fs::exists(path));
+        const std::string question = file.empty() ? kQuestion : kQuestion + (" " + file);
+        EXPECT_EQ(bench.prompts.shown.size(), asked ? 1u : 0u);
+        if (asked) {
+          EXPECT_EQ(bench.prompts.shown[0].buttons, MessageButtons::YesNoCancel);
+        }
+        EXPECT_EQ(bench.Told(), std::vector<std::string>(asked, question));
+      }
+    }
+  }
+  EXPECT_TRUE(bench.waiting.Closing());
+}
+
+TEST_F(ControlFile, DialogsHaveTheirTitlesAndACancelEndsTheCommand) {
+  const std::string files = "Control Files (*.cfx)|*.cfx";
+  bench.settings = Numbered("v");
+  bench.document.CtrlFileName = path;
+  bench.controller.mnuSaveAsCtrl.Click();
+  bench.controller.mnuOpenCtrl.Click();
+  EXPECT_EQ(bench.document.CtrlFileName, path);
+  bench.document.CtrlFileName.clear();
+  bench.document.CtrlChanged = true;
+  bench.controller.mnuSaveCtrl.Click();
+  EXPECT_TRUE(bench.document.CtrlChanged && bench.document.CtrlFileName.empty());
+  EXPECT_EQ(Listed(bench.settings), Listed(Numbered("v")));
+  EXPECT_EQ(bench.prompts.questions,
+            (std::vector<FileQuestion>{
+                {FileAction::Save, "Save", files + "|Text Files (*.txt)|*.txt|All Files (*.*)|*.*"},
+                {FileAction::Open, "Open", files},
+                {FileAction::Save, "Save", files}}));
+  EXPECT_TRUE(fs::is_empty(folder));
+}
+
+TEST_F(ControlFile, IsWhollyOldOrWhollyNewWhenTheProgramIsKilledWhileSaving) {
+  const std::string texts[] = {FileOf(Numbered("v")), FileOf(Numbered(std::string(3000, 'w')))};
+  Put(path, texts[0]);
+  int seen[2] = {};
+  int saves[2];
+  ASSERT_EQ(pipe(saves), 0);
+  for (int i = 0; i < 100; ++i) {
+    const pid_t child = fork();
+    if (child == 0) {
+      const CtrlSettings two[] = {Numbered("v"), Numbered(std::string(3000, 'w'))};
+      for (int turn = i;; ++turn) {
+        WriteControlFile(path, two[turn % 2], bench.prompts);
+        if (turn == i && write(saves[1], "", 1) != 1) _exit(1);
+      }
+    }
+    ASSERT_GT(child, 0);
+    char saved = 0;
+    EXPECT_EQ(read(saves[0], &saved, 1), 1);
+    usleep(static_cast<useconds_t>(37 * i));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    const std::string bytes = Bytes(path);
+    ASSERT_TRUE(bytes == texts[0] || bytes == texts[1]) << bytes.size();
+    ++seen[bytes == texts[1]];
+  }
+  for (const int end : saves) close(end);
+  EXPECT_TRUE(seen[0] > 0 && seen[1] > 0);
+  EXPECT_LE(std::distance(fs::directory_iterator(folder), {}), 2) << "leftovers do not pile up";
+}
+
+TEST_F(ControlFile, SavingFollowsLinksKeepsTheModeAndOutlivesAFullDiskAndALockedFolder) {
+  const std::string target = folder + "/target";
+  const std::string text = FileOf(Numbered("v"));
+  const auto save = [&](const std::string& file) {
+    WriteControlFile(file, Numbered("v"), bench.prompts);
+    EXPECT_TRUE(bench.Told().empty());
+  };
+  Put(target, "old");
+  chmod(target.c_str(), 0640);
+  fs::create_symlink("target", path);
+  fs::create_symlink("a.cfx", folder + "/again");
+  save(folder + "/again");
+  EXPECT_TRUE(fs::is_symlink(path) && fs::is_symlink(folder + "/again"));
+  EXPECT_EQ(Bytes(target), text);
+  EXPECT_EQ(static_cast<int>(fs::status(target).permissions()), 0640);
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 3) << "nothing is left beside it";
+
+  rlimit limit{};
+  getrlimit(RLIMIT_FSIZE, &limit);
+  const rlimit full{100, limit.rlim_max};
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  Put(target, "old");
+  setrlimit(RLIMIT_FSIZE, &full);
+  save(target);
+  setrlimit(RLIMIT_FSIZE, &limit);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_EQ(Bytes(target), "old") << "a failed write is not told";
+
+  chmod(target.c_str(), 0666);
+  chmod(folder.c_str(), 0555);
+  AsNobody([&] { save(target); });
+  EXPECT_EQ(Bytes(target), text) << "in place";
+  chmod(folder.c_str(), 0777);
+}
+
+TEST_F(ControlFile, RecentOnesComeInOrderWithoutRepeatAndTheFifthDrops) {
+  const MenuEntry& root = bench.module.main.mnuRecentCtrlRoot;
+  EXPECT_FALSE(root.Enabled());
+  const auto stored = [&] {
+    std::string values;
+    for (const char* key : {"RecentFile1", "RecentFile2", "RecentFile3", "RecentFile4"}) {
+      values += bench.store.Read("Recent Ctrl", key).value_or("none") + ";";
+    }
+    return values;
+  };
+  for (const auto& row : Rows(R"(
+a b | a b;none;none;none; || a b | a b;none;none;none; || ä & c | ä & c;a b;none;none; || d | d;ä & c;a b;none;
+ä & c | ä & c;d;a b;none; || e | e;ä & c;d;a b; || d | d;e;ä & c;a b; || a b | a b;d;e;ä & c;
+f | f;a b;d;e;
+)")) {
+    bench.controller.OpenCtrl(row[0]);
+    EXPECT_EQ(stored(), row[1]);
+    EXPECT_TRUE(root.Enabled());
+  }
+  bench.controller.OpenCtrl("x & y");
+  bench.prompts.shown.clear();
+  bench.document.CtrlFileName.clear();
+  EXPECT_EQ(root.submenu[0]->Caption(), "x && y");
+  root.submenu[0]->Click();
+  EXPECT_EQ(bench.Told(), std::vector<std::string>{"No such file or directory"});
+  EXPECT_EQ(bench.document.CtrlFileName, "x & y");
+  EXPECT_EQ(stored(), "x & y;f;a b;d;") << "a file that has gone stays";
+  EXPECT_FALSE(bench.store.Read("Recent Ctrl", "RecentFile5") ||
+               bench.store.Read("Recent Sheet", "RecentFile1"));
+}
+
+TEST_F(ControlFile, TheLatestIsLoadedAtTheStartWhereTheUserWantsIt) {
+  Put(path, FileOf(Numbered("f")));
+  for (const char* const wanted : {"True", "-1", "False", "0"}) {
+    for (const std::string& file : {path, folder + "/gone"}) {
+      ProgramBench start;
+      start.Store("General", "StartupLoadCtrl", wanted);
+      start.Store("Recent Ctrl", "RecentFile1", file);
+      start.Store("Recent Ctrl", "RecentFile2", "b");
+      start.RunUntil(500);
+      const bool loads = *wanted == 'T' || *wanted == '-';
+      EXPECT_EQ(start.module.settings.RunStop, loads && file == path ? "f1" : "RUN");
+      EXPECT_EQ(start.module.controlDocument.CtrlFileName, loads ? file : "");
+      EXPECT_EQ(start.prompts.shown.size(), loads && file != path ? 1u : 0u);
+      const MenuEntry& root = start.module.main.mnuRecentCtrlRoot;
+      EXPECT_TRUE(root.Enabled() && root.submenu[1]->Visible() && !root.submenu[2]->Visible());
+      EXPECT_EQ(root.submenu[0]->Caption() + root.submenu[1]->Caption(), file + "b");
+    }
+  }
+}
+
+}  // namespace
+}  // namespace oriolemark

@@ -1,0 +1,368 @@
+#include <gtest/gtest.h>
+
+#include "support/ControllerBench.h"
+
+namespace oriolemark {
+namespace {
+
+const std::string kTimeBaseAsked =
+    ":TimeBase:TRIGGER DELAY:?;:TimeBase:Holdoff:?;:DATA:SysMemSize:?";
+const std::string kTimeBaseRead = "Delay [7 us], Holdoff [250ns], Memory Size [8000]";
+
+// What the instrument answers, whatever it was sent.
+const char* const kAnswers = R"(
+:CHANNEL1:RANGE:? |  10.0 V || :CHANNEL2:RANGE:? |  10.0 V || :TimeBase:RANGE:? | 50.00us
+:TimeBase:TRIGGER DELAY:? | 7 us || :TimeBase:Holdoff:? | 250ns || :DATA:SysMemSize:? | 8000
+:TimeBase:FORMAT:? | X-Y || :DISPLAY:TYPE:? | DOT || :ACQUIRE:SAMPLING:? | REAL_TIME
+:TRIGGER:PULSE WIDTH:? | 3 us || :TRIGGER:Source:? | EXT || :TRIGGER:SLOPE:? | FALLING
+:TRIGGER:MODE:? | NORMAL || :TRIGGER:COUPLING:? | HF || :TRIGGER:LEVEL:? | 0.04div
+:TRIGGER:PULSE MODE:? | -EQUAL || :TRIGGER:POLARITY:? | NEGATIVE || :TRIGGER:SYNC:? | ODD FIELD
+:TRIGGER:LINE_NUM:? | 7 || :TRIGGER:VIDEO STANDARD:? | NTSC
+)";
+
+struct EditBench : ControllerBench {
+  explicit EditBench(const std::string& method = "EDGE", const std::string& mode = "AUTO") {
+    for (const auto& row : Rows(kAnswers)) port.lies[row[0]] = row[1] + "\n";
+    Connect();
+    settings.TrigMethod = method;
+    settings.TrigMode = mode;
+    settings.CH2Display = "ON";
+    controller.BuildCtrlTree();
+  }
+};
+
+// The rows of a table, those of a channel for both of them.
+std::vector<std::vector<std::string>> RowsOfBothChannels(const char* table) {
+  const std::string text = table;
+  auto rows = Rows(Filled(text, '#', "1"));
+  for (const auto& row : Rows(Filled(text, '#', "2"))) {
+    if (row[0] == "CH2") rows.push_back(row);
+  }
+  return rows;
+}
+
+struct EditRow {
+  std::string group;
+  std::string label;
+  std::string entry;    // the row picked or the number typed
+  std::string sent;     // "@" for the questions about the time base
+  std::string changed;  // the nodes that are new afterwards, "@" for those of the time base
+  bool nodeFirst;       // record and node change before the command leaves
+  std::string method;
+  std::string mode;
+};
+
+std::vector<EditRow> Edits() {
+  static const char* const kEdits = R"(
+Running Control | Run|Stop | STOP | :STOP | Run|Stop [STOP] | node | EDGE | AUTO
+Running Control | Run|Stop | RUN | :RUN | - | node | EDGE | AUTO
+Running Control | Run|Stop | RUN | :KEY:RUN | - | node | EDGE | SINGLE
+Running Control | Run|Stop | STOP | :STOP | Run|Stop [STOP] | node | VIDEO | SINGLE
+CH# | Display | OFF | :CHANNEL#:DISPLAY:OFF | Display [OFF] | node | EDGE | AUTO
+CH# | Display | ON | :CHANNEL#:DISPLAY:ON;:CHANNEL#:RANGE:1.00V | - | node | EDGE | AUTO
+CH# | Volt/Div | 2.00mV | :CHANNEL#:RANGE:2.00mV | Volt/Div [2.00mV] | node | EDGE | AUTO
+CH# | Offset | -12.00div | :CHANNEL#:OFFSET:-12.00div | Offset [-12.00div] | node | EDGE | AUTO
+CH# | Coupling | DC | :CHANNEL#:COUPLING:DC | Coupling [DC] | node | EDGE | AUTO
+CH# | BW Limit | ON | :CHANNEL#:BWLimit:ON | BW Limit [ON] | node | EDGE | AUTO
+CH# | Probe | 10X | :CHANNEL#:PROBE:10X;:CHANNEL#:RANGE:? | Volt/Div [10.0V], Probe [10X] | node | EDGE | AUTO
+Time Base | Time/Div | 20.00us | :TimeBase:RANGE:20.00us;:TimeBase:RANGE:?;@;:DISPLAY:TYPE:? | Time/Div [50.00us], @, Type [DOT] | wire | EDGE | AUTO
+Time Base | Delay | 5e-4 | :TimeBase:RANGE:?;:TimeBase:TRIGGER DELAY:0.5ms;@ | @ | wire | EDGE | AUTO
+Time Base | Delay | -1 | :TimeBase:RANGE:?;:TimeBase:TRIGGER DELAY:-700000.0ns;@ | @ | wire | EDGE | AUTO
+Time Base | Delay | 1.5 | :TimeBase:RANGE:?;:TimeBase:TRIGGER DELAY:1s;@ | @ | wire | EDGE | AUTO
+Time Base | Holdoff | 1e-6 | :TimeBase:Holdoff:1.0us;@ | @ | wire | EDGE | AUTO
+Time Base | Format | Y-T | :TimeBase:FORMAT:Y-T;:TimeBase:FORMAT:?;@ | @, Format [X-Y] | wire | EDGE | AUTO
+Trigger | Slope | FALLING | :TRIGGER:SLOPE:FALLING | Slope [FALLING] | node | EDGE | AUTO
+Trigger | Source | AC | :TRIGGER:Source:AC | Source [AC] | node | EDGE | AUTO
+Trigger | Mode | SINGLE | :TRIGGER:MODE:SINGLE | Mode [SINGLE] | node | EDGE | AUTO
+Trigger | Coupling | LF | :TRIGGER:COUPLING:LF | Coupling [LF] | node | EDGE | AUTO
+Trigger | Level | -0.04div | :TRIGGER:LEVEL:-0.04div | Level [-0.04div] | node | EDGE | AUTO
+Trigger | Source | EXT5 | :TRIGGER:Source:EXT5 | Source [EXT5] | node | PULSE | AUTO
+Trigger | Pulse mode | -MORE THAN | :TRIGGER:PULSE MODE:-MORE THAN | Pulse mode [-MORE THAN] | node | PULSE | AUTO
+Trigger | Pulse width | 2e-6 | :TRIGGER:PULSE WIDTH:0.002ms;:TRIGGER:PULSE WIDTH:? | Pulse width [3 us] | wire | PULSE | AUTO
+Trigger | Mode | NORMAL | :TRIGGER:MODE:NORMAL | Mode [NORMAL] | node | PULSE | AUTO
+Trigger | Coupling | AC | :TRIGGER:COUPLING:AC | Coupling [AC] | node | PULSE | AUTO
+Trigger | Level | 0.04div | :TRIGGER:LEVEL:0.04div | Level [0.04div] | node | PULSE | AUTO
+Trigger | Source | CH2 | :TRIGGER:Source:CH2 | Source [CH2] | node | VIDEO | AUTO
+Trigger | Source | EXT | :TRIGGER:Source:EXT | Source [EXT] | node | none | AUTO
+Trigger | Polarity | NEGATIVE | :TRIGGER:POLARITY:NEGATIVE | Polarity [NEGATIVE] | node | VIDEO | AUTO
+Trigger | Sync | LINE Number | :TRIGGER:SYNC:LINE Number | Sync [LINE Number] | node | VIDEO | AUTO
+Trigger | Line number | 625 | :TRIGGER:LINE_NUM:625 | Line number [625] | node | VIDEO | AUTO
+Trigger | Video Standard | PAL/SECAM | :TRIGGER:VIDEO STANDARD:PAL/SECAM | Video Standard [PAL/SECAM] | node | VIDEO | AUTO
+Acquire | Sampling Mode | EQU_TIME | :ACQUIRE:SAMPLING:EQU_TIME;:ACQUIRE:SAMPLING:? | Sampling Mode [REAL_TIME] | wire | EDGE | AUTO
+Acquire | Acquisition | AVERAGE | :ACQUIRE:ACQUISITION:AVERAGE | Acquisition [AVERAGE] | wire | EDGE | AUTO
+Acquire | Averages | 256 | :ACQUIRE:AVERAGES:256 | Averages [256] | wire | EDGE | AUTO
+Acquire | Intensity | 100% | :ACQUIRE:INTENSITY:100% | Intensity [100%] | wire | EDGE | AUTO
+Acquire | Anti-aliasing | ON | :ACQUIRE:ANTI-ALIASING:ON | Anti-aliasing [ON] | wire | EDGE | AUTO
+Display | Type | VECT | :DISPLAY:TYPE:VECT;:DISPLAY:TYPE:? | Type [DOT] | wire | EDGE | AUTO
+Display | Persist | ON | :DISPLAY:PERSIST:ON | Persist [ON] | wire | EDGE | AUTO
+Display | Grid | NONE | :DISPLAY:GRID:NONE | Grid [NONE] | wire | EDGE | AUTO
+)";
+  std::vector<EditRow> edits;
+  for (const auto& row : RowsOfBothChannels(kEdits)) {
+    edits.push_back({row[0], row[1], row[2], Filled(row[3], '@', kTimeBaseAsked),
+                     Filled(row[4], '@', kTimeBaseRead), row[5] == "node", row[6], row[7]});
+  }
+  return edits;
+}
+
+TEST(EditDialog, OkChangesTheRecordTheNodesAndTheInstrument) {
+  for (const EditRow& row : Edits()) {
+    SCOPED_TRACE(row.group + " " + row.label + " " + row.entry + " " + row.method);
+    EditBench bench(row.method, row.mode);
+    const std::vector<std::string> before = bench.AllLeaves();
+    Milliseconds took{0};
+    bench.Edit(bench.Node(row.group, row.label), [&] {
+      const bool runState = row.label == "Run|Stop";
+      EXPECT_EQ(bench.dialog.CtrlDialogKey, runState ? row.label : row.group + row.label);
+      EXPECT_EQ(bench.dialog.Frame.Text(), row.label);
+      took -= bench.clock.Now();
+      bench.Confirm(row.entry);
+      took += bench.clock.Now();
+      EXPECT_FALSE(bench.dialog.Loaded());
+    });
+    EXPECT_EQ(bench.Sent(), row.sent);
+    EXPECT_EQ(bench.ChangedSince(before), row.changed);
+    EXPECT_TRUE(bench.document.CtrlChanged);
+    EXPECT_TRUE(bench.Told().empty());
+    const std::vector<std::string> shown = bench.AllLeaves();
+    bench.controller.BuildCtrlTree();
+    EXPECT_EQ(bench.AllLeaves(), shown) << "the tree shows what the record holds";
+    if (row.label == "Probe") {
+      EXPECT_TRUE(took > Milliseconds(310) && took < Milliseconds(330)) << "with 200 ms of rest";
+    }
+  }
+}
+
+TEST(EditDialog, OnADeadLineEachCommandIsTriedInItsOrderAndTheEditEnds) {
+  for (const EditRow& row : Edits()) {
+    SCOPED_TRACE(row.group + " " + row.label + " " + row.entry + " " + row.method);
+    EditBench bench(row.method, row.mode);
+    const std::vector<std::string> before = bench.AllLeaves();
+    bench.Edit(bench.Node(row.group, row.label), [&] {
+      bench.port.fails = "Input/output error";
+      bench.prompts.AnswerNext(MessageAnswer::Ok, Milliseconds(100));
+      bench.At(50, [&] {
+        const bool stored = row.nodeFirst && !row.changed.empty();
+        EXPECT_EQ(bench.ChangedSince(before), stored ? row.label + " [" + row.entry + "]" : "");
+      });
+      bench.Confirm(row.entry);
+    });
+    const auto tried = 1 + std::ranges::count(row.sent, ';');
+    EXPECT_EQ(bench.Told(),
+              std::vector<std::string>(static_cast<std::size_t>(tried), "Input/output error"));
+    EXPECT_TRUE(bench.document.CtrlChanged);
+    bench.ExpectRest();
+  }
+}
+
+TEST(EditDialog, AMethodIsSentAndItsOwnValuesReadEvenWhenItIsTheSame) {
+  const std::tuple<const char*, const char*, const char*> rows[] = {
+      {"EDGE",
+       ":TRIGGER:METHOD:EDGE;:TRIGGER:Source:?;:TRIGGER:SLOPE:?;:TRIGGER:MODE:?;"
+       ":TRIGGER:COUPLING:?;:TRIGGER:LEVEL:?",
+       "Method [EDGE], Slope [FALLING], Source [EXT], Mode [NORMAL], Coupling [HF], "
+       "Level [0.04div]"},
+      {"PULSE",
+       ":TRIGGER:METHOD:PULSE;:TRIGGER:Source:?;:TRIGGER:PULSE MODE:?;:TRIGGER:PULSE WIDTH:?;"
+       ":TRIGGER:MODE:?;:TRIGGER:COUPLING:?;:TRIGGER:LEVEL:?",
+       "Method [PULSE], Source [EXT], Pulse mode [-EQUAL], Pulse width [3 us], Mode [NORMAL], "
+       "Coupling [HF], Level [0.04div]"},
+      {"VIDEO",
+       ":TRIGGER:METHOD:VIDEO;:TRIGGER:Source:?;:TRIGGER:POLARITY:?;:TRIGGER:SYNC:?;"
+       ":TRIGGER:LINE_NUM:?;:TRIGGER:VIDEO STANDARD:?",
+       "Method [VIDEO], Source [EXT], Polarity [NEGATIVE], Sync [ODD FIELD], Line number [7], "
+       "Video Standard [NTSC]"}};
+  for (const auto& [method, sent, trigger] : rows) {
+    EditBench bench;
+    bench.Edit(bench.Node("Trigger", "Method"), [&, text = method] { bench.Confirm(text); });
+    EXPECT_EQ(bench.Sent(), sent);
+    EXPECT_EQ(bench.Joined("Trigger"), trigger);
+    EXPECT_EQ(bench.settings.TrigLevel, method == std::string("VIDEO") ? "0.00div" : "0.04div");
+    EXPECT_TRUE(bench.document.CtrlChanged);
+  }
+}
+
+// The rows of a list, of a long one the first, the middle and the last.
+std::string Shown(const std::vector<std::string>& items) {
+  std::string shown = std::to_string(items.size());
+  if (items.size() > 10) {
+    return shown + " " + items.front() + ".." + items[items.size() / 2] + ".." + items.back();
+  }
+  for (std::size_t i = 0; i < items.size(); ++i) shown += (i == 0 ? " " : ",") + items[i];
+  return shown;
+}
+
+TEST(EditDialog, TheListsHoldTheirRowsInOrder) {
+  for (const auto& row : RowsOfBothChannels(R"(
+Running Control | Run|Stop | EDGE | 2 RUN,STOP || CH# | Display | EDGE | 2 ON,OFF
+CH# | Coupling | EDGE | 2 DC,AC || CH# | BW Limit | EDGE | 2 ON,OFF
+CH# | Probe | EDGE | 4 1X,10X,100X,1000X || CH# | Offset | EDGE | 601 12.00div..0.00div..-12.00div
+Time Base | Time/Div | EDGE | 33 1.000ns..200.0us..50.00s || Time Base | Format | EDGE | 2 Y-T,X-Y
+Trigger | Method | EDGE | 3 EDGE,PULSE,VIDEO || Trigger | Source | EDGE | 5 CH1,CH2,EXT,EXT5,AC
+Trigger | Source | PULSE | 4 CH1,CH2,EXT,EXT5 || Trigger | Source | VIDEO | 4 CH1,CH2,EXT,EXT5
+Trigger | Slope | EDGE | 2 RISING,FALLING || Trigger | Mode | EDGE | 3 AUTO,NORMAL,SINGLE
+Trigger | Coupling | EDGE | 4 DC,AC,HF,LF
+Trigger | Level | EDGE | 601 12.00div..0.00div..-12.00div
+Trigger | Polarity | VIDEO | 2 NEGATIVE,POSITIVE
+Trigger | Sync | VIDEO | 4 ALL LINE,LINE Number,ODD FIELD,EVEN FIELD
+Trigger | Video Standard | VIDEO | 2 NTSC,PAL/SECAM
+Trigger | Pulse mode | PULSE | 6 +LESS THAN,+MORE THAN,+EQUAL,-LESS THAN,-MORE THAN,-EQUAL
+Acquire | Sampling Mode | EDGE | 2 EQU_TIME,REAL_TIME
+Acquire | Acquisition | EDGE | 4 NORMAL,ENVELOPE,AVERAGE,ANALOG
+Acquire | Averages | EDGE | 8 2,4,8,16,32,64,128,256
+Acquire | Intensity | EDGE | 100 1%..51%..100% || Acquire | Anti-aliasing | EDGE | 2 ON,OFF
+Display | Type | EDGE | 2 VECT,DOT || Display | Persist | EDGE | 2 ON,OFF
+Display | Grid | EDGE | 3 FULL,HALF,NONE
+)")) {
+    SCOPED_TRACE(row[0] + " " + row[1] + " " + row[2]);
+    EditBench bench(row[2]);
+    bench.Edit(bench.Node(row[0], row[1]), [&] {
+      EXPECT_EQ(Shown(bench.dialog.Combo.Items()), row[3]);
+      EXPECT_TRUE(bench.dialog.Combo.Visible());
+      EXPECT_FALSE(bench.dialog.inputTxt.Visible() || bench.dialog.cmdEnter[0].Visible());
+    });
+  }
+}
+
+TEST(EditDialog, RangesGoByTheProbeAndLinesByTheStandard) {
+  for (const auto& row : Rows(R"(
+CH1 | Volt/Div | 1X,10X | 11 2.00mV..100mV..5.00V
+CH2 | Volt/Div | 1X,10X | 11 20.0mV..1.00V..50.0V
+CH1 | Volt/Div | 100X,1X | 11 200mV..10.0V..500V
+CH2 | Volt/Div | 1X,1000X | 11 2.00V..100V..5kV || CH2 | Volt/Div | 1X,5X | 0
+Trigger | Line number | NTSC | 525 1..263..525
+Trigger | Line number | PAL/SECAM | 625 1..313..625 || Trigger | Line number | - | 625 1..313..625
+)")) {
+    SCOPED_TRACE(row[1] + row[2]);
+    EditBench bench("VIDEO");
+    bench.settings.VideoStandard = row[2];
+    bench.settings.CH1Probe = row[2].substr(0, row[2].find(','));
+    bench.settings.CH2Probe = row[2].substr(row[2].find(',') + 1);
+    bench.Edit(bench.Node(row[0], row[1]),
+               [&] { EXPECT_EQ(Shown(bench.dialog.Combo.Items()), row[3]); });
+  }
+}
+
+TEST(EditDialog, OpensOnTheValueOfTheNodeAndOneThatIsNotOnOfferSelectsNothing) {
+  EditBench bench("VIDEO");
+  bench.settings.Grid = "HALF";  // the node still reads FULL
+  bench.Edit(bench.Node("Display", "Grid"), [&] {
+    EXPECT_EQ(bench.dialog.Combo.Text(), "FULL");
+    bench.dialog.cmdCancel.Click();
+    EXPECT_FALSE(bench.dialog.Loaded());
+  });
+  EXPECT_EQ(bench.Sent() + bench.settings.Grid, "HALF");
+  EXPECT_FALSE(bench.document.CtrlChanged) << "Cancel changes nothing";
+  bench.Edit(bench.Node("Trigger", "Sync"), [&] {
+    EXPECT_EQ(bench.dialog.Combo.Text(), "");
+    EXPECT_EQ(bench.dialog.Combo.ListIndex(), ComboBox::kNone);
+    bench.dialog.cmdOK.Click();
+  });
+  EXPECT_EQ(bench.Sent(), ":TRIGGER:SYNC:");
+  EXPECT_EQ(bench.Leaves("Trigger")[3], "Sync []");
+}
+
+TEST(EditDialog, ANumberWithItsUnitKeyGoesOutAsATimeAndAnythingElseStays) {
+  for (const auto& row : Rows(R"(
+1.5 | n | 0.0015us || 1000 | n | 1.0us || 20 | u | 0.02ms || 1 | m | 1.0ms || 1 | p | 0.001ns
+-2 | m | -2000000.0ns ||  5  | OK | 5.0s || +5 | OK | 5.0s || 1. | OK | 1.0s || .5 | OK | 0.5s
+1e-3 | OK | 1.0ms || 0 | OK | 0.0ns || -1 | OK | -1000000000.0ns || as it opens | OK | 0.1us
+- | OK | - || abc | OK | - || abc | n | - || 1,5 | OK | - || inf | u | - || nan | OK | -
+0x10 | OK | - || 1.2.3 | OK | - || 5s | OK | -
+)")) {
+    SCOPED_TRACE(row[0] + " " + row[1]);
+    EditBench bench;
+    CtrlDialog& dialog = bench.dialog;
+    const std::string before = Listed(bench.settings);
+    bench.Edit(bench.Node("Time Base", "Holdoff"), [&] {
+      EXPECT_FALSE(dialog.Combo.Visible());
+      EXPECT_TRUE(dialog.inputTxt.Visible() && dialog.cmdEnter[3].Visible());
+      EXPECT_EQ(dialog.inputTxt.Text(), "100.000E-9");
+      if (row[0] != "as it opens") dialog.inputTxt.SetText(row[0]);
+      const std::size_t key = std::string("munp").find(row[1]);
+      (key == std::string::npos ? dialog.cmdOK : dialog.cmdEnter[key]).Click();
+      EXPECT_EQ(dialog.Loaded(), row[2].empty());
+      if (dialog.Loaded()) {
+        EXPECT_EQ(dialog.inputTxt.Text(), row[0]);
+      }
+    });
+    EXPECT_EQ(bench.document.CtrlChanged, !row[2].empty());
+    EXPECT_EQ(bench.Sent(),
+              row[2].empty() ? "" : ":TimeBase:Holdoff:" + row[2] + ";" + kTimeBaseAsked);
+    if (!row[2].empty()) continue;
+    EXPECT_EQ(Listed(bench.settings), before);
+    EXPECT_EQ(
+        bench.prompts.shown,
+        (std::vector<Message>{{.text = "Enter number only", .icon = MessageIcon::Exclamation}}));
+  }
+}
+
+TEST(EditDialog, AValueMayHoldBracketsAndBackslashes) {
+  for (const char* const value : {"7\\]us", "7[\\]us", "7\\Delay [1us", "7us"}) {
+    EditBench bench;
+    bench.settings.Holdoff = value;
+    bench.controller.BuildCtrlTree();
+    bench.Edit(bench.Node("Time Base", "Holdoff"), [&] {
+      EXPECT_EQ(bench.dialog.CtrlDialogKey, "Time BaseHoldoff") << value;
+      EXPECT_EQ(bench.dialog.inputTxt.Text(), "7.000E-6") << value;
+    });
+  }
+}
+
+TEST(EditDialog, WithoutAnInstrumentEveryNodeAsksForOneAndWithOneSomeDoNothing) {
+  EditBench bench;
+  const std::string before = Listed(bench.settings);
+  std::vector<TreeNode> nodes = {bench.tree.First()};
+  for (std::size_t i = 0; i < nodes.size(); ++i) {
+    const std::vector<TreeNode> children = bench.tree.Children(nodes[i]);
+    nodes.insert(nodes.end(), children.begin(), children.end());
+  }
+  for (const bool connected : {true, false}) {
+    if (!connected) bench.controller.mnuDisconnect.Click();
+    bench.Sent();
+    for (const TreeNode node : nodes) {
+      if (connected && bench.tree.Children(node).empty()) continue;
+      bench.tree.Click(node);
+      bench.tree.KeyDown(13);
+      bench.tree.DoubleClick();
+      const Message message{.text = "Please Connect Oscilloscope First",
+                            .icon = MessageIcon::Exclamation};
+      EXPECT_EQ(std::exchange(bench.prompts.shown, {}),
+                std::vector<Message>(connected ? 0 : 2, message));
+      EXPECT_FALSE(bench.dialog.Loaded());
+    }
+    EXPECT_EQ(bench.Sent(), "");
+    EXPECT_EQ(Listed(bench.settings), before);
+  }
+}
+
+TEST(EditDialog, SomeNodesOnlySayOrSendSomething) {
+  EditBench bench;
+  bench.DoubleClick(bench.Node("Time Base", "Memory Size"));
+  EXPECT_EQ(
+      bench.prompts.shown,
+      (std::vector<Message>{{.text = "This Item Query Only", .icon = MessageIcon::Exclamation}}));
+  bench.DoubleClick(bench.Node("Running Control", "Force Trigger"));
+  EXPECT_EQ(bench.Sent(), ":ForceTrig");
+  EXPECT_FALSE(bench.document.CtrlChanged || bench.dialog.Loaded());
+}
+
+TEST(EditDialog, TheVirtualPanelOverUsbNeedsItsFirmware) {
+  const std::tuple<const char*, const char*, bool> rows[] = {
+      {"0", "03.01.14", true}, {"0", "03.01.15", false}, {"7", "03.01.14", false}};
+  for (const auto& [ioType, version, refused] : rows) {
+    SCOPED_TRACE(std::string(ioType) + " " + version);
+    ControllerBench bench(ioType);
+    bench.script.Answer("*IDN?", std::string("TAVIK TECHNOLOGIES,TX-5102CA,S1,") + version + "\n");
+    bench.Connect();
+    bench.At(1000, [&] { bench.module.main.Close(); });
+    bench.DoubleClick(bench.Node("Virtual Panel"));
+    const std::vector<std::string> told = {
+        "This function can only be used when the DSO version is higher than 03.01.15\r"
+        "Current Version is 03.01.14\rPlease contact TAVIK at www.tavik.example"};
+    EXPECT_EQ(bench.Told(), refused ? told : std::vector<std::string>{});
+  }
+}
+
+}  // namespace
+}  // namespace oriolemark

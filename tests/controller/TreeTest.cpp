@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+
+#include "support/ControllerBench.h"
+
+namespace oriolemark {
+namespace {
+
+// Methods, the leaves of the Trigger group, and which of them Set Trig to 50% overwrites.
+const char* const kTriggers = R"(
+EDGE | Method [EDGE], Slope [RISING], Source [CH1], Mode [AUTO], Coupling [DC], Level [0.00div] | Level [0.00div]
+PULSE | Method [PULSE], Source [CH1], Pulse mode [+LESS THAN], Pulse width [1us], Mode [AUTO], Coupling [DC], Level [0.00div] | Mode [AUTO]
+VIDEO | Method [VIDEO], Source [CH1], Polarity [POSITIVE], Sync [LINE], Line number [1], Video Standard [] | Video Standard []
+- | Method [], Source [CH1] | none
+edge | Method [edge], Source [CH1] | none
+)";
+
+TEST(CtrlTree, NewDocumentShowsEachGroupInItsOrder) {
+  ControllerBench bench;
+  const auto groups = Rows(R"(
+Running Control | Run|Stop [RUN], Auto Set, Set Trig to 50%, Force Trigger
+CH1 | Display [ON], Volt/Div [1.00V], Offset [0.00div], Coupling [AC], BW Limit [OFF], Probe [1X]
+CH2 | Display [OFF], Volt/Div [1.00V], Offset [0.00div], Coupling [AC], BW Limit [OFF], Probe [1X]
+Time Base | Time/Div [10.00us], Delay [0.0000s], Holdoff [100ns], Memory Size [4000], Format [Y-T]
+Trigger | Method [EDGE], Slope [RISING], Source [CH1], Mode [AUTO], Coupling [DC], Level [0.00div]
+Acquire | Acquisition [NORMAL], Sampling Mode [EQU_TIME], Intensity [3%], Averages [16], Anti-aliasing [OFF]
+Display | Type [VECT], Persist [OFF], Grid [FULL]
+Virtual Panel | -
+)");
+  const TreeNode root = bench.tree.First();
+  EXPECT_EQ(bench.tree.Text(root), "TX5000");
+  EXPECT_EQ(bench.tree.Image(root), 1);
+  ASSERT_EQ(bench.tree.Children(root).size(), groups.size());
+  for (std::size_t i = 0; i < groups.size(); ++i) {
+    const TreeNode group = bench.tree.Children(root)[i];
+    EXPECT_EQ(bench.tree.Text(group), groups[i][0]);
+    EXPECT_EQ(bench.tree.Image(group), i == 7 ? 6 : 2);
+    EXPECT_EQ(bench.tree.Expanded(group), i == 0);
+    EXPECT_EQ(bench.Joined(groups[i][0]), groups[i][1]);
+    for (const TreeNode leaf : bench.tree.Children(group)) {
+      EXPECT_EQ(bench.tree.Image(leaf), bench.tree.Text(leaf).ends_with(']') ? 3 : 4);
+    }
+  }
+  EXPECT_FALSE(bench.document.CtrlChanged);
+  EXPECT_EQ(bench.settings.MemOffset + bench.settings.VideoStandard, "");
+}
+
+TEST(CtrlTree, TriggerGroupFollowsTheMethodAndTrig50WritesItsFixedPlace) {
+  for (const auto& row : Rows(kTriggers)) {
+    SCOPED_TRACE(row[0]);
+    ControllerBench bench;
+    bench.Connect();
+    bench.port.lies[":TRIGGER:LEVEL:?"] = "1.00div\n";
+    bench.settings.TrigMethod = row[0];
+    bench.controller.BuildCtrlTree();
+    EXPECT_EQ(bench.Joined("Trigger"), row[1]);
+    bench.DoubleClick(bench.Node("Running Control", "Set Trig to 50%"));
+    EXPECT_EQ(bench.Sent(), ":TRIG%50;:TRIGGER:LEVEL:?");
+    std::string overwritten = row[1];
+    if (const auto at = overwritten.find(row[2]); at != std::string::npos) {
+      overwritten.replace(at, row[2].size(), "Level [1.00div]");
+    }
+    EXPECT_EQ(bench.Joined("Trigger"), overwritten);
+    EXPECT_EQ(bench.settings.TrigLevel + bench.settings.TrigMode, "1.00divAUTO");
+    EXPECT_FALSE(bench.document.CtrlChanged);
+    bench.controller.BuildCtrlTree();
+    EXPECT_EQ(bench.Joined("Trigger"),
+              row[1].substr(0, row[1].find("Level [0.00div]")) +
+                  (row[1].ends_with("Level [0.00div]") ? "Level [1.00div]" : ""));
+  }
+}
+
+TEST(CtrlTree, GroupsStayAsTheyWereAtAMethodChangeAndFoldAtAPlainRebuild) {
+  ControllerBench bench;
+  bench.Connect();
+  const auto expanded = [&] {
+    std::string states = bench.tree.Expanded(bench.tree.First()) ? "R" : "-";
+    for (const TreeNode group : bench.tree.Children(bench.tree.First())) {
+      states += bench.tree.Expanded(group) ? 'x' : '.';
+    }
+    return states;
+  };
+  bench.controller.mnuExpand.Click();
+  EXPECT_EQ(expanded(), "Rxxxxxxx.");
+  bench.tree.SetExpanded(bench.Node("Running Control"), false);
+  bench.tree.SetExpanded(bench.Node("Acquire"), false);
+  bench.Edit(bench.Node("Trigger", "Method"), [&] { bench.Confirm("VIDEO"); });
+  EXPECT_EQ(expanded(), "R.xxxx.x.");
+  bench.controller.cmdDownload.Click();
+  EXPECT_EQ(expanded(), "R........");
+}
+
+TEST(CtrlTree, ReopenedPaneKeepsTheDocumentAndNewKeepsWhatHasNoDefault) {
+  ControllerBench bench;
+  CtrlSettings defaults;
+  bench.settings = Numbered("+<v> \\");
+  bench.document.CtrlChanged = true;
+  bench.controller.Unload();
+  bench.controller.Load();
+  EXPECT_TRUE(bench.document.CtrlChanged);
+  EXPECT_EQ(Listed(bench.settings), Listed(Numbered("+<v> \\")));
+  EXPECT_EQ(bench.Leaves("CH2")[1], "Volt/Div [+<v> \\10]");
+  EXPECT_TRUE(bench.tree.Expanded(bench.Node("Running Control")));
+  bench.document.CtrlChanged = false;
+  bench.controller.mnuNewCtrl.Click();
+  defaults.MemOffset = "+<v> \\20";
+  defaults.VideoStandard = "+<v> \\31";
+  EXPECT_EQ(Listed(bench.settings), Listed(defaults));
+  EXPECT_EQ(bench.settings.VideoSync, "LINE");
+}
+
+}  // namespace
+}  // namespace oriolemark
