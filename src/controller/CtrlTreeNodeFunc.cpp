@@ -69,18 +69,7 @@ std::string CtrlTreeNodeFunc::TextOf(const Parameter& parameter) const {
   return std::string(parameter.label) + " [" + settings_.*parameter.field + "]";
 }
 
-std::string CtrlTreeNodeFunc::LabelPath(TreeNode node) const {
-  const std::string path = tree_.FullPath(node);
-  return path.substr(0, path.find(" ["));
-}
-
-void CtrlTreeNodeFunc::SelectByLabels(TreeNode from, const std::string& labels) {
-  if (LabelPath(from) == labels) tree_.Select(from);
-  for (const TreeNode child : tree_.Children(from)) SelectByLabels(child, labels);
-}
-
 void CtrlTreeNodeFunc::BuildCtrlTree() {
-  const std::string selected = LabelPath(tree_.Selected());
   tree_.Clear();
   CtrlRootNode = tree_.Add(kNoNode, kCtrlRootLabel, ctrl_image::kRoot);
   for (int group = 1; group < ctrl_group::kCount; ++group) {
@@ -101,7 +90,6 @@ void CtrlTreeNodeFunc::BuildCtrlTree() {
   }
   tree_.Add(CtrlRootNode, kVirtualPanelLabel, ctrl_image::kVirtualPanel);
   tree_.SetExpanded(CtrlRootNode, true);
-  SelectByLabels(CtrlRootNode, selected);
 }
 
 void CtrlTreeNodeFunc::SaveTreeExpansion() {

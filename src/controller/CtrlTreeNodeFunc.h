@@ -29,10 +29,8 @@ class CtrlTreeNodeFunc {
   CtrlTreeNodeFunc(TreeView& tree, const CtrlSettings& settings)
       : tree_(tree), settings_(settings) {}
 
-  // Clears the tree and builds it anew, the root expanded and the groups collapsed. The node with
-  // the labels of the selected one is selected again, as far as there is one; that is no click. A
-  // place that the present method of the trigger does not fill keeps its old reference, which is
-  // dead.
+  // Clears the tree and builds it anew, the root expanded and the groups collapsed. A place that
+  // the present method of the trigger does not fill keeps its old reference, which is dead.
   void BuildCtrlTree();
   // Expanded states of the root and the groups, kept from one to the other.
   void SaveTreeExpansion();
@@ -49,9 +47,6 @@ class CtrlTreeNodeFunc {
  private:
   static constexpr int kPositions = 9;
 
-  // The labels of a node and of those above it, without its value.
-  std::string LabelPath(TreeNode node) const;
-  void SelectByLabels(TreeNode from, const std::string& labels);
   std::string TextOf(const Parameter& parameter) const;
   TreeNode& NodeAt(int group, int position);
 

@@ -1,6 +1,5 @@
 #include "desktop/ControllerPane.h"
 
-#include <QCursor>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QPointer>
@@ -20,6 +19,8 @@ namespace {
 const QStringList kPictures{
     "TreeInstrument", "TreeGroupClosed/TreeGroupOpen", "TreeLeaf", "TreeAction", "", "Panel"};
 
+constexpr int kIndentation = 10;  // pixels; leaves room for labels with their values
+
 void AddButton(QBoxLayout& row, const char* name, const QString& text, const QString& toolTip,
                Button& model) {
   auto& button = Make<QToolButton>();
@@ -35,12 +36,6 @@ void AddButton(QBoxLayout& row, const char* name, const QString& text, const QSt
   Bind(button, model);
 }
 
-// By the mouse at the pointer, by the keyboard below the row that is selected.
-QPoint PopupPlace(const QTreeWidget& tree) {
-  if (tree.underMouse() || tree.currentItem() == nullptr) return QCursor::pos();
-  return tree.viewport()->mapToGlobal(tree.visualItemRect(tree.currentItem()).bottomLeft());
-}
-
 }  // namespace
 
 ControllerPane::ControllerPane(frmCtrlList& form) {
@@ -54,15 +49,16 @@ ControllerPane::ControllerPane(frmCtrlList& form) {
             form.cmdDownload);
   auto& tree = Make<QTreeWidget>();
   Name(tree, "CtrlTreeView", FromWire(form.Caption()));
-  Make<TreeBinding>(tree, form.CtrlTreeView, kPictures);
+  tree.setIndentation(kIndentation);
+  const auto& binding = Make<TreeBinding>(tree, form.CtrlTreeView, kPictures);
   column.addWidget(&tree, 1);
   setFocusProxy(&tree);
   auto& menu = Make<QMenu>(this);
   menu.setObjectName("popmenu1");
   FillMenu(menu, form.popmenu1.entries);
   const QPointer<ControllerPane> guard(this);
-  form.popmenu1.onPopup = [guard, &menu, &tree] {
-    if (guard) menu.popup(PopupPlace(tree));
+  form.popmenu1.onPopup = [guard, &menu, &binding] {
+    if (guard) menu.popup(binding.MenuPlace());
   };
 }
 

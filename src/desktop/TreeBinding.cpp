@@ -1,12 +1,16 @@
 #include "desktop/TreeBinding.h"
 
+#include <QApplication>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTimer>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
+#include <algorithm>
 #include <map>
 #include <memory>
 
@@ -41,17 +45,14 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
       pictures_(std::move(pictures)) {
   widget.setHeaderHidden(true);
   widget.setColumnCount(1);
+  // A narrow pane scrolls sideways: a value cut short would be as good as none.
+  widget.header()->setStretchLastSection(false);
+  widget.header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   widget.setEditTriggers(QAbstractItemView::EditKeyPressed);
   widget.installEventFilter(this);
   widget.viewport()->installEventFilter(this);
-  connect(&widget, &QTreeWidget::itemClicked, this,
-          [this](QTreeWidgetItem* item) { model_.Click(NodeOf(item)); });
   connect(&widget, &QTreeWidget::currentItemChanged, this,
           [this](QTreeWidgetItem* item) { model_.Click(NodeOf(item)); });
-  // Served after the click: a handler may show a dialog or build the tree anew.
-  connect(
-      &widget, &QTreeWidget::itemDoubleClicked, this, [this] { model_.DoubleClick(); },
-      Qt::QueuedConnection);
   connect(&widget, &QTreeWidget::itemExpanded, this,
           [this](QTreeWidgetItem* item) { model_.SetExpanded(NodeOf(item), true); });
   connect(&widget, &QTreeWidget::itemCollapsed, this,
@@ -72,31 +73,77 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
 
 bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonPress && watched == viewport_) {
-    const auto& mouse = static_cast<const QMouseEvent&>(*event);
-    QTreeWidgetItem* item = widget_.itemAt(mouse.position().toPoint());
-    if (item != nullptr) {
-      const QSignalBlocker blocker(widget_);
-      widget_.setCurrentItem(item);
-    }
-    model_.Select(NodeOf(item));
-    const bool right = mouse.button() == Qt::RightButton;
-    // Served after the press, so that a menu may open from it.
-    QTimer::singleShot(0, this,
-                       [this, right] { model_.MouseDown(right ? kRightButton : kLeftButton); });
+    TakePress(static_cast<const QMouseEvent&>(*event));
+  }
+  if (event->type() == QEvent::MouseButtonDblClick && watched == viewport_) {
+    TakeDoubleClick(static_cast<const QMouseEvent&>(*event));
+  }
+  if (event->type() == QEvent::Resize && watched == viewport_) {
+    // The mark of a selected row goes across the whole pane.
+    widget_.header()->setMinimumSectionSize(static_cast<QResizeEvent&>(*event).size().width());
   }
   if (event->type() == QEvent::KeyPress && watched == &widget_) {
-    const auto code = kKeyCodes.find(static_cast<const QKeyEvent&>(*event).key());
-    if (code != kKeyCodes.end()) {
-      QTimer::singleShot(0, this, [this, code = code->second] { TakeKey(code); });
-    }
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    if (key.key() == Qt::Key_F10 && key.modifiers() == Qt::ShiftModifier) AskForMenuByKey();
+    const auto code = kKeyCodes.find(key.key());
+    if (code != kKeyCodes.end()) Later([this, code = code->second] { TakeKey(code); });
   }
-  // The menu key selects nothing new: it means the row that has the focus.
   if (event->type() == QEvent::ContextMenu && watched == &widget_ &&
       static_cast<const QContextMenuEvent&>(*event).reason() == QContextMenuEvent::Keyboard) {
-    model_.Select(NodeOf(widget_.currentItem()));
-    QTimer::singleShot(0, this, [this] { model_.MouseDown(kRightButton); });
+    AskForMenuByKey();
   }
   return QObject::eventFilter(watched, event);
+}
+
+// The row under the mouse; none in the room of the arrows, which fold and do not select.
+QTreeWidgetItem* TreeBinding::RowAt(QPoint place) const {
+  QTreeWidgetItem* item = widget_.itemAt(place);
+  return item != nullptr && widget_.visualItemRect(item).contains(place) ? item : nullptr;
+}
+
+// The press is the click, so that the row that is marked is the one that is meant.
+void TreeBinding::TakePress(const QMouseEvent& mouse) {
+  if (QTreeWidgetItem* item = RowAt(mouse.position().toPoint())) {
+    const QSignalBlocker blocker(widget_);
+    widget_.setCurrentItem(item);
+    model_.Click(NodeOf(item));
+  }
+  menuPlace_ = mouse.globalPosition().toPoint();
+  const bool right = mouse.button() == Qt::RightButton;
+  // Served after the press, so that a menu may open from it.
+  QTimer::singleShot(0, this,
+                     [this, right] { model_.MouseDown(right ? kRightButton : kLeftButton); });
+}
+
+// Also on the empty ground, where it means the row that was clicked last.
+void TreeBinding::TakeDoubleClick(const QMouseEvent& mouse) {
+  const QPoint place = mouse.position().toPoint();
+  const bool onArrow = widget_.itemAt(place) != nullptr && RowAt(place) == nullptr;
+  if (mouse.button() == Qt::LeftButton && !onArrow) Later([this] { model_.DoubleClick(); });
+}
+
+// Served after the event: a handler may show a dialog or build the tree anew. Of gestures that pile
+// up while the program is busy one is enough, and none counts behind a modal window.
+void TreeBinding::Later(const std::function<void()>& gesture) {
+  if (gesturePending_) return;
+  gesturePending_ = true;
+  QTimer::singleShot(0, this, [this, gesture] {
+    gesturePending_ = false;
+    if (QApplication::activeModalWidget() == nullptr) gesture();
+  });
+}
+
+// It selects nothing new: it means the row that has the focus.
+void TreeBinding::AskForMenuByKey() {
+  if (QTreeWidgetItem* item = widget_.currentItem()) {
+    widget_.scrollToItem(item);
+    const QPoint below = widget_.visualItemRect(item).bottomLeft();
+    menuPlace_ = widget_.viewport()->mapToGlobal(below);
+  } else {
+    menuPlace_ = widget_.viewport()->mapToGlobal(QPoint());
+  }
+  model_.Select(NodeOf(widget_.currentItem()));
+  QTimer::singleShot(0, this, [this] { model_.MouseDown(kRightButton); });
 }
 
 // Enter stands for the double click where the form knows no keys of its own.
@@ -120,12 +167,23 @@ void TreeBinding::ShowModel() {
   std::vector<Row> rows;
   Collect(kNoNode, 0, rows);
   const QSignalBlocker blocker(widget_);
+  // A row that is marked inside a folded group leaves it folded.
+  widget_.setAutoScroll(false);
   // The items stay as long as they can: a double click needs the same item twice.
-  if (rows != shown_ || widget_.topLevelItemCount() == 0) {
+  if (!SameNodes(rows, shown_) || widget_.topLevelItemCount() == 0) {
+    const QStringList place = PathOf(widget_.currentItem());
+    const int scrolled = widget_.verticalScrollBar()->value();
     shown_ = std::move(rows);
     Rebuild();
+    if (model_.Selected() == kNoNode) ReturnTo(place);
+    QTimer::singleShot(0, &widget_,
+                       [this, scrolled] { widget_.verticalScrollBar()->setValue(scrolled); });
+  } else if (rows != shown_) {
+    shown_ = std::move(rows);
+    ShowTexts();
   }
   for (QTreeWidgetItemIterator at(&widget_); *at != nullptr; ++at) ShowState(**at);
+  widget_.setAutoScroll(true);
   widget_.setEnabled(model_.Enabled());
 }
 
@@ -149,6 +207,44 @@ void TreeBinding::Rebuild() {
     parents.push_back(item.get());
     parents[static_cast<std::size_t>(row.depth)]->addChild(item.release());
   }
+}
+
+bool TreeBinding::SameNodes(const std::vector<Row>& a, const std::vector<Row>& b) {
+  return std::ranges::equal(a, b, {}, &Row::node, &Row::node);
+}
+
+// The items stand in the order of the rows.
+void TreeBinding::ShowTexts() {
+  QTreeWidgetItemIterator at(&widget_);
+  for (const Row& row : shown_) {
+    if ((*at)->text(0) != row.text) (*at)->setText(0, row.text);
+    ++at;
+  }
+}
+
+QStringList TreeBinding::PathOf(const QTreeWidgetItem* item) {
+  QStringList path;
+  for (; item != nullptr; item = item->parent()) path.prepend(item->text(0).section(" [", 0, 0));
+  return path;
+}
+
+// A tree that was built anew has nothing selected. The keyboard goes on from the row where it was,
+// or from the nearest one above it that shows.
+void TreeBinding::ReturnTo(const QStringList& path) {
+  QTreeWidgetItem* nearest = nullptr;
+  for (QTreeWidgetItemIterator at(&widget_); *at != nullptr; ++at) {
+    const QStringList own = PathOf(*at);
+    const QTreeWidgetItem* parent = (*at)->parent();
+    const bool inSight = parent == nullptr || model_.Expanded(NodeOf(parent));
+    if (inSight && parent == nearest && own == path.first(std::min(own.size(), path.size()))) {
+      nearest = *at;
+    }
+  }
+  if (nearest == nullptr) return;
+  const bool same = PathOf(nearest) == path;
+  if (same) model_.Select(NodeOf(nearest));
+  widget_.setCurrentItem(
+      nearest, 0, same ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate);
 }
 
 void TreeBinding::ShowState(QTreeWidgetItem& item) {

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <QObject>
+#include <QPoint>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <vector>
 
 #include "platform/TreeView.h"
 
+class QMouseEvent;
 class QTreeWidget;
 class QTreeWidgetItem;
 
@@ -20,6 +23,10 @@ class TreeBinding : public QObject {
   // for an expanded row.
   TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictures);
 
+  // Where a menu belongs that a gesture has asked for: at the pointer, or below the current row
+  // when it was a key. In pixels of the screen.
+  QPoint MenuPlace() const { return menuPlace_; }
+
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -31,11 +38,21 @@ class TreeBinding : public QObject {
     bool operator==(const Row&) const = default;
   };
 
+  QTreeWidgetItem* RowAt(QPoint place) const;
+  void TakePress(const QMouseEvent& mouse);
+  void TakeDoubleClick(const QMouseEvent& mouse);
+  void Later(const std::function<void()>& gesture);
   void TakeKey(int code);
+  void AskForMenuByKey();
   void NoteChange();
   void ShowModel();
   void Collect(TreeNode node, int depth, std::vector<Row>& rows) const;
+  static bool SameNodes(const std::vector<Row>& a, const std::vector<Row>& b);
   void Rebuild();
+  void ShowTexts();
+  // The labels from the root to a row, the values in brackets left out.
+  static QStringList PathOf(const QTreeWidgetItem* item);
+  void ReturnTo(const QStringList& path);
   void ShowState(QTreeWidgetItem& item);
   void EditSelected();
   QTreeWidgetItem* Find(TreeNode node) const;
@@ -46,7 +63,9 @@ class TreeBinding : public QObject {
   TreeView& model_;
   const QStringList pictures_;
   std::vector<Row> shown_;
+  QPoint menuPlace_;
   bool pending_ = false;
+  bool gesturePending_ = false;
 };
 
 }  // namespace oriolemark

@@ -1,0 +1,247 @@
+#include "Tour.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
+#include <QPixmap>
+#include <QScreen>
+#include <QTest>
+#include <QTextStream>
+#include <QTreeWidget>
+#include <algorithm>
+
+namespace oriolemark {
+namespace {
+
+QString LabelOf(const QTreeWidgetItem& item) {
+  return item.text(0).section(" [", 0, 0);
+}
+
+QTreeWidgetItem* ChildOf(QTreeWidgetItem* parent, const QString& label) {
+  for (int i = 0; parent != nullptr && i < parent->childCount(); ++i) {
+    if (LabelOf(*parent->child(i)) == label) return parent->child(i);
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+Tour::Tour(Program& program, Instrument& instrument, QDir folder)
+    : module_(program.Module()), instrument_(instrument), folder_(std::move(folder)) {
+  AddWaveStops();
+  AddTreeStops();
+  AddEditStops();
+  AddFileStops();
+  AddEnd();
+  timer_.setInterval(kPause);
+  QObject::connect(&timer_, &QTimer::timeout, [this] { Turn(); });
+  timer_.start();
+  patience_.start();
+}
+
+void Tour::Add(std::vector<Stop> stops) {
+  for (Stop& stop : stops) stops_.push_back(std::move(stop));
+}
+
+void Tour::AddEnd() {
+  const auto idle = [this] { return Idle(); };
+  const auto close = [] {
+    for (QWidget* top : QApplication::topLevelWidgets()) {
+      if (qobject_cast<QMainWindow*>(top) != nullptr) top->close();
+    }
+  };
+  Add({
+      {"unsaved-at-close", idle, close},
+      {"not-closed", [] { return QApplication::activeModalWidget() != nullptr; },
+       [this] { Answer(QMessageBox::Cancel); }},
+      {"close-again", idle, close},
+      {"end", [] { return QApplication::activeModalWidget() != nullptr; },
+       [this] {
+         const QString unknown = instrument_.Do("count");
+         Check(unknown == "0", "commands that the instrument did not know: " + unknown);
+         Answer(QMessageBox::No);
+       }},
+  });
+}
+
+void Tour::Turn() {
+  if (!pending_.isEmpty()) {
+    Picture(pending_);
+    pending_.clear();
+  }
+  if (stops_.empty()) return timer_.stop();
+  if (!stops_.front().ready()) {
+    if (patience_.elapsed() < kPatience) return;
+    Check(false, QString("the tour waits for ever before: ") + stops_.front().name);
+    Picture("stuck");
+    stops_.clear();
+    // Without a question about what was changed.
+    module_.controlDocument.CtrlChanged = false;
+    return module_.main.Close();
+  }
+  const Stop stop = std::move(stops_.front());
+  stops_.pop_front();
+  pending_ = stop.name;
+  patience_.restart();
+  // By itself: what it opens is served inside it, and the tour goes on meanwhile.
+  QTimer::singleShot(0, stop.act);
+}
+
+void Tour::Picture(const QString& name) {
+  const QString file = QString("%1-%2.png").arg(++taken_, 2, 10, QChar('0')).arg(name);
+  QPixmap shot = QGuiApplication::primaryScreen()->grabWindow(0);
+  if (shot.isNull() && QApplication::activeWindow() != nullptr) {
+    shot = QApplication::activeWindow()->grab();
+  }
+  shot.save(folder_.filePath(file));
+}
+
+void Tour::Check(bool holds, const QString& what) {
+  QTextStream(stdout) << (holds ? "ok:     " : "FAILED: ") << what << Qt::endl;
+  if (!holds) ++failures_;
+}
+
+void Tour::CheckInstrument(const QString& path, const QString& value) {
+  const QString has = instrument_.Do("get " + path);
+  Check(has == value, QString("the instrument has %1 at %2: %3").arg(value, path, has));
+}
+
+void Tour::CheckSamples(const QString& request) {
+  const std::vector<int> bytes = instrument_.LastBlock(request);
+  bool same = !bytes.empty() && Wave().Count == static_cast<int>(bytes.size());
+  for (int i = 1; same && i <= Wave().Count; ++i) {
+    const int byte = bytes[static_cast<std::size_t>(i - 1)];
+    same = Wave().CH1Data[i] == std::clamp(byte, 26, 225) - 26;
+  }
+  Check(same, QString("the samples are the instrument's %1 bytes for %2 less 26")
+                  .arg(bytes.size())
+                  .arg(request));
+}
+
+void Tour::CheckTrigger(const QStringList& labels) {
+  QStringList shown;
+  if (const QTreeWidgetItem* group = Row("Trigger", "")) {
+    group->treeWidget()->scrollToItem(group, QAbstractItemView::PositionAtTop);
+    for (int i = 0; i < group->childCount(); ++i) shown << LabelOf(*group->child(i));
+  }
+  Check(shown == labels, "the trigger's rows: " + shown.join(", "));
+}
+
+bool Tour::Idle() {
+  return !Progress() && QApplication::activeModalWidget() == nullptr &&
+         QApplication::activePopupWidget() == nullptr;
+}
+
+QWidget* Tour::Find(const QString& name) {
+  QWidget* modal = QApplication::activeModalWidget();
+  for (QWidget* top : modal != nullptr ? QWidgetList{modal} : QApplication::topLevelWidgets()) {
+    for (QWidget* found : top->findChildren<QWidget*>(name)) {
+      if (found->isVisible()) return found;
+    }
+  }
+  return nullptr;
+}
+
+void Tour::Click(const QString& name) {
+  QWidget* found = Find(name);
+  if (found == nullptr) return Check(false, "nothing on the screen is called " + name);
+  // A check box takes the mouse on its mark and text only.
+  const bool isButton = qobject_cast<QAbstractButton*>(found) != nullptr;
+  const QPoint at = isButton ? QPoint(std::min(10, found->width() / 2), found->height() / 2)
+                             : found->rect().center();
+  QTest::mouseClick(found, Qt::LeftButton, {}, at);
+}
+
+void Tour::ClickText(const QString& text) {
+  for (QWidget* widget : QApplication::allWidgets()) {
+    auto* button = qobject_cast<QAbstractButton*>(widget);
+    if (button == nullptr || !button->isVisible()) continue;
+    if (button->text().replace("&&", "&") != text) continue;
+    return QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
+  }
+  Check(false, "nothing on the screen reads " + text);
+}
+
+void Tour::Drag(const QString& name, QPoint from, QPoint to) {
+  QWidget* found = Find(name);
+  if (found == nullptr) return Check(false, "nothing on the screen is called " + name);
+  QTest::mousePress(found, Qt::LeftButton, {}, from);
+  for (int step = 1; step <= 4; ++step) QTest::mouseMove(found, from + (to - from) * step / 4);
+  QTest::mouseRelease(found, Qt::LeftButton, {}, to);
+}
+
+QWidget* Tour::Focus() {
+  if (QWidget* focus = QApplication::focusWidget()) return focus;
+  // An invisible screen may leave the window in front inactive.
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal != nullptr ? modal->focusWidget() : nullptr;
+}
+
+void Tour::Press(int key) {
+  QWidget* focus = Focus();
+  if (focus == nullptr) return Check(false, "something has the focus");
+  QTest::keyClick(focus, static_cast<Qt::Key>(key));
+}
+
+void Tour::Type(const QString& text) {
+  auto* line = qobject_cast<QLineEdit*>(Focus());
+  if (line == nullptr) return Check(false, "a line of text has the focus");
+  line->selectAll();
+  QTest::keyClicks(line, text);
+}
+
+void Tour::Answer(QMessageBox::StandardButton button) {
+  auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+  if (box == nullptr || box->button(button) == nullptr) return Check(false, "a question is asked");
+  QTest::mouseClick(box->button(button), Qt::LeftButton);
+}
+
+void Tour::NameFile(const QString& name) {
+  Type(folder_.absoluteFilePath(name));
+  Press(Qt::Key_Return);
+}
+
+QTreeWidgetItem* Tour::Row(const QString& group, const QString& label) {
+  auto* tree = qobject_cast<QTreeWidget*>(Find("CtrlTreeView"));
+  QTreeWidgetItem* item = tree != nullptr ? ChildOf(tree->topLevelItem(0), group) : nullptr;
+  if (!label.isEmpty()) item = ChildOf(item, label);
+  if (item == nullptr) Check(false, "a row of the settings tree: " + group + " " + label);
+  return item;
+}
+
+void Tour::ClickRow(const QString& group, const QString& label, Qt::MouseButton button) {
+  QTreeWidgetItem* item = Row(group, label);
+  if (item == nullptr) return;
+  QTreeWidget& tree = *item->treeWidget();
+  tree.scrollToItem(item);
+  QTest::mouseClick(tree.viewport(), button, {}, tree.visualItemRect(item).center());
+}
+
+void Tour::OpenRow(const QString& group, const QString& label) {
+  QTreeWidgetItem* item = Row(group, label);
+  if (item == nullptr) return;
+  QTreeWidget& tree = *item->treeWidget();
+  tree.scrollToItem(item);
+  const QPoint at = tree.visualItemRect(item).center();
+  QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, at);
+  QTest::mouseDClick(tree.viewport(), Qt::LeftButton, {}, at);
+}
+
+QString Tour::Shown(const QString& group, const QString& label) {
+  const QTreeWidgetItem* item = Row(group, label);
+  return item != nullptr ? item->text(0).section(" [", 1).chopped(1) : QString();
+}
+
+void Tour::ChooseEntry(const QString& text) {
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  if (menu == nullptr) return Check(false, "a menu is open for " + text);
+  for (QAction* action : menu->actions()) {
+    if (action->text().remove('&') != text) continue;
+    return QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+  }
+  Check(false, "the menu has " + text);
+}
+
+}  // namespace oriolemark
