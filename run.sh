@@ -4,13 +4,21 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
-usage="usage: ./run.sh [--real]
-  (nothing)  opens Oriolemark linked to a simulated TX5000; its settings stay in build/run
+usage="usage: ./run.sh [--serial | --gpib | --usb | --real]
+  --serial   opens Oriolemark linked to a simulated TX5000 over RS232, as with no option
+  --gpib     the same over GPIB
+  --usb      the same over USB; the settings of each link stay in build/run
   --real     opens Oriolemark on your own settings and your own instrument"
 
 real=no
+link=serial
+tour_options=()
 case "$#:${1:-}" in
   0:) ;;
+  1:--serial | 1:--gpib | 1:--usb)
+    link="${1#--}"
+    tour_options=(--link "$link")
+    ;;
   1:--real) real=yes ;;
   1:-h | 1:--help) echo "$usage"; exit 0 ;;
   *) echo "$usage" >&2; exit 2 ;;
@@ -56,17 +64,40 @@ build() {
 }
 
 start_simulator() {
-  local link="$PWD/build/run/tx5000" said="$PWD/build/run/tx5000sim.out"
+  # Relative: the name of a socket has to be short.
+  local place=build/run/tx5000.socket said=build/run/tx5000sim.out
+  local options=(--socket "$place")
+  if [[ $link == serial ]]; then
+    place="$PWD/build/run/tx5000"
+    options=(--link "$place" --baud 115200)
+  else
+    export TX5000SIM_SOCKET="$place"
+  fi
   mkdir -p build/run
   : >"$said"
-  build/release/bin/tx5000sim --link "$link" --baud 115200 </dev/null >"$said" 2>&1 &
+  build/release/bin/tx5000sim "${options[@]}" </dev/null >"$said" 2>&1 &
   started+=("$!")
   if ! wait_for 10 "$!" grep -q '^ready' "$said"; then
     echo "run: the simulated instrument did not start:" >&2
     cat "$said" >&2
     exit 1
   fi
-  echo "run: the simulated instrument listens at $link"
+  echo "run: the simulated instrument listens at $place ($link)"
+}
+
+# Where the program finds the instrument, and the number of the link.
+driver_settings() {
+  case "$link" in
+    serial) echo "COM1=\"$PWD/build/run/tx5000\"" ;;
+    *) echo "${link^}Library=\"$PWD/build/release/lib/libtx5000$link.so\"" ;;
+  esac
+}
+link_number() {
+  case "$link" in
+    gpib) echo 1 ;;
+    serial) echo 2 ;;
+    usb) echo 0 ;;
+  esac
 }
 
 # Only the first time: later runs keep what the user has chosen in the program.
@@ -76,13 +107,13 @@ write_settings() {
   mkdir -p "$(dirname "$file")"
   cat >"$file" <<INI
 [Drivers]
-COM1="$PWD/build/run/tx5000"
+$(driver_settings)
 
 [%General]
 StartupCheckHardware=True
 
 [IO%20Settings]
-ScopeIOType=2
+ScopeIOType=$(link_number)
 COM_Port=1
 BaudRate=115200
 INI
@@ -112,7 +143,7 @@ take_tour() {
   start_screen
   local code=0
   QT_QPA_PLATFORM=xcb build/release/bin/oriolemark_tour build/tour \
-    "$PWD/build/release/bin/tx5000sim" || code=$?
+    "$PWD/build/release/bin/tx5000sim" "${tour_options[@]}" || code=$?
   echo "run: the tour ended with code $code; screenshots and the log of the line are in build/tour/"
   return "$code"
 }
@@ -123,7 +154,7 @@ if [[ $screen == no ]]; then
 elif [[ $real == yes ]]; then
   build/release/bin/Oriolemark
 else
-  export XDG_CONFIG_HOME="$PWD/build/run/config"
+  export XDG_CONFIG_HOME="$PWD/build/run/config-$link"
   start_simulator
   write_settings
   build/release/bin/Oriolemark

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "simulator/Screen.h"
 #include "simulator/Values.h"
 
 namespace tx5000 {
@@ -60,6 +61,7 @@ const Instrument::Command* Instrument::FindCommand(std::string_view text) {
       {":AUTO", &Instrument::AutoSet},
       {":TRIG%50", &Instrument::SetLevelToMiddle},
       {":ForceTrig", &Instrument::ForceTrigger},
+      {":HARD_COPY", &Instrument::CopyScreen},
       {":DISPLAY:MENU STATUS:ON", &Instrument::ShowMenu},
       {":DISPLAY:MENU STATUS:OFF", &Instrument::HideMenu},
       {":KEY:LOCK:ENABLE", &Instrument::EnableKeys},
@@ -104,7 +106,8 @@ const Instrument::Command* Instrument::FindCommand(std::string_view text) {
   return found == std::end(kCommands) ? nullptr : found;
 }
 
-Instrument::Instrument(Identity identity, std::uint32_t seed) : identity_(std::move(identity)) {
+Instrument::Instrument(Identity identity, std::uint32_t seed)
+    : identity_(std::move(identity)), screenMemory_(kScreenBytes) {
   inputs_.seed = seed;
   Acquire();
 }
@@ -284,6 +287,11 @@ void Instrument::SetLevelToMiddle() {
   const double middle = settings_.Is(Setting::kTrigCoupling, "AC") ? 0 : (lowest + highest) / 2;
   const int level = NearestPosition(middle / settings_.VoltsPerDivision(channel));
   settings_.Set(Setting::kLevel, FormatDivisions(level), Turner::kHand);
+}
+
+void Instrument::CopyScreen() {
+  const Record& record = CurrentRecord();
+  screenMemory_ = DrawScreen(settings_, recorded_, record, {IsRunning(), menuShown_});
 }
 
 void Instrument::FitChannel(Channel channel, double heightDivisions, double centreDivisions) {

@@ -39,6 +39,8 @@ class Instrument {
   int UnknownCommands() const { return unknownCount_; }
   const std::vector<std::string>& Unknown() const { return unknown_; }
   void ForgetUnknown();
+  // Counts what came over a connector and is no command text at all.
+  void NoteUnknown(std::string_view command);
 
   // A hand at the instrument. Takes each setting by its wire path, as strictly as the wire, and
   // - ":TimeBase:SCAN" ON or OFF, the rolling display; ON slows a fast time base down,
@@ -62,6 +64,10 @@ class Instrument {
   // for good while it is stopped.
   const Record& CurrentRecord();
 
+  // What ":HARD_COPY" has last copied: kScreenBytes inks in rows from the top, dark before the
+  // first copy.
+  const std::vector<std::uint8_t>& ScreenMemory() const { return screenMemory_; }
+
  private:
   using Action = void (Instrument::*)();
   struct Command;
@@ -71,7 +77,6 @@ class Instrument {
   std::optional<std::string> AnswerQuery(std::string_view path);
   std::optional<std::string> AnswerBlock(std::string_view command);
   bool SetFrom(std::string_view command);
-  void NoteUnknown(std::string_view command);
   void AfterChange(Setting setting);
 
   void Run();
@@ -84,6 +89,7 @@ class Instrument {
   void HideMenu() { menuShown_ = false; }
   void EnableKeys() { keysEnabled_ = true; }
   void DisableKeys() { keysEnabled_ = false; }
+  void CopyScreen();
   void DoNothing() {}
 
   void Start();
@@ -106,6 +112,7 @@ class Instrument {
   bool keysEnabled_ = true;
   int unknownCount_ = 0;
   std::vector<std::string> unknown_;
+  std::vector<std::uint8_t> screenMemory_;
 };
 
 }  // namespace tx5000

@@ -55,7 +55,8 @@ constexpr Floor kFloors[] = {
     {"shell/", 6}};
 
 // Of the folders that are read, what is not of the core.
-constexpr std::string_view kOutside[] = {"main.cpp", "desktop/", "drivers/", "simulator/program/"};
+constexpr std::string_view kOutside[] = {"main.cpp", "desktop/", "drivers/", "simulator/program/",
+                                         "simulator/shims/"};
 
 constexpr char kCode[] = "$1";
 constexpr char kCodeWithoutLiterals[] = " ";

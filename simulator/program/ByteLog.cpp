@@ -13,9 +13,11 @@ void ByteLog::Begin(std::chrono::milliseconds at) {
         << std::setw(3) << at.count() % 1000 << ' ';
 }
 
-void ByteLog::Note(std::chrono::milliseconds at, Direction direction, std::string_view bytes) {
+void ByteLog::Note(std::chrono::milliseconds at, Direction direction, std::string_view bytes,
+                   std::string_view where) {
   if (!file_.is_open()) return;
   Begin(at);
+  if (!where.empty()) file_ << where << ' ';
   file_ << (direction == Direction::kToInstrument ? "> \"" : "< \"");
   for (const char c : bytes) {
     const auto byte = static_cast<unsigned char>(c);

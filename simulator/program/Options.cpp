@@ -10,6 +10,7 @@
 namespace {
 
 constexpr int kFastestBaud = 4000000;
+constexpr int kHighestGpibAddress = 30;
 
 struct OptionRow {
   std::string_view name;
@@ -36,6 +37,15 @@ constexpr OptionRow kRows[] = {
      [](Options& o, const std::string& text) {
        o.linkPath = text;
        return !text.empty();
+     }},
+    {"--socket", "PATH", "a socket for GPIB and USB, see below; alone, there is no serial line",
+     [](Options& o, const std::string& text) {
+       o.socketPath = text;
+       return !text.empty();
+     }},
+    {"--gpib-address", "N", "the instrument's address on GPIB, 0 to 30 (7)",
+     [](Options& o, const std::string& text) {
+       return TakeNumber(text, kHighestGpibAddress, o.gpibAddress);
      }},
     {"--baud", "N", "replies take as long as on a line of this speed (0: no pacing)",
      [](Options& o, const std::string& text) { return TakeNumber(text, kFastestBaud, o.baud); }},
@@ -85,14 +95,23 @@ std::string Padded(std::string text, std::size_t width) {
 constexpr std::string_view kIntroduction = R"(tx5000sim - a TX5000 oscilloscope without the hardware
 
 Answers on a pseudo-terminal as the instrument answers on its serial line, with signals to look at,
-and misbehaves on demand. Prints "ready PATH" when a program can open the line at PATH, then takes
-commands from standard input until it is told to quit.
+and misbehaves on demand. At a socket it does the same behind its GPIB and USB connectors. Prints
+"ready PATH" when a program can open the line or the socket at PATH, then takes commands from
+standard input until it is told to quit.
 
   tx5000sim --link /tmp/scope              the line is /tmp/scope
   tx5000sim --link /tmp/scope --baud 9600  at the pace of a real line
   tx5000sim --fault "delay 1500 next"      the first reply comes 1.5 s late
+  tx5000sim --socket /tmp/scope.sock       over GPIB and USB
 
 Options
+)";
+
+constexpr std::string_view kSocketText = R"(
+GPIB and USB: a program that loads libtx5000gpib.so for the NI-488.2 calls, or libtx5000usb.so for
+the instrument's USB calls, talks to the simulator at the socket that TX5000SIM_SOCKET names. Several
+paths with colons between them are several instruments. The log tells "gpib" or "usb" with each
+piece, and END where it came with the last byte.
 )";
 
 constexpr std::string_view kFaultHead = R"(
@@ -130,9 +149,10 @@ std::optional<Options> ParseOptions(int count, char** arguments, std::string& er
 std::string HelpText() {
   std::string text(kIntroduction);
   for (const OptionRow& row : kRows) {
-    text += "  " + Padded(std::string(row.name) + " " + std::string(row.argument), 18);
+    text += "  " + Padded(std::string(row.name) + " " + std::string(row.argument), 20);
     text += std::string(row.effect) + "\n";
   }
+  text += kSocketText;
   text += "\nOn standard input, a line each\n" + Console::HelpText() + std::string(kFaultHead);
   for (const tx5000::FaultRow& row : tx5000::FaultTable()) {
     text += "  " + Padded(std::string(row.name), 18) + std::string(row.effect) + "\n";

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <array>
 #include <iostream>
+#include <optional>
+#include <vector>
 
 namespace {
 
@@ -69,22 +71,45 @@ bool Session::Prepare() {
 }
 
 bool Session::PlugIn() {
-  std::string error;
   line_.reset();
-  line_ = PseudoTerminal::Open(options_.linkPath, error);
-  if (!line_) {
-    Complain(error);
+  socket_.reset();
+  const bool opened =
+      (!options_.HasSerialLine() || OpenLine()) && (options_.socketPath.empty() || OpenSocket());
+  if (!opened) {
+    Unplug();
     return false;
   }
-  side_.PlugIn();
-  log_.Remark(Elapsed(), "ready " + line_->Path());
-  Say("ready " + line_->Path());
+  // Only when all of them stand: a script may wait for the first of these lines.
+  if (line_) TellReady(line_->Path());
+  if (socket_) TellReady(socket_->Path());
   return true;
 }
 
+void Session::TellReady(const std::string& path) {
+  log_.Remark(Elapsed(), "ready " + path);
+  Say("ready " + path);
+}
+
+bool Session::OpenLine() {
+  std::string error;
+  line_ = PseudoTerminal::Open(options_.linkPath, error);
+  if (!line_) Complain(error);
+  side_.PlugIn();
+  return line_ != nullptr;
+}
+
+bool Session::OpenSocket() {
+  std::string error;
+  const Bench bench{instrument_, side_.GetFaults(), log_, options_.gpibAddress};
+  socket_ = BusSocket::Open(options_.socketPath, bench, error);
+  if (!socket_) Complain(error);
+  return socket_ != nullptr;
+}
+
 void Session::Unplug() {
-  if (line_) log_.Remark(Elapsed(), "the port is gone");
+  if (line_ || socket_) log_.Remark(Elapsed(), "the port is gone");
   line_.reset();
+  socket_.reset();
   outgoing_.clear();
   outgoingBytes_ = 0;
 }
@@ -102,22 +127,33 @@ bool Session::IsSomethingDue() const {
 }
 
 int Session::MillisecondsToWait() const {
-  if (outgoing_.empty() || IsSomethingDue()) return -1;
-  return static_cast<int>((outgoing_.front().due - Elapsed()).count()) + 1;
+  std::optional<milliseconds> next = socket_ ? socket_->NextDue() : std::nullopt;
+  if (!outgoing_.empty() && !IsSomethingDue()) {
+    next = next ? std::min(*next, outgoing_.front().due) : outgoing_.front().due;
+  }
+  if (!next) return -1;
+  constexpr milliseconds kLongestWait = std::chrono::hours(1);
+  const milliseconds left = std::min(*next - Elapsed(), kLongestWait);
+  return left.count() > 0 ? static_cast<int>(left.count()) + 1 : 0;
 }
 
 void Session::WaitOnce() {
   const short wanted = static_cast<short>(POLLIN | (IsSomethingDue() ? POLLOUT : 0));
   // A negative descriptor is one that poll passes over.
-  std::array<pollfd, 3> waiting{{{signals_, POLLIN, 0},
-                                 {consoleOpen_ ? STDIN_FILENO : -1, POLLIN, 0},
-                                 {line_ ? line_->Descriptor() : -1, wanted, 0}}};
+  std::vector<pollfd> waiting{{signals_, POLLIN, 0},
+                              {consoleOpen_ ? STDIN_FILENO : -1, POLLIN, 0},
+                              {line_ ? line_->Descriptor() : -1, wanted, 0}};
+  const std::size_t own = waiting.size();
+  if (socket_) socket_->AddTo(waiting);
   if (poll(waiting.data(), waiting.size(), MillisecondsToWait()) < 0) return;
   PassTime();
+  // Before the console, which may change what the results belong to.
+  if (socket_) socket_->Serve(waiting.data() + own);
   if (waiting[0].revents != 0) ended_ = true;
-  if (waiting[1].revents != 0) ReadConsole();
   if (line_ && (waiting[2].revents & POLLIN) != 0) ReceiveFromLine();
   SendWhatIsDue();
+  if (side_.HasVanished() || (socket_ && socket_->HasVanished())) Unplug();
+  if (waiting[1].revents != 0) ReadConsole();
 }
 
 void Session::ReceiveFromLine() {
@@ -131,7 +167,6 @@ void Session::ReceiveFromLine() {
     outgoing_.push_back({instrument_.Now() + chunk.after, std::move(chunk.bytes)});
   }
   NoteUnknown(before);
-  if (side_.HasVanished()) Unplug();
 }
 
 void Session::NoteUnknown(int before) {
@@ -176,5 +211,5 @@ void Session::CarryOut(const std::string& line) {
   if (!line.empty()) log_.Remark(Elapsed(), "console: " + line);
   if (answer.wish == Console::Wish::kQuit) ended_ = true;
   if (answer.wish == Console::Wish::kUnplug) Unplug();
-  if (answer.wish == Console::Wish::kPlugIn && !line_) PlugIn();
+  if (answer.wish == Console::Wish::kPlugIn && !line_ && !socket_) PlugIn();
 }

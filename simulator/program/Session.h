@@ -7,13 +7,14 @@
 
 #include "simulator/Instrument.h"
 #include "simulator/SerialSide.h"
+#include "simulator/program/BusSocket.h"
 #include "simulator/program/ByteLog.h"
 #include "simulator/program/Console.h"
 #include "simulator/program/Options.h"
 #include "simulator/program/PseudoTerminal.h"
 
-// One run of the program: the instrument behind its line, the console on standard input. Everything
-// happens on one thread, which sleeps until there is something to do.
+// One run of the program: the instrument behind its line, its socket or both, the console on
+// standard input. Everything happens on one thread, which sleeps until there is something to do.
 class Session {
  public:
   explicit Session(Options options);
@@ -30,6 +31,9 @@ class Session {
 
   bool Prepare();
   bool PlugIn();
+  bool OpenLine();
+  bool OpenSocket();
+  void TellReady(const std::string& path);
   void Unplug();
   void PassTime();
   void WaitOnce();
@@ -48,6 +52,7 @@ class Session {
   Console console_;
   ByteLog log_;
   std::unique_ptr<PseudoTerminal> line_;
+  std::unique_ptr<BusSocket> socket_;
   std::deque<Outgoing> outgoing_;
   std::size_t outgoingBytes_ = 0;
   std::string typed_;
