@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "drivers/NoGpib.h"
-#include "drivers/NoUsb.h"
+#include "drivers/ChosenUsb.h"
+#include "drivers/LibraryGpib.h"
 #include "link/SerialEvents.h"
 #include "transfers/RefreshLoop.h"
 #include "transfers/WaveReader.h"
@@ -43,8 +43,8 @@ struct Desk {
   Waiting waiting{events};
   FatalPrompts prompts;
   NoStore store;
-  NoGpib gpibDriver;
-  NoUsb usbDriver;
+  LibraryGpib gpibDriver{store};
+  ChosenUsb usbDriver{store, MakeUsbTime([] { return 0; })};
   LinkSettings settings;
   LinkState state;
   RS232Func rs232{port, settings, state, waiting, prompts};

@@ -118,19 +118,37 @@ void FillRefresh(QVBoxLayout& page, frmOptions& form) {
   page.addStretch(1);
 }
 
+// A tool tip takes what looks like a mark for one.
+QString PlainToolTip(const std::string& text) {
+  return text.empty() ? QString() : Qt::convertFromPlainText(FromUtf8(text));
+}
+
+// Tells anew, at each opening, which library does the work.
+void ShowMeaning(QComboBox& combo, const QString& what, const std::string& library) {
+  combo.setToolTip(Qt::convertFromPlainText(what + "\n" + FromUtf8(library)));
+}
+
 // The entries tell what they lead to, and the box tells it of the chosen one.
 void ShowPortMeanings(QComboBox& combo, const frmOptions& form) {
   for (int i = 0; i < combo.count(); ++i) {
-    combo.setItemData(i, QString::fromStdString(form.PortMeaning(i)), Qt::ToolTipRole);
+    combo.setItemData(i, PlainToolTip(form.PortMeaning(i)), Qt::ToolTipRole);
   }
   combo.setToolTip(combo.currentData(Qt::ToolTipRole).toString());
 }
 
 void FillCommunication(QVBoxLayout& page, frmOptions& form) {
-  AddCombo(AddFormGroup(page, "USB"), "DeviceCombo", "&Device",
-           "The instruments found on USB, numbered from 0", form.DeviceCombo);
-  AddCombo(AddFormGroup(page, "GPIB Setting"), "GPIB_AddrCombo", "&Address",
-           "The GPIB address set at the instrument", form.GPIB_AddrCombo);
+  QComboBox& device =
+      AddCombo(AddFormGroup(page, "USB"), "DeviceCombo", "&Device", {}, form.DeviceCombo);
+  form.DeviceCombo.onChanged = [&device, &form, follow = form.DeviceCombo.onChanged] {
+    follow();
+    ShowMeaning(device, "The instruments found on USB, numbered from 0.", form.DeviceMeaning());
+  };
+  QComboBox& address = AddCombo(AddFormGroup(page, "GPIB Setting"), "GPIB_AddrCombo", "&Address",
+                                {}, form.GPIB_AddrCombo);
+  form.GPIB_AddrCombo.onChanged = [&address, &form, follow = form.GPIB_AddrCombo.onChanged] {
+    follow();
+    ShowMeaning(address, "The GPIB address set at the instrument.", form.AddressMeaning());
+  };
   QFormLayout& serial = AddFormGroup(page, "RS232 Setting");
   QComboBox& port = AddCombo(serial, "PortCombo", "RS232 &Port", {}, form.PortCombo);
   form.PortCombo.onChanged = [&port, &form, follow = form.PortCombo.onChanged] {

@@ -11,8 +11,8 @@
 #include "desktop/MainWindow.h"
 #include "desktop/OptionsWindow.h"
 #include "desktop/WavePictureWidget.h"
-#include "drivers/NoGpib.h"
-#include "drivers/NoUsb.h"
+#include "drivers/ChosenUsb.h"
+#include "drivers/LibraryGpib.h"
 #include "drivers/ProgramFiles.h"
 #include "drivers/QtEventSource.h"
 #include "drivers/QtPrompts.h"
@@ -54,8 +54,8 @@ struct Program::Parts {
   QtSerialPort serial{[this](int number) {
     return store.Read("Drivers", "COM" + std::to_string(number)).value_or(std::string());
   }};
-  NoGpib gpib;
-  NoUsb usb;
+  LibraryGpib gpib{store};
+  ChosenUsb usb{store, MakeUsbTime([this] { return events.Turns(); })};
   HelpWindow help{nullptr};
   MainModule module{Platform{events, waiting, prompts, store, serial, gpib, usb, SystemShortDate,
                              MakeRasterCanvas, ORIOLEMARK_VERSION, help, HelpFilePath()}};

@@ -40,9 +40,8 @@ class ChosenUsb : public UsbDriver {
   bool Control_Command_Send(int device, int request, int value, int index) override;
   bool Bulk_DataTransfer_Read(int device, int count, std::span<std::uint8_t> buffer) override;
 
-  // Which driver serves, why the named library does not, and what went wrong last. Plain text,
-  // UTF-8.
-  std::string Meaning();
+  // Also tells why the named library does not serve, and what went wrong last.
+  std::string Meaning() override;
 
  private:
   struct Asked {

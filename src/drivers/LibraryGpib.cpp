@@ -78,7 +78,7 @@ void LibraryGpib::ibonl(int device, int online) {
   Call<OnlineCall>("ibonl", device, online);
 }
 
-std::string LibraryGpib::Meaning() const {
+std::string LibraryGpib::Meaning() {
   const std::vector<std::string> names = AskedNames();
   const bool standing = library_.IsOpen() && names == names_;
   const SharedLibrary found = standing ? SharedLibrary() : SharedLibrary(names, RequiredExports());

@@ -26,9 +26,8 @@ class LibraryGpib : public GpibDriver {
   void ibonl(int device, int online) override;
   const GpibStatus& Status() const override { return status_; }
 
-  // Which library serves, or would serve at the next connect, or what is missing and where it was
-  // looked for. Plain text, UTF-8.
-  std::string Meaning() const;
+  // Also tells which library would serve at the next connect.
+  std::string Meaning() override;
 
  private:
   // The status words as the library's threads write them.

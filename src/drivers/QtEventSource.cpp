@@ -32,6 +32,7 @@ class QtAlarm : public Alarm {
 }  // namespace
 
 void QtEventSource::ServePending(UserInput input) {
+  ++turns_;
   QCoreApplication::processEvents(FlagsFor(input));
 }
 
@@ -44,6 +45,7 @@ void QtEventSource::ServeNext(Milliseconds limit, UserInput input) {
     alarmClock.setSingleShot(true);
     alarmClock.start(limit);
   }
+  ++turns_;
   QCoreApplication::processEvents(FlagsFor(input) | QEventLoop::WaitForMoreEvents);
 }
 

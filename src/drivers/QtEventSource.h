@@ -14,6 +14,12 @@ class QtEventSource : public EventSource {
   // The alarm may be destroyed from inside its own ring. It does not ring inside its own ring.
   std::unique_ptr<Alarm> MakeAlarm(std::function<void()> ring) override;
   void Wake() override;
+
+  // Changes whenever events are served.
+  int Turns() const { return turns_; }
+
+ private:
+  int turns_ = 0;
 };
 
 }  // namespace oriolemark

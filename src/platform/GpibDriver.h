@@ -1,6 +1,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace oriolemark {
@@ -27,6 +28,9 @@ class GpibDriver {
   virtual void ibrd(int device, std::span<char> buffer) = 0;
   virtual void ibonl(int device, int online) = 0;
   virtual const GpibStatus& Status() const = 0;
+  // Which library does the work, or what is missing and where it was looked for: plain text for the
+  // user, UTF-8.
+  virtual std::string Meaning() { return {}; }
 };
 
 }  // namespace oriolemark

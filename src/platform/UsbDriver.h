@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 
 namespace oriolemark {
 
@@ -18,6 +19,9 @@ class UsbDriver {
   virtual bool Read_USB(int device, int phase, int count, std::span<std::uint8_t> buffer) = 0;
   virtual bool Control_Command_Send(int device, int request, int value, int index) = 0;
   virtual bool Bulk_DataTransfer_Read(int device, int count, std::span<std::uint8_t> buffer) = 0;
+  // Which library does the work, or what is missing and where it was looked for: plain text for the
+  // user, UTF-8.
+  virtual std::string Meaning() { return {}; }
 };
 
 }  // namespace oriolemark

@@ -15,7 +15,7 @@ MainModule::MainModule(Platform platform)
       about(platform_.prompts, platform_.version),
       newDoc(docChoice_),
       openDoc(docChoice_),
-      options(preferences, platform_.serial, platform_.usb, docChoice_),
+      options(preferences, platform_.serial, platform_.gpib, platform_.usb, docChoice_),
       browser(sheet, platform_.prompts),
       controller({settings, controlDocument, preferences.link, link_, transfer_, scope_, progress,
                   platform_.waiting, platform_.prompts, pointer}),

@@ -30,8 +30,8 @@ std::vector<std::string> Counted(int count) {
 
 }  // namespace
 
-frmOptions::frmOptions(Preferences& preferences, SerialPort& serial, UsbDriver& usb,
-                       DocChoice& choice)
+frmOptions::frmOptions(Preferences& preferences, SerialPort& serial, GpibDriver& gpib,
+                       UsbDriver& usb, DocChoice& choice)
     : tbsOptions(kPages, [this] { tbsOptions_Change(); }),
       PortSelectOption(3),
       OptRefreshType(2, [this](int index) { IntervalCombo.SetEnabled(index == kAutoOption); }),
@@ -39,6 +39,7 @@ frmOptions::frmOptions(Preferences& preferences, SerialPort& serial, UsbDriver& 
       cmdCancel([this] { Unload(); }),
       preferences_(preferences),
       serial_(serial),
+      gpib_(gpib),
       usb_(usb),
       choice_(choice) {
   SetCaption("Options");

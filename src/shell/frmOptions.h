@@ -8,6 +8,7 @@
 #include "platform/CheckBox.h"
 #include "platform/ComboBox.h"
 #include "platform/Form.h"
+#include "platform/GpibDriver.h"
 #include "platform/OptionGroup.h"
 #include "platform/SerialPort.h"
 #include "platform/TabStrip.h"
@@ -23,7 +24,8 @@ class frmOptions : public Form {
   static constexpr int kPages = 3;
 
   // OK sets `choice.accepted`.
-  frmOptions(Preferences& preferences, SerialPort& serial, UsbDriver& usb, DocChoice& choice);
+  frmOptions(Preferences& preferences, SerialPort& serial, GpibDriver& gpib, UsbDriver& usb,
+             DocChoice& choice);
 
   TabStrip tbsOptions;
   std::array<Control, kPages> picOptions;  // the pages; the selected one alone is enabled
@@ -46,8 +48,11 @@ class frmOptions : public Form {
 
   void Form_Load() override;
 
-  // What the entry of `PortCombo` leads to, in words (UTF-8).
+  // What a choice leads to, in words (UTF-8): an entry of `PortCombo`, the GPIB addresses, the USB
+  // devices.
   std::string PortMeaning(int index) const;
+  std::string AddressMeaning() const { return gpib_.Meaning(); }
+  std::string DeviceMeaning() const { return usb_.Meaning(); }
 
  private:
   void FillLink();
@@ -56,6 +61,7 @@ class frmOptions : public Form {
 
   Preferences& preferences_;
   SerialPort& serial_;
+  GpibDriver& gpib_;
   UsbDriver& usb_;
   DocChoice& choice_;
 };

@@ -92,12 +92,7 @@ struct Day : ProgramBench {
     });
     module.Main();
     ExpectEndedInOrder();
-    ExpectMessages(messages);
-  }
-  void ExpectMessages(const std::vector<std::string>& messages) const {
-    std::vector<std::string> texts;
-    for (const Message& message : prompts.shown) texts.push_back(message.text + message.systemText);
-    EXPECT_EQ(texts, messages);
+    EXPECT_EQ(Told(), messages);
   }
 };
 
@@ -192,8 +187,7 @@ const Trouble kTroubles[] = {
     {"bytes for a minute and no line end",
      Chatter(kAsked, Ms(64000), Ms(1000), std::string(1'200'000, '0')), kWhole},
     {"the port goes while idle", Fails(Ms(3500)), kStale, 13},
-    {"the port goes in a transfer", Fails(kAsked + Ms(350)), kNoBlock, 4},
-};
+    {"the port goes in a transfer", Fails(kAsked + Ms(350)), kNoBlock, 4}};
 
 TEST(BadDays, TheProgramLivesThroughEveryTroubleOfTheLine) {
   for (const Trouble& row : kTroubles) {
@@ -252,8 +246,7 @@ const Wait kWaits[] = {
       {"tool 14", {kFull, kConnect}},
       {"menu &Disconnect", {kFull, kConnect}},
       {"menu &Options...", {kFull, kConnect}},
-      {"tool 11", {kFull, kFull}}}},
-};
+      {"tool 11", {kFull, kFull}}}}};
 
 // Every control of the main window and of the view.
 std::vector<std::pair<std::string, Happens>> Hands() {
@@ -266,16 +259,14 @@ std::vector<std::pair<std::string, Happens>> Hands() {
        }},
       {"close the view", [](Day& day) { day.View().Unload(); }},
       {"close the bar", [](Day& day) { day.module.progress.Unload(); }},
-      {"new sheet with an item",
-       [](Day& day) {
+      {"new sheet with an item", [](Day& day) {
          day.module.browser.mnuNewDataSheet_Click();
          day.module.browser.files.AddWaveItem();
          if (day.clock.Now() < kAsked) return;
          day.At(kHealed - day.clock.Now() - Ms(1), [&day] {
            EXPECT_FALSE(day.module.sheet.Waves[0].HasData) << "that was another item's transfer";
          });
-       }},
-  };
+       }}};
   for (std::size_t place = 0; place < frmMain::kToolPlaces; ++place) {
     hands.push_back({"tool " + std::to_string(place),
                      [place](Day& day) { day.module.main.ToolButtons[place].Click(); }});
@@ -350,7 +341,7 @@ TEST(BadDays, TheProgramMayBeClosedInAnyWait) {
     EXPECT_EQ(day.port.written.find('?', sent), std::string::npos) << "no more questions";
     EXPECT_LT(day.clock.Now() - wait.at, Ms(2000));
     day.ExpectEndedInOrder();
-    day.ExpectMessages(wait.messages);
+    EXPECT_EQ(day.Told(), wait.messages);
   }
 }
 

@@ -41,8 +41,8 @@ const char* const kRead = R"(
 )";
 const std::string kStatus = ":TRIGGER:STATUS:?";
 
-struct TransferBench : ControllerBench {
-  TransferBench() {
+struct SettingsBench : ControllerBench {
+  SettingsBench() {
     Connect();
     ProgressBar& bar = module.progress.ProgressBar1;
     bar.onRefresh = [this, &bar] {
@@ -72,7 +72,7 @@ struct TransferBench : ControllerBench {
 };
 
 TEST(SettingsTransfer, UploadSendsEverySettingInOrderWhateverTheMethod) {
-  TransferBench bench;
+  SettingsBench bench;
   bench.settings = Numbered("v");
   std::string expected = kStatus;
   for (const auto& row : Rows(kWritten)) {
@@ -88,59 +88,36 @@ TEST(SettingsTransfer, UploadSendsEverySettingInOrderWhateverTheMethod) {
 }
 
 TEST(SettingsTransfer, DownloadStoresEachReplyAndDropsBlanksOnlyWhereTold) {
-  for (const char* const status : {"STOP", "STOP ", "stop", "RUN"}) {
-    TransferBench bench;
+  for (const std::string status : {"STOP", "STOP ", "stop", "RUN", "silence"}) {
+    SettingsBench bench;
+    const bool silent = status == "silence";
     CtrlSettings expected = Numbered(" a b");
+    expected.CH1VoltDiv = "ab3";
+    expected.CH2VoltDiv = "ab10";
+    expected.Intensity = "ab37";
     std::string asked = kStatus;
     for (const auto& row : Rows(kRead)) {
       bench.port.lies[row[0] + "?"] = " a b" + row[1] + "\n";
       asked += ";" + row[0] + "?";
+      if (silent) (expected.*kRecord[std::stoul(row[1]) - 1]).clear();
     }
-    bench.port.lies[kStatus] = status + std::string("\n");
-    expected.CH1VoltDiv = "ab3";
-    expected.CH2VoltDiv = "ab10";
-    expected.Intensity = "ab37";
-    expected.RunStop = status == std::string("STOP") ? "STOP" : "RUN";
+    bench.port.lies[kStatus] = status + "\n";
+    if (silent) bench.port.side.GetFaults().Add(*tx5000::ParseFault("silence"));
+    expected.RunStop = status == "STOP" ? "STOP" : "RUN";
     expected.CH1Invert = expected.CH2Invert = expected.MemOffset = "OFF";
     bench.controller.cmdDownload.Click();
     EXPECT_EQ(bench.Sent(), asked);
     EXPECT_EQ(Listed(bench.settings), Listed(expected)) << status;
     bench.ExpectSteps(kRead, 100.0 / 36);
-    EXPECT_TRUE(bench.document.CtrlChanged);
-    EXPECT_EQ(bench.Joined("Trigger"), "Method [ a b22], Source [ a b24]");
+    EXPECT_TRUE(bench.document.CtrlChanged && bench.prompts.shown.empty());
+    EXPECT_EQ(bench.Joined("Trigger"),
+              silent ? "Method [], Source []" : "Method [ a b22], Source [ a b24]");
     bench.ExpectRest();
   }
 }
 
-TEST(SettingsTransfer, DownloadFromASilentInstrumentEmptiesTheRecord) {
-  TransferBench bench;
-  bench.port.side.GetFaults().Add(*tx5000::ParseFault("silence"));
-  bench.controller.cmdDownload.Click();
-  CtrlSettings expected;
-  for (std::size_t i = 1; i <= kFields; ++i) (expected.*kRecord[i]).clear();
-  expected.RunStop = "RUN";
-  expected.CH1Invert = expected.CH2Invert = expected.MemOffset = "OFF";
-  EXPECT_EQ(Listed(bench.settings), Listed(expected));
-  EXPECT_EQ(bench.Joined("Trigger"), "Method [], Source []");
-  EXPECT_TRUE(bench.document.CtrlChanged && bench.prompts.shown.empty());
-}
-
-TEST(SettingsTransfer, WithoutAnInstrumentNothingIsSentOrSwitchedOff) {
-  ControllerBench bench;
-  bench.settings = Numbered("v");
-  for (MenuEntry* entry : {&bench.controller.mnuUpload, &bench.controller.mnuDownLoad}) {
-    entry->Click();
-    EXPECT_EQ(std::exchange(bench.prompts.shown, {}),
-              (std::vector<Message>{{.text = "Please Connect Oscilloscope First",
-                                     .icon = MessageIcon::Exclamation}}));
-  }
-  EXPECT_EQ(Listed(bench.settings), Listed(Numbered("v")));
-  EXPECT_EQ(bench.Sent(), "");
-  EXPECT_FALSE(bench.document.CtrlChanged);
-}
-
 TEST(SettingsTransfer, AutoSetBlocksFourSecondsUnderTheHourglassAndReadsEverything) {
-  TransferBench bench;
+  SettingsBench bench;
   std::vector<std::pair<PointerShape, Milliseconds>> shapes;
   bench.module.pointer.onChanged = [&] {
     shapes.emplace_back(bench.module.pointer.Shape(), bench.clock.Now());
@@ -174,17 +151,8 @@ VIDEO | 30=EVEN FIELD;31=NTSC;32=525;24=CH2
 TEST(SettingsTransfer, WhatAnUploadWritesADownloadBringsBack) {
   for (const auto& row : Rows(kDocuments)) {
     SCOPED_TRACE(row[1]);
-    TransferBench bench;
-    bench.settings.TrigMethod = row[0];
-    bench.settings.VideoSync = "ALL LINE";
-    bench.settings.VideoStandard = "NTSC";
-    const std::string changes = row[1] + ";";
-    for (std::size_t at = 0, end; at < changes.size(); at = end + 1) {
-      end = changes.find(';', at);
-      const std::size_t mark = changes.find('=', at);
-      bench.settings.*kRecord[std::stoul(changes.substr(at))] =
-          changes.substr(mark + 1, end - mark - 1);
-    }
+    SettingsBench bench;
+    Set(bench.settings, "30=ALL LINE;31=NTSC;22=" + row[0] + ";" + row[1]);
     CtrlSettings expected = bench.settings;
     expected.CH2Probe = expected.CH1Probe;
     expected.MemOffset = "OFF";
@@ -197,7 +165,7 @@ TEST(SettingsTransfer, WhatAnUploadWritesADownloadBringsBack) {
 }
 
 TEST(SettingsTransfer, OfANewDocumentTheInstrumentRefusesTwoValues) {
-  TransferBench bench;
+  SettingsBench bench;
   bench.controller.cmdUpload.Click();
   EXPECT_EQ(bench.instrument.Unknown(),
             (std::vector<std::string>{":TRIGGER:SYNC:LINE", ":TRIGGER:VIDEO STANDARD:"}));
@@ -205,37 +173,36 @@ TEST(SettingsTransfer, OfANewDocumentTheInstrumentRefusesTwoValues) {
 
 struct Trouble {
   const char* name;
-  std::function<void(TransferBench&)> strike;
+  std::function<void(SettingsBench&)> strike;
   long extra = 0;    // commands more than the transfer has
   int failures = 0;  // at the least
 };
 const Trouble kTroubles[] = {
-    {"the line dies", [](TransferBench& bench) { bench.port.fails = "Input/output error"; }, 0, 20},
+    {"the line dies", [](SettingsBench& bench) { bench.port.fails = "Input/output error"; }, 0, 20},
     {"garbage",
-     [](TransferBench& bench) { bench.port.side.GetFaults().Add(*tx5000::ParseFault("garbage")); }},
-    {"Upload again", [](TransferBench& bench) { bench.controller.cmdUpload.Click(); }},
-    {"Download again", [](TransferBench& bench) { bench.controller.mnuDownLoad.Click(); }},
+     [](SettingsBench& bench) { bench.port.side.GetFaults().Add(*tx5000::ParseFault("garbage")); }},
+    {"Upload again", [](SettingsBench& bench) { bench.controller.cmdUpload.Click(); }},
+    {"Download again", [](SettingsBench& bench) { bench.controller.mnuDownLoad.Click(); }},
     {"the bar is closed",
-     [](TransferBench& bench) { EXPECT_FALSE(bench.module.progress.Unload()); }},
+     [](SettingsBench& bench) { EXPECT_FALSE(bench.module.progress.Unload()); }},
     {"an edit",
-     [](TransferBench& bench) {
+     [](SettingsBench& bench) {
        bench.Edit(bench.Node("Display", "Grid"), [&bench] { bench.Confirm("HALF"); });
        EXPECT_NE(bench.port.written.find(":DISPLAY:GRID:HALF\r"), std::string::npos);
      },
      1},
     {"New",
-     [](TransferBench& bench) {
+     [](SettingsBench& bench) {
        if (bench.document.CtrlChanged) bench.prompts.AnswerNext(MessageAnswer::No);
        bench.controller.mnuNewCtrl.Click();
      }},
-    {"the program is closed", [](TransferBench& bench) { bench.module.main.Close(); }},
-};
+    {"the program is closed", [](SettingsBench& bench) { bench.module.main.Close(); }}};
 
 TEST(SettingsTransfer, EndsInOrderWhateverHappensMeanwhile) {
   for (const Trouble& trouble : kTroubles) {
     for (const bool upload : {true, false}) {
       SCOPED_TRACE(std::string(trouble.name) + (upload ? " in Upload" : " in Download"));
-      TransferBench bench;
+      SettingsBench bench;
       const Milliseconds begin = bench.clock.Now();
       bench.At(700, [&] {
         EXPECT_TRUE(bench.module.Transfer().TransferActive);

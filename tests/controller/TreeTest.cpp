@@ -85,6 +85,7 @@ TEST(CtrlTree, GroupsStayAsTheyWereAtAMethodChangeAndFoldAtAPlainRebuild) {
   bench.tree.SetExpanded(bench.Node("Acquire"), false);
   bench.Edit(bench.Node("Trigger", "Method"), [&] { bench.Confirm("VIDEO"); });
   EXPECT_EQ(expanded(), "R.xxxx.x.");
+  EXPECT_EQ(bench.Leaves("Trigger").size(), 6) << "those of the new method";
   bench.controller.cmdDownload.Click();
   EXPECT_EQ(expanded(), "R........");
 }

@@ -7,8 +7,8 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-Message Critical(const std::string& text, const std::string& title = "Error") {
-  return {.text = text, .title = title, .icon = MessageIcon::Critical};
+Message Failure(const std::string& text) {
+  return Critical(text, "Error");
 }
 
 class GpibLinkTest : public ::testing::Test {
@@ -29,24 +29,21 @@ TEST_F(GpibLinkTest, OpensAndClearsTheDevice) {
   EXPECT_TRUE(bench.state.LinkOpened);
 }
 
-TEST_F(GpibLinkTest, DeviceThatDoesNotOpenIsToldAndNotCleared) {
+TEST_F(GpibLinkTest, DeviceThatDoesNotOpenOrClearIsToldAndLeavesNoConnection) {
+  bench.gpibDriver.Fail("ibclr", 0x8100, 2);
+  bench.scope.ConnectScope();
+  EXPECT_EQ(bench.gpibDriver.calls, (Calls{"ibdev 0 7 0 13 1 0", "ibclr 3", "ibonl 3 0"}));
+  EXPECT_FALSE(bench.state.LinkOpened || bench.state.ScopeConnected);
+  bench.gpibDriver.calls.clear();
   bench.gpibDriver.Fail("ibdev", 0x8000, 0);
   bench.scope.ConnectScope();
-  EXPECT_EQ(bench.prompts.shown,
-            std::vector<Message>{
-                Critical("Unable to open GPIB IO device\ribsta = &H8000\riberr = 0", "GPIB Init")});
-  EXPECT_EQ(bench.gpibDriver.calls, Calls{"ibdev 0 7 0 13 1 0"});
+  EXPECT_EQ(bench.gpibDriver.calls, Calls{"ibdev 0 7 0 13 1 0"}) << "and is not cleared";
   EXPECT_FALSE(bench.state.LinkOpened || bench.state.ScopeConnected);
-}
-
-TEST_F(GpibLinkTest, DeviceThatDoesNotClearGoesOffline) {
-  bench.gpibDriver.Fail("ibclr", 0x8100, 2);
-  bench.gpib.GPIBInit();
   EXPECT_EQ(
       bench.prompts.shown,
-      std::vector<Message>{Critical("Unable to clear device\ribsta = &H8100\riberr = 2 <ENOL>")});
-  EXPECT_EQ(bench.gpibDriver.calls.back(), "ibonl 3 0");
-  EXPECT_FALSE(bench.state.LinkOpened);
+      (std::vector<Message>{
+          Failure("Unable to clear device\ribsta = &H8100\riberr = 2 <ENOL>"),
+          Critical("Unable to open GPIB IO device\ribsta = &H8000\riberr = 0", "GPIB Init")}));
 }
 
 TEST_F(GpibLinkTest, CommandGoesOutBareAndBlocksFiveMillisecondsACharacter) {
@@ -74,7 +71,7 @@ TEST_F(GpibLinkTest, SilentInstrumentIsGivenUpAfterTenSeconds) {
   EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
   EXPECT_EQ(bench.prompts.shown,
             std::vector<Message>{
-                Critical("Unable to read from device\ribsta = &HC000\riberr = 6 <EABO>")});
+                Failure("Unable to read from device\ribsta = &HC000\riberr = 6 <EABO>")});
   EXPECT_EQ(bench.clock.Now(), Milliseconds(10020));
 }
 
@@ -82,10 +79,10 @@ TEST_F(GpibLinkTest, DeadDeviceShowsTwoMessagesForOneQuestionAndStaysConnected) 
   bench.gpibDriver.Fail("ibwrt", 0x8100, 9);
   bench.gpibDriver.Fail("ibrd", 0x1F100, 21);
   EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
-  EXPECT_EQ(bench.prompts.shown,
-            (std::vector<Message>{
-                Critical("Unable to write to device\ribsta = &H8100\riberr = 9 <>"),
-                Critical("Unable to read from device\ribsta = &HF100\riberr = 21 <>")}));
+  EXPECT_EQ(
+      bench.prompts.shown,
+      (std::vector<Message>{Failure("Unable to write to device\ribsta = &H8100\riberr = 9 <>"),
+                            Failure("Unable to read from device\ribsta = &HF100\riberr = 21 <>")}));
   EXPECT_EQ(bench.gpibDriver.calls,
             (Calls{"ibwrt 3 :A:?", "ibonl 3 0", "ibrd 3 1024", "ibonl 3 0"}));
   EXPECT_EQ(bench.clock.Now(), Milliseconds(20));

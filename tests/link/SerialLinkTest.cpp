@@ -5,6 +5,10 @@
 namespace oriolemark {
 namespace {
 
+Message Failure(const char* text, const char* title) {
+  return {.systemText = text, .title = title, .icon = MessageIcon::Exclamation};
+}
+
 class SerialLinkTest : public ::testing::Test {
  protected:
   SerialLinkTest() { bench.Connect(kLinkRS232); }
@@ -25,9 +29,7 @@ TEST_F(SerialLinkTest, ReopensThePortWithTheChosenSettings) {
 TEST_F(SerialLinkTest, PortThatDoesNotOpenIsToldOnceAndLeavesNoConnection) {
   bench.port.fails = "Permission denied";
   bench.scope.ConnectScope();
-  EXPECT_EQ(bench.prompts.shown, (std::vector<Message>{{.systemText = "Permission denied",
-                                                        .title = "RS232 Init",
-                                                        .icon = MessageIcon::Exclamation}}));
+  EXPECT_EQ(bench.prompts.shown, std::vector<Message>{Failure("Permission denied", "RS232 Init")});
   EXPECT_FALSE(bench.state.LinkOpened || bench.state.ScopeConnected);
   EXPECT_EQ(bench.indicator, std::vector<bool>{false});
   EXPECT_EQ(bench.port.written, "");
@@ -88,9 +90,8 @@ TEST(SerialTieTest, ReplyAndTwentiethTickAtOnceGoByTheFirstServed) {
 TEST_F(SerialLinkTest, FailedWriteIsToldAndTheReplyStillWaitedFor) {
   bench.port.fails = "Input/output error";
   EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
-  EXPECT_EQ(bench.prompts.shown, (std::vector<Message>{{.systemText = "Input/output error",
-                                                        .title = "RS232 Send Message",
-                                                        .icon = MessageIcon::Exclamation}}));
+  EXPECT_EQ(bench.prompts.shown,
+            std::vector<Message>{Failure("Input/output error", "RS232 Send Message")});
   EXPECT_EQ(bench.clock.Now(), Milliseconds(2000));
   EXPECT_TRUE(bench.state.ScopeConnected);
 }

@@ -5,9 +5,8 @@
 namespace oriolemark {
 namespace {
 
-Message Complaint(const std::string& title,
-                  const std::string& text = "Can't Connect to USB Device") {
-  return {.text = text, .title = title, .icon = MessageIcon::Exclamation};
+Message Complaint(const std::string& title) {
+  return Warning("Can't Connect to USB Device", title);
 }
 
 class UsbLinkTest : public ::testing::Test {
@@ -69,7 +68,7 @@ TEST_F(UsbLinkTest, SilenceEndsAReadByTheDriverAndABlockReadByItsFiftyTicks) {
   EXPECT_EQ(bench.usb.USBRead(), "a");
   EXPECT_EQ(bench.usb.USBRead(), "");
   EXPECT_EQ(bench.prompts.shown,
-            (std::vector<Message>{Complaint("USB Read Message", "Read USB time out"),
+            (std::vector<Message>{Warning("Read USB time out", "USB Read Message"),
                                   Complaint("USB Read Message")}));
 }
 

@@ -6,6 +6,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace oriolemark {
@@ -30,17 +31,10 @@ std::string Show(const RasterCanvas& canvas) {
 }
 
 TEST(RasterCanvas, LinesSetTheirPixels) {
-  struct Row {
-    const char* name;
-    Point from;
-    Point to;
-    int width;
-    PenStyle style;
-    const char* shown;
-  };
   const PenStyle solid = PenStyle::Solid;
   const PenStyle dotted = PenStyle::Dotted;
-  const Row rows[] = {
+  // The ends, the width and style of the pen, and the picture.
+  const std::tuple<const char*, Point, Point, int, PenStyle, const char*> rows[] = {
       {"a point", {2, 1}, {2, 1}, 1, solid, "....../..#.../......"},
       {"both ends", {4, 1}, {1, 1}, 1, solid, "....../.####./......"},
       {"ties go to even", {0.5, 1.5}, {2.5, 1.5}, 1, solid, "....../....../###..."},
@@ -53,12 +47,12 @@ TEST(RasterCanvas, LinesSetTheirPixels) {
       {"two wide from below the edge", {0, 3}, {6, 3}, 2, solid, "....../....../######"},
       {"dots count from the line's own start", {-3, 1}, {5, 1}, 1, dotted, "....../.##..#/......"},
   };
-  for (const Row& row : rows) {
+  for (const auto& [name, from, to, width, style, shown] : rows) {
     RasterCanvas canvas = Blank(6, 3);
-    canvas.SetLineWidth(row.width);
-    canvas.SetPenStyle(row.style);
-    canvas.Line(row.from, row.to);
-    EXPECT_EQ(Show(canvas), row.shown) << row.name;
+    canvas.SetLineWidth(width);
+    canvas.SetPenStyle(style);
+    canvas.Line(from, to);
+    EXPECT_EQ(Show(canvas), shown) << name;
   }
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "support/ProgramBench.h"
+#include "support/Tables.h"
 
 namespace oriolemark {
 namespace {
@@ -61,45 +62,36 @@ TEST(Options, ReachTheStoreWithOkAndNotWithCancel) {
 }
 
 TEST(Options, ShowWhatTheStoreHoldsAndCanBeConfirmedAsTheyStand) {
-  const struct {
-    const char* name;
-    const char *io, *port, *address, *type, *interval;  // as stored
-    int option;
-    const char *portText, *addressText;
-    bool intervalEnabled;
-    const char *ioAfter, *portAfter, *addressAfter, *typeAfter;
-  } kRows[] = {
-      {"first run", "0", "1", "7", "Single", "100", 0, "COM1", "7", false, "0", "1", "7", "Single"},
-      {"RS232, Auto", "2", "2", "0", "Auto", "0", 2, "COM2", "0", true, "2", "2", "0", "Auto"},
-      {"no such port", "1", "3", "30", "Auto", "-5", 1, "COM1", "30", true, "1", "1", "30", "Auto"},
-      {"no such link", "7", "-1", "5", "auto", "1", 0, "COM1", "5", false, "0", "1", "5", "Single"},
-      {"no such address", "1", "1", "31", "", "1", 1, "COM1", "", false, "1", "1", "-1", "Single"},
-  };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.name);
+  // What is stored: link, port, address, type and interval; the link, port, address and state of
+  // the interval shown; and what is stored behind OK.
+  for (const auto& row : Rows(R"(
+0 | 1 | 7 | Single | 100 | 0 | COM1 | 7 | off | 0 | 1 | 7 | Single
+2 | 2 | 0 | Auto | 0 | 2 | COM2 | 0 | on | 2 | 2 | 0 | Auto
+1 | 3 | 30 | Auto | -5 | 1 | COM1 | 30 | on | 1 | 1 | 30 | Auto
+7 | -1 | 5 | auto | 1 | 0 | COM1 | 5 | off | 0 | 1 | 5 | Single
+1 | 1 | 31 | - | 1 | 1 | COM1 | - | off | 1 | 1 | -1 | Single
+)")) {
+    SCOPED_TRACE(row[0] + row[1] + row[2] + row[3]);
+    static constexpr std::pair<const char*, const char*> kKeys[] = {{"IO Settings", "ScopeIOType"},
+                                                                    {"IO Settings", "COM_Port"},
+                                                                    {"IO Settings", "GPIB_Addr"},
+                                                                    {"Refresh", "Refresh Type"}};
     ProgramBench bench;
     bench.usb.devices = 0;
-    auto& values = bench.store.values;
-    bench.Store("IO Settings", "ScopeIOType", row.io);
-    bench.Store("IO Settings", "COM_Port", row.port);
-    bench.Store("IO Settings", "GPIB_Addr", row.address);
-    bench.Store("Refresh", "Refresh Type", row.type);
-    bench.Store("Refresh", "Refresh Interval", row.interval);
+    for (std::size_t i = 0; i < 4; ++i) bench.Store(kKeys[i].first, kKeys[i].second, row[i]);
+    bench.Store("Refresh", "Refresh Interval", row[4]);
     Open(bench, [&](frmOptions& options) {
-      EXPECT_EQ(options.PortSelectOption.Selected(), row.option);
-      EXPECT_EQ(options.PortCombo.Text(), row.portText);
-      EXPECT_EQ(options.GPIB_AddrCombo.Text(), row.addressText);
-      EXPECT_EQ(options.IntervalCombo.Text(), row.interval);
-      EXPECT_EQ(options.IntervalCombo.Enabled(), row.intervalEnabled);
+      EXPECT_EQ(std::to_string(options.PortSelectOption.Selected()), row[5]);
+      EXPECT_EQ(options.PortCombo.Text(), row[6]);
+      EXPECT_EQ(options.GPIB_AddrCombo.Text(), row[7]);
+      EXPECT_EQ(options.IntervalCombo.Text(), row[4]);
+      EXPECT_EQ(options.IntervalCombo.Enabled(), row[8] == "on");
       EXPECT_EQ(options.DeviceCombo.Text(), "No Device");
       options.IntervalCombo.EndEdit("soon");  // no number: the old one stays
       options.cmdOK.Click();
     });
-    EXPECT_EQ((values[{"IO Settings", "ScopeIOType"}]), row.ioAfter);
-    EXPECT_EQ((values[{"IO Settings", "COM_Port"}]), row.portAfter);
-    EXPECT_EQ((values[{"IO Settings", "GPIB_Addr"}]), row.addressAfter);
-    EXPECT_EQ((values[{"Refresh", "Refresh Type"}]), row.typeAfter);
-    EXPECT_EQ((values[{"Refresh", "Refresh Interval"}]), row.interval);
+    for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(bench.store.values[kKeys[i]], row[i + 9]) << i;
+    EXPECT_EQ((bench.store.values[{"Refresh", "Refresh Interval"}]), row[4]);
   }
 }
 

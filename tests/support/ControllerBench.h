@@ -1,74 +1,27 @@
 #pragma once
 
-#include <regex>
-
 #include "support/ProgramBench.h"
+#include "support/Tables.h"
 
 namespace oriolemark {
 
-// The 41 settings in the order of the record, counted from 1.
-inline constexpr std::string CtrlSettings::*kRecord[] = {nullptr,
-                                                         &CtrlSettings::RunStop,
-                                                         &CtrlSettings::CH1Display,
-                                                         &CtrlSettings::CH1VoltDiv,
-                                                         &CtrlSettings::CH1Offset,
-                                                         &CtrlSettings::CH1Coupling,
-                                                         &CtrlSettings::CH1BWLimit,
-                                                         &CtrlSettings::CH1Probe,
-                                                         &CtrlSettings::CH1Invert,
-                                                         &CtrlSettings::CH2Display,
-                                                         &CtrlSettings::CH2VoltDiv,
-                                                         &CtrlSettings::CH2Offset,
-                                                         &CtrlSettings::CH2Coupling,
-                                                         &CtrlSettings::CH2BWLimit,
-                                                         &CtrlSettings::CH2Probe,
-                                                         &CtrlSettings::CH2Invert,
-                                                         &CtrlSettings::TimeDiv,
-                                                         &CtrlSettings::TimeDelay,
-                                                         &CtrlSettings::Holdoff,
-                                                         &CtrlSettings::MemorySize,
-                                                         &CtrlSettings::MemOffset,
-                                                         &CtrlSettings::TimeFormat,
-                                                         &CtrlSettings::TrigMethod,
-                                                         &CtrlSettings::TrigSlope,
-                                                         &CtrlSettings::TrigSource,
-                                                         &CtrlSettings::TrigMode,
-                                                         &CtrlSettings::TrigCoupling,
-                                                         &CtrlSettings::PulseMode,
-                                                         &CtrlSettings::PulseWidth,
-                                                         &CtrlSettings::VideoPolarity,
-                                                         &CtrlSettings::VideoSync,
-                                                         &CtrlSettings::VideoStandard,
-                                                         &CtrlSettings::LineNumber,
-                                                         &CtrlSettings::TrigLevel,
-                                                         &CtrlSettings::SamplingMode,
-                                                         &CtrlSettings::Acquisition,
-                                                         &CtrlSettings::Averages,
-                                                         &CtrlSettings::Intensity,
-                                                         &CtrlSettings::AntiAliasing,
-                                                         &CtrlSettings::DisplayType,
-                                                         &CtrlSettings::Persist,
-                                                         &CtrlSettings::Grid};
-inline constexpr std::size_t kFields = 41;
-static_assert(std::size(kRecord) == kFields + 1);
+// The settings in the order of the record. Tables number them from 1.
+using Kept = CtrlSettings;
+inline constexpr std::string Kept::*kRecord[] = {
+    &Kept::RunStop,       &Kept::CH1Display,   &Kept::CH1VoltDiv,    &Kept::CH1Offset,
+    &Kept::CH1Coupling,   &Kept::CH1BWLimit,   &Kept::CH1Probe,      &Kept::CH1Invert,
+    &Kept::CH2Display,    &Kept::CH2VoltDiv,   &Kept::CH2Offset,     &Kept::CH2Coupling,
+    &Kept::CH2BWLimit,    &Kept::CH2Probe,     &Kept::CH2Invert,     &Kept::TimeDiv,
+    &Kept::TimeDelay,     &Kept::Holdoff,      &Kept::MemorySize,    &Kept::MemOffset,
+    &Kept::TimeFormat,    &Kept::TrigMethod,   &Kept::TrigSlope,     &Kept::TrigSource,
+    &Kept::TrigMode,      &Kept::TrigCoupling, &Kept::PulseMode,     &Kept::PulseWidth,
+    &Kept::VideoPolarity, &Kept::VideoSync,    &Kept::VideoStandard, &Kept::LineNumber,
+    &Kept::TrigLevel,     &Kept::SamplingMode, &Kept::Acquisition,   &Kept::Averages,
+    &Kept::Intensity,     &Kept::AntiAliasing, &Kept::DisplayType,   &Kept::Persist,
+    &Kept::Grid};
+inline constexpr std::size_t kFields = std::size(kRecord);
+static_assert(kFields == 41);
 
-// The cells of a table: rows end in a line end or " || ", " | " stands between cells, and "-" is an
-// empty one.
-inline std::vector<std::vector<std::string>> Rows(const std::string& table) {
-  static const std::regex kRow("\n| \\|\\| ");
-  static const std::regex kBar(" \\| ");
-  const auto split = [](const std::string& text, const std::regex& at) {
-    return std::vector<std::string>(std::sregex_token_iterator(text.begin(), text.end(), at, -1),
-                                    {});
-  };
-  std::vector<std::vector<std::string>> rows;
-  for (const std::string& row : split(table, kRow)) {
-    if (row.empty()) continue;
-    rows.push_back(split(row, kBar));
-    std::ranges::replace(rows.back(), std::string("-"), std::string());
-  }
-  return rows;
-}
 // With each mark replaced.
 inline std::string Filled(std::string text, char mark, const std::string& by) {
   for (std::size_t at = 0; (at = text.find(mark)) != text.npos;) text.replace(at, 1, by);
@@ -78,13 +31,23 @@ inline std::string Filled(std::string text, char mark, const std::string& by) {
 // Every setting holds this text and its own number.
 inline CtrlSettings Numbered(const std::string& text) {
   CtrlSettings settings;
-  for (std::size_t i = 1; i <= kFields; ++i) settings.*kRecord[i] = text + std::to_string(i);
+  for (std::size_t i = 1; i <= kFields; ++i) settings.*kRecord[i - 1] = text + std::to_string(i);
   return settings;
+}
+// Sets some, by their numbers: "1=STOP;2=OFF".
+inline void Set(CtrlSettings& settings, const std::string& changes) {
+  for (std::size_t at = 0; at < changes.size();) {
+    const std::size_t mark = changes.find('=', at);
+    const std::size_t end = std::min(changes.find(';', at), changes.size());
+    settings.*kRecord[std::stoul(changes.substr(at)) - 1] =
+        changes.substr(mark + 1, end - mark - 1);
+    at = end + 1;
+  }
 }
 // The 41 values with bars between them.
 inline std::string Listed(const CtrlSettings& settings) {
   std::string values;
-  for (std::size_t i = 1; i <= kFields; ++i) values += settings.*kRecord[i] + "|";
+  for (std::size_t i = 1; i <= kFields; ++i) values += settings.*kRecord[i - 1] + "|";
   return values;
 }
 
@@ -121,30 +84,25 @@ struct ControllerBench : ProgramBench {
     }
     return kNoNode;
   }
-  std::vector<std::string> Leaves(const std::string& group) const {
+  // The texts of the leaves of this group, or of all.
+  std::vector<std::string> Leaves(const std::string& group = {}) const {
     std::vector<std::string> texts;
-    for (const TreeNode leaf : tree.Children(Node(group))) texts.push_back(tree.Text(leaf));
-    return texts;
-  }
-  std::string Joined(const std::string& group) const {
-    std::string joined;
-    for (const std::string& text : Leaves(group)) joined += (joined.empty() ? "" : ", ") + text;
-    return joined;
-  }
-  // The texts of the leaves that are not as before, in their order.
-  std::vector<std::string> AllLeaves() const {
-    std::vector<std::string> texts;
-    for (const TreeNode group : tree.Children(tree.First())) {
-      for (const std::string& text : Leaves(tree.Text(group))) texts.push_back(text);
+    for (const TreeNode node : tree.Children(tree.First())) {
+      if (!group.empty() && tree.Text(node) != group) continue;
+      for (const TreeNode leaf : tree.Children(node)) texts.push_back(tree.Text(leaf));
     }
     return texts;
   }
-  std::string ChangedSince(const std::vector<std::string>& before) const {
+  std::string Joined(const std::string& group) const { return ChangedSince({}, group); }
+  // The texts of the leaves that are not as before, in their order.
+  std::string ChangedSince(const std::vector<std::string>& before,
+                           const std::string& group = {}) const {
     std::string changed;
-    const std::vector<std::string> now = AllLeaves();
-    EXPECT_EQ(now.size(), before.size());
-    for (std::size_t i = 0; i < std::min(now.size(), before.size()); ++i) {
-      if (now[i] != before[i]) changed += (changed.empty() ? "" : ", ") + now[i];
+    const std::vector<std::string> now = Leaves(group);
+    EXPECT_TRUE(before.empty() || now.size() == before.size());
+    for (std::size_t i = 0; i < now.size(); ++i) {
+      if (i < before.size() && now[i] == before[i]) continue;
+      changed += (changed.empty() ? "" : ", ") + now[i];
     }
     return changed;
   }
@@ -180,15 +138,6 @@ struct ControllerBench : ProgramBench {
     EXPECT_EQ(waiting.Depth(), 0);
     EXPECT_FALSE(clock.Stuck());
   }
-  // The texts of the boxes since the last call.
-  std::vector<std::string> Told() {
-    std::vector<std::string> texts;
-    for (const Message& message : std::exchange(prompts.shown, {})) {
-      texts.push_back(message.text + message.systemText);
-    }
-    return texts;
-  }
-
   frmCtrlList& controller = module.controller;
   TreeView& tree = module.controller.CtrlTreeView;
   CtrlDialog& dialog = module.controller.dialog;

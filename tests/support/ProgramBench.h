@@ -69,6 +69,14 @@ struct ProgramBench {
     store.values[{section, key}] = value;
   }
 
+  // The texts of the boxes since the last call.
+  std::vector<std::string> Told() {
+    std::vector<std::string> texts;
+    for (const Message& message : std::exchange(prompts.shown, {})) {
+      texts.push_back(message.text + message.systemText);
+    }
+    return texts;
+  }
   // The record holds what the instrument, which stands still, sends of its first channel.
   void ExpectSamples(const WaveRecord& record, const std::string& command) {
     const std::string block = instrument.Execute(command).value_or("");

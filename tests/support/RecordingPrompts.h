@@ -19,6 +19,13 @@ inline void PrintTo(const Message& message, std::ostream* out) {
        << static_cast<int>(message.buttons);
 }
 
+inline Message Warning(const std::string& text, const std::string& title = kApplicationTitle) {
+  return {.text = text, .title = title, .icon = MessageIcon::Exclamation};
+}
+inline Message Critical(const std::string& text, const std::string& title = kApplicationTitle) {
+  return {.text = text, .title = title, .icon = MessageIcon::Critical};
+}
+
 // The user in front of the message boxes: notes what is shown and answers it, at once or after a
 // while in which events are served. A question without a scripted answer fails the test.
 class RecordingPrompts : public Prompts {

@@ -154,15 +154,9 @@ TEST(DrawCursors, ACursorBeyondTheGridIsDrawnAndMeasuredAtTheClamp) {
 }
 
 TEST(SeizeCursors, TakesWhatIsWithinThreePixels) {
-  struct Row {
-    const char* name;
-    bool xOn;
-    bool yOn;
-    Point mouse;  // cursors stand at 75 and 275 across, 75 and 175 down
-    const char* seized;
-    MousePointer hover;
-  };
-  const Row rows[] = {
+  // Which pairs are on, the mouse (cursors stand at 75 and 275 across, 75 and 175 down), what is
+  // seized, and the pointer there.
+  const std::tuple<const char*, bool, bool, Point, const char*, MousePointer> rows[] = {
       {"neither pair is on", false, false, {75, 75}, "", MousePointer::Arrow},
       {"just within reach", true, false, {277.9, 100}, "X2 ", MousePointer::WestEast},
       {"just out of reach", true, false, {278, 100}, "", MousePointer::Arrow},
@@ -172,19 +166,19 @@ TEST(SeizeCursors, TakesWhatIsWithinThreePixels) {
       {"left of the grid", false, true, {25, 75}, "Y1 ", MousePointer::Arrow},
       {"just inside the grid", false, true, {25.5, 75}, "Y1 ", MousePointer::NorthSouth},
   };
-  for (const Row& row : rows) {
+  for (const auto& [name, xOn, yOn, mouse, expected, hover] : rows) {
     View view;
     view.Texts();
     WaveCursors& cursors = view.cursors;
-    cursors.CursorXOn = row.xOn;
-    cursors.CursorYOn = row.yOn;
-    EXPECT_EQ(PointerOver(cursors, row.mouse, 1.0), row.hover) << row.name;
-    SeizeCursors(cursors, row.mouse);
+    cursors.CursorXOn = xOn;
+    cursors.CursorYOn = yOn;
+    EXPECT_EQ(PointerOver(cursors, mouse, 1.0), hover) << name;
+    SeizeCursors(cursors, mouse);
     std::string seized = cursors.DragX1 ? "X1 " : "";
     if (cursors.DragX2) seized += "X2 ";
     if (cursors.DragY1) seized += "Y1 ";
     if (cursors.DragY2) seized += "Y2 ";
-    EXPECT_EQ(seized, row.seized) << row.name;
+    EXPECT_EQ(seized, expected) << name;
   }
 }
 

@@ -6,9 +6,8 @@
 #include <tuple>
 #include <vector>
 
-#include "support/LinkBench.h"
-#include "support/ProgramBench.h"
 #include "support/RecordingCanvas.h"
+#include "support/TransferBench.h"
 
 namespace oriolemark {
 namespace {
@@ -18,7 +17,7 @@ using Ms = Milliseconds;
 constexpr int kSlot = 2;
 
 // A wave view on slot 2, with room for a picture of `width` by `height` pixels beside its strip.
-struct WaveBench : LinkBench {
+struct WaveBench : TransferBench {
   explicit WaveBench(double width = 1000, double height = 800) {
     Connect(kLinkRS232);
     sheet.WaveCount = 3;
@@ -37,15 +36,9 @@ struct WaveBench : LinkBench {
     clock.Run(Ms(1));
   }
 
-  MemoryStore store;
-  TransferState transfer;
   RefreshFlags flags;
   RefreshSettings refresh;
   CtrlSettings ctrl;
-  DataSheet sheet;
-  TransferScratch scratch;
-  ScreenPointer pointer;
-  frmPrgress progress{clock, waiting, store, state, transfer, scope, pointer};
   frmWave view{{sheet, ctrl, scratch, progress,
                 RefreshContext{clock, waiting, prompts, state, transfer, flags, refresh}},
                std::make_unique<RecordingCanvas>()};
@@ -88,9 +81,7 @@ TEST(frmWave, ATypedZoomIsTakenOrRefused) {
     const bool refused = zoom == 0;
     EXPECT_DOUBLE_EQ(bench.view.ZoomFactor, refused ? 1.5 : zoom);
     EXPECT_EQ(bench.view.ZoomCombo.Text(), shown);
-    EXPECT_EQ(bench.prompts.shown,
-              std::vector<Message>(refused ? 1 : 0, {.text = "Invalid Zoom Factor",
-                                                     .icon = MessageIcon::Exclamation}));
+    EXPECT_EQ(bench.prompts.shown, std::vector<Message>(refused, Warning("Invalid Zoom Factor")));
   }
 }
 

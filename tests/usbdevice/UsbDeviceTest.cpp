@@ -1,0 +1,149 @@
+// The built-in USB driver against instruments on a simulated bus. To be run by umockdev-wrapper.
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <functional>
+#include <thread>
+#include <vector>
+
+#include "SimulatedUsbBus.h"
+#include "drivers/LibusbDriver.h"
+
+namespace oriolemark {
+namespace {
+
+constexpr int kScreenSize = 76800;
+
+class UsbDeviceTest : public ::testing::Test {
+ protected:
+  UsbDeviceTest() : bed(umockdev_testbed_new(), &g_object_unref) {}
+
+  SimulatedUsbDevice& Plug() {
+    const int number = static_cast<int>(devices.size()) + 1;
+    return *devices.emplace_back(std::make_unique<SimulatedUsbDevice>(bed.get(), number));
+  }
+
+  std::unique_ptr<UMockdevTestbed, decltype(&g_object_unref)> bed;
+  std::vector<std::unique_ptr<SimulatedUsbDevice>> devices;
+  LibusbDriver driver{{.vendor = 0x5458, .product = 0x5000}};
+  std::array<std::uint8_t, 257> buffer{};
+  std::vector<std::uint8_t> screen = std::vector<std::uint8_t>(kScreenSize, 1);
+};
+
+TEST_F(UsbDeviceTest, InstrumentsAreCountedByTheirIdsAndNumberedByTheirPlaces) {
+  EXPECT_EQ(driver.GetDeviceNum(), 0);
+  EXPECT_FALSE(driver.Write_USB(0, 'a'));
+  for (const int count : {1, 2, 3}) {
+    Plug();
+    LibusbDriver fresh({.vendor = 0x5458, .product = 0x5000});
+    EXPECT_EQ(fresh.GetDeviceNum(), count);
+  }
+  LibusbDriver all({.vendor = 0x5458, .product = 0x5000}), other({.vendor = 0x5458, .product = 1});
+  EXPECT_EQ(other.GetDeviceNum(), 0);
+  for (const int device : {2, 0, 1, 2, -1, 3}) {
+    EXPECT_EQ(all.Write_USB(device, static_cast<std::uint8_t>('0' + device)),
+              device >= 0 && device < 3);
+  }
+  EXPECT_EQ(devices[0]->written + devices[1]->written + devices[2]->written, "0122");
+}
+
+TEST_F(UsbDeviceTest, CommandsAndRepliesOfEverySizeComeThrough) {
+  SimulatedUsbDevice& device = Plug();
+  for (const char c : std::string("*IDN?\r")) {
+    EXPECT_TRUE(driver.Write_USB(0, static_cast<std::uint8_t>(c)));
+  }
+  EXPECT_EQ(device.written, "*IDN?\r");
+  EXPECT_TRUE(driver.Control_Command_Send(0, 9, 0x2C00, 1));
+  EXPECT_EQ(device.requests, "9 11264 1 ");
+  for (const std::size_t size : {0, 1, 254, 255, 256, 1000}) {
+    const std::string reply = device.reply = std::string(size, 'x');
+    std::string read;
+    while (driver.Read_USB(0, 0, 1, buffer) && buffer[0] > 0) {
+      const int count = buffer[0];
+      ASSERT_TRUE(driver.Read_USB(0, 1, count, buffer));
+      read.append(buffer.begin(), buffer.begin() + count);
+    }
+    EXPECT_EQ(read, reply);
+  }
+  device.reply = "ab";
+  buffer[0] = 'z';
+  EXPECT_FALSE(driver.Read_USB(0, 1, 3, buffer)) << driver.Problem();
+  EXPECT_EQ(buffer[0], 'z');
+  EXPECT_FALSE(driver.Read_USB(0, 1, 258, buffer));
+}
+
+TEST_F(UsbDeviceTest, ScreenComesWholeThroughAPauseAndAStall) {
+  SimulatedUsbDevice& device = Plug();
+  std::string picture;
+  for (int i = 0; i < kScreenSize; ++i) picture += static_cast<char>(i * 7 % 251);
+  for (const std::size_t flowing : {1'000'000, 20000}) {
+    for (const int stalls : {0, 1}) {
+      device.screen = picture;
+      device.flowing = flowing;
+      device.stalls = stalls;
+      EXPECT_TRUE(driver.Bulk_DataTransfer_Read(0, kScreenSize, screen)) << driver.Problem();
+      EXPECT_EQ(std::string(screen.begin(), screen.end()), picture) << flowing << ' ' << stalls;
+    }
+  }
+  EXPECT_EQ(device.clearedHalts, 2);
+  device.screen = "short";
+  EXPECT_FALSE(driver.Bulk_DataTransfer_Read(0, kScreenSize, screen));
+  EXPECT_EQ(std::string(screen.begin(), screen.end()), picture) << "the last picture stays";
+}
+
+TEST_F(UsbDeviceTest, SilenceRefusalAndRightsAreToldApartAndOvercome) {
+  SimulatedUsbDevice& device = Plug();
+  EXPECT_FALSE(driver.Control_Command_Send(0, 99, 0, 0));
+  EXPECT_EQ(driver.Problem(), "the instrument refuses the request");
+  device.silent = true;
+  EXPECT_FALSE(driver.Write_USB(0, 'a'));
+  EXPECT_EQ(driver.Problem(), "the instrument does not answer");
+  device.silent = false;
+  EXPECT_TRUE(driver.Write_USB(0, 'b'));
+  LibusbDriver second({.vendor = 0x5458, .product = 0x5000});
+  device.busy = true;
+  EXPECT_FALSE(second.Write_USB(0, 'c'));
+  EXPECT_EQ(second.Problem(), "another program uses the instrument");
+  device.busy = false;
+  device.Forbid();
+  EXPECT_FALSE(second.Write_USB(0, 'd'));
+  device.Allow();
+  EXPECT_TRUE(second.Problem().starts_with("no right")) << second.Problem();
+  EXPECT_TRUE(second.Write_USB(0, 'e')) << second.Problem();
+  EXPECT_EQ(device.written, "be");
+}
+
+TEST_F(UsbDeviceTest, UnpluggedInstrumentFailsEachOperationAndAnswersWhenItIsBack) {
+  SimulatedUsbDevice& device = Plug();
+  const std::vector<std::function<bool()>> operations{
+      [&] { return driver.Write_USB(0, 'a'); }, [&] { return driver.Read_USB(0, 0, 1, buffer); },
+      [&] { return driver.Read_USB(0, 1, 1, buffer); },
+      [&] { return driver.Control_Command_Send(0, 8, 0, 80); },
+      [&] { return driver.Bulk_DataTransfer_Read(0, kScreenSize, screen); }};
+  for (const auto& operation : operations) {
+    for (const int transfers : {1, 3}) {
+      device.reply = std::string(10, 'x');
+      device.screen = std::string(kScreenSize, 'y');
+      device.transfersLeft = 1'000'000;
+      EXPECT_TRUE(operation()) << driver.Problem();
+      device.screen = std::string(kScreenSize, 'z');
+      device.transfersLeft = transfers;
+      bool succeeded = true;
+      for (int i = 0; i < transfers; ++i) succeeded = operation();
+      EXPECT_FALSE(succeeded);
+      EXPECT_EQ(driver.Problem(), "the instrument is not plugged in");
+      EXPECT_NE(screen[kScreenSize - 1], 'z');
+    }
+  }
+  device.Remove();
+  const auto start = std::chrono::steady_clock::now();
+  while (driver.GetDeviceNum() > 0 &&
+         std::chrono::steady_clock::now() - start < std::chrono::seconds(5)) {
+    std::this_thread::yield();
+  }
+  EXPECT_EQ(driver.GetDeviceNum(), 0);
+}
+
+}  // namespace
+}  // namespace oriolemark
