@@ -9,10 +9,13 @@ constexpr int kPatience = 5000;  // ms
 
 }  // namespace
 
-bool Instrument::Start(const QString& program, const QString& link, const QString& log) {
+bool Instrument::Start(const QString& program, const Link& link, const QString& place,
+                       const QString& log) {
   log_ = log;
   process_.setProcessChannelMode(QProcess::MergedChannels);
-  process_.start(program, {"--link", link, "--log", log, "--seed", "7", "--baud", "38400"});
+  const bool serial = link.ioType == 2;
+  process_.start(program, {serial ? "--link" : "--socket", place, "--log", log, "--seed", "7",
+                           "--baud", "38400"});
   if (!process_.waitForStarted(kPatience) || !process_.waitForReadyRead(kPatience)) return false;
   return process_.readAll().contains("ready");
 }
@@ -34,7 +37,8 @@ std::vector<int> Instrument::LastBlock(const QString& request) const {
     if (quote < 2) continue;
     const QByteArray payload = entry.mid(quote + 1, entry.size() - quote - 2);
     if (entry[quote - 2] == '>') {
-      ours = payload == request.toLatin1() + "\\r";
+      // On GPIB a command has no end of its own.
+      ours = payload == request.toLatin1() || payload == request.toLatin1() + "\\r";
       line.clear();
     } else if (ours) {
       line += payload;

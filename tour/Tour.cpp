@@ -28,8 +28,8 @@ QTreeWidgetItem* ChildOf(QTreeWidgetItem* parent, const QString& label) {
 
 }  // namespace
 
-Tour::Tour(Program& program, Instrument& instrument, QDir folder)
-    : module_(program.Module()), instrument_(instrument), folder_(std::move(folder)) {
+Tour::Tour(Program& program, Instrument& instrument, const Link& link, QDir folder)
+    : module_(program.Module()), instrument_(instrument), link_(link), folder_(std::move(folder)) {
   AddWaveStops();
   AddTreeStops();
   AddEditStops();
@@ -112,7 +112,10 @@ void Tour::CheckSamples(const QString& request) {
   const std::vector<int> bytes = instrument_.LastBlock(request);
   bool same = !bytes.empty() && Wave().Count == static_cast<int>(bytes.size());
   for (int i = 1; same && i <= Wave().Count; ++i) {
-    const int byte = bytes[static_cast<std::size_t>(i - 1)];
+    // Where the first sample lands one place early, the last one stands twice.
+    const std::size_t at =
+        std::min(static_cast<std::size_t>(i - link_.firstIndex), bytes.size() - 1);
+    const int byte = bytes[at];
     same = Wave().CH1Data[i] == std::clamp(byte, 26, 225) - 26;
   }
   Check(same, QString("the samples are the instrument's %1 bytes for %2 less 26")

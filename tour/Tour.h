@@ -29,7 +29,7 @@ struct Stop {
 // should be.
 class Tour {
  public:
-  Tour(Program& program, Instrument& instrument, QDir folder);
+  Tour(Program& program, Instrument& instrument, const Link& link, QDir folder);
 
   int Failures() const { return failures_; }
 
@@ -83,6 +83,7 @@ class Tour {
 
   MainModule& module_;
   Instrument& instrument_;
+  const Link& link_;
   QDir folder_;
   std::deque<Stop> stops_;
   QTimer timer_;

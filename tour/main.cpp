@@ -2,20 +2,27 @@
 // screenshots and the log of the line behind. Ends with 0 when everything was as it should be.
 #include <QApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QPalette>
+#include <QTemporaryDir>
 #include <QTextStream>
+#include <algorithm>
+#include <optional>
 
 #include "Tour.h"
 
 namespace oriolemark {
 namespace {
 
-// The program's own settings, with the simulated instrument as its first port.
-void WriteSettings(const QDir& config, const QString& link) {
+// The program's own settings, with the simulated instrument at the far end of the link.
+void WriteSettings(const QDir& config, const Link& link, const QString& line, QDir libraries) {
   config.mkpath("Oriolemark");
   QFile file(config.filePath("Oriolemark/Oriolemark.ini"));
   if (!file.open(QIODevice::WriteOnly)) return;
-  QTextStream(&file) << "[Drivers]\nCOM1=\"" << link << "\"\n\n[IO%20Settings]\nScopeIOType=2\n"
+  QTextStream(&file) << "[Drivers]\nCOM1=\"" << line << "\"\nGpibLibrary=\""
+                     << libraries.filePath("libtx5000gpib.so") << "\"\nUsbLibrary=\""
+                     << libraries.filePath("libtx5000usb.so")
+                     << "\"\n\n[IO%20Settings]\nScopeIOType=" << link.ioType << "\n"
                      << "BaudRate=115200\n\n[Settings]\nMainLeft=600\nMainTop=600\n"
                      << "MainWidth=17400\nMainHeight=12000\n";
 }
@@ -39,36 +46,68 @@ QPalette DarkPalette() {
 
 enum class Theme { Desktop, Dark };
 
-int TakeTour(const QString& folder, const QString& simulator, Theme theme, int& argc, char** argv) {
-  QDir out(folder);
+struct Request {
+  Theme theme = Theme::Desktop;
+  const Link* link = &kLinks[0];
+  QString folder;
+  QString simulator;
+};
+
+int TakeTour(const Request& request, int& argc, char** argv) {
+  const Link& link = *request.link;
+  QDir out(request.folder);
   out.mkpath(".");
-  const QString link = out.absoluteFilePath("tx5000");
+  // The name of a socket has to be short.
+  const QTemporaryDir sockets;
+  const bool serial = link.ioType == kLinkRS232;
+  const QString place = serial ? out.absoluteFilePath("tx5000") : sockets.filePath("tx5000");
+  qputenv("TX5000SIM_SOCKET", place.toLocal8Bit());
   const QDir config(out.absoluteFilePath("config"));
-  WriteSettings(config, link);
+  WriteSettings(config, link, place, QFileInfo(request.simulator).absoluteDir().filePath("../lib"));
   qputenv("XDG_CONFIG_HOME", config.absolutePath().toLocal8Bit());
   QApplication application(argc, argv);
-  if (theme == Theme::Dark) QApplication::setPalette(DarkPalette());
+  if (request.theme == Theme::Dark) QApplication::setPalette(DarkPalette());
   Program program(application);
   Instrument instrument;
-  if (!instrument.Start(simulator, link, out.absoluteFilePath("wire.log"))) {
-    QTextStream(stderr) << "the simulated instrument does not start: " << simulator << Qt::endl;
+  if (!instrument.Start(request.simulator, link, place, out.absoluteFilePath("wire.log"))) {
+    QTextStream(stderr) << "the simulated instrument does not start: " << request.simulator
+                        << Qt::endl;
     return 2;
   }
-  Tour tour(program, instrument, out);
+  Tour tour(program, instrument, link, out);
   program.Run();
   return tour.Failures() == 0 ? 0 : 1;
+}
+
+// Nothing where the words make no request.
+std::optional<Request> Read(QStringList words) {
+  Request request;
+  if (words.removeOne("--dark")) request.theme = Theme::Dark;
+  if (const qsizetype at = words.indexOf("--link"); at >= 0) {
+    const auto* const named = std::ranges::find_if(
+        kLinks, [&](const Link& link) { return words.value(at + 1) == link.name; });
+    if (named == std::end(kLinks)) return std::nullopt;
+    request.link = named;
+    words.remove(at, 2);
+  }
+  if (words.size() != 2) return std::nullopt;
+  request.folder = words[0];
+  request.simulator = words[1];
+  return request;
 }
 
 }  // namespace
 }  // namespace oriolemark
 
 int main(int argc, char** argv) {
-  const bool dark = argc == 4 && QByteArray(argv[1]) == "--dark";
-  if (argc != 3 && !dark) {
-    QTextStream(stderr) << "usage: oriolemark_tour [--dark] FOLDER TX5000SIM" << Qt::endl;
+  QStringList words;
+  for (int i = 1; i < argc; ++i) words << QString::fromLocal8Bit(argv[i]);
+  const auto request = oriolemark::Read(words);
+  if (!request) {
+    QTextStream(stderr) << "usage: oriolemark_tour [--dark] [--link serial|gpib|usb] FOLDER "
+                           "TX5000SIM"
+                        << Qt::endl;
     return 2;
   }
-  return oriolemark::TakeTour(argv[argc - 2], argv[argc - 1],
-                              dark ? oriolemark::Theme::Dark : oriolemark::Theme::Desktop, argc,
-                              argv);
+  return oriolemark::TakeTour(*request, argc, argv);
 }
