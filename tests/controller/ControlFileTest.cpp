@@ -214,10 +214,9 @@ TEST_F(ControlFile, AsksAboutChangesBeforeTheyWouldBeLost) {
         EXPECT_EQ(bench.document.CtrlChanged,
                   asked && (cancelled || bench.waiting.Closing()) && !fs::exists(path));
         const std::string question = file.empty() ? kQuestion : kQuestion + (" " + file);
-        EXPECT_EQ(bench.prompts.shown.size(), asked ? 1u : 0u);
-        if (asked) {
-          EXPECT_EQ(bench.prompts.shown[0].buttons, MessageButtons::YesNoCancel);
-        }
+        EXPECT_EQ(
+            std::ranges::count(bench.prompts.shown, MessageButtons::YesNoCancel, &Message::buttons),
+            asked);
         EXPECT_EQ(bench.Told(), std::vector<std::string>(asked, question));
       }
     }

@@ -5,15 +5,10 @@
 namespace oriolemark {
 namespace {
 
-struct ModeRow {
-  const char* name;
-  std::vector<std::pair<const char*, const char*>> hand;  // settings turned at the front panel
-  int option;                                             // channel option of the view
-  const char* first;                                      // block request of CH1Data
-  int channels;
-};
-
-const ModeRow kModes[] = {
+// The settings turned at the front panel, the channel option of the view, the block request of
+// CH1Data and the channels that come.
+using Hand = std::vector<std::pair<const char*, const char*>>;
+const std::tuple<const char*, Hand, int, const char*, int> kModes[] = {
     {"plain CH1", {}, 0, ":DATA:CHANNEL1", 1},
     {"plain both", {}, 2, ":DATA:CHANNEL1", 3},
     {"envelope both", {{":ACQUIRE:ACQUISITION", "ENVELOPE"}}, 2, ":DATA:EnvelopeMax:CH1", 3},
@@ -22,10 +17,10 @@ const ModeRow kModes[] = {
 };
 
 TEST(WholeProgram, ConnectRefreshSeeInEveryMode) {
-  for (const ModeRow& row : kModes) {
-    SCOPED_TRACE(row.name);
+  for (const auto& [name, hand, option, first, channels] : kModes) {
+    SCOPED_TRACE(name);
     ProgramBench bench;
-    for (const auto& [path, value] : row.hand) {
+    for (const auto& [path, value] : hand) {
       ASSERT_TRUE(bench.instrument.Turn(path, value)) << path;
     }
     bench.module.settings.CH2Display = "ON";
@@ -33,9 +28,10 @@ TEST(WholeProgram, ConnectRefreshSeeInEveryMode) {
     bench.At(2000, [&] { bench.module.browser.files.AddWaveItem(); });
     const WaveRecord& record = bench.module.sheet.Waves[0];
     bool drawn = false;
+    const int wanted = option;  // a lambda takes no structured binding
     bench.At(3000, [&] {
       bench.wave->WavePic.onChanged = [&] { drawn = record.HasData; };
-      bench.wave->OptionCH.Select(row.option);
+      bench.wave->OptionCH.Select(wanted);
       // A stopped instrument holds its record, so that it can be asked again.
       bench.instrument.Turn(":STOP", "");
       bench.At(100, [&] { EXPECT_FALSE(bench.wave->cmdRefresh.Enabled()); });
@@ -47,8 +43,8 @@ TEST(WholeProgram, ConnectRefreshSeeInEveryMode) {
 
     EXPECT_TRUE(bench.prompts.shown.empty());
     EXPECT_TRUE(record.HasData && drawn);
-    EXPECT_EQ(record.Channels, row.channels);
-    bench.ExpectSamples(record, row.first);
+    EXPECT_EQ(record.Channels, channels);
+    bench.ExpectSamples(record, first);
     EXPECT_EQ(bench.instrument.UnknownCommands(), 0);
     EXPECT_TRUE(bench.port.written.ends_with(":KEY:LOCK:ENABLE\r"));
   }

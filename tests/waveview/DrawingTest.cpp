@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "support/RecordingCanvas.h"
+#include "support/Tables.h"
 #include "waveview/DrawGrid.h"
 #include "waveview/DrawStatus.h"
 #include "waveview/DrawTraces.h"
@@ -157,22 +158,15 @@ TEST(DrawChannelStatus, DrawsFlagDigitAndRange) {
 
 TEST(DrawTimeStatus, TriggerMarksStandInsideTheGridOnly) {
   // The time base, the delay, and where the "T" stands, empty without marks.
-  using Row = std::tuple<const char*, std::string, std::string>;
-  const Row rows[] = {{"1ms", "0.0000s", "172,31"},
-                      {"1ms", "2ms", "122,31"},
-                      {"1ms", "-5.99ms", "321.75,31"},
-                      {"1ms", "6ms", ""},
-                      {"1ms", "-6ms", ""},
-                      {"0s", "1ms", ""},
-                      {"0s", "0s", ""},
-                      {"", "1ms", ""},
-                      {"1ms", "", "172,31"},
-                      {"1ms", ">1s", "172,31"}};
-  for (const auto& [timeBase, delay, tag] : rows) {
+  for (const auto& row : Rows(R"(
+1ms | 0.0000s | 172,31 || 1ms | 2ms | 122,31 || 1ms | -5.99ms | 321.75,31 || 1ms | 6ms | -
+1ms | -6ms | - || 0s | 1ms | - || 0s | 0s | - || - | 1ms | - || 1ms | - | 172,31
+1ms | >1s | 172,31
+)")) {
+    const std::string &timeBase = row[0], &delay = row[1], &tag = row[2];
     RecordingCanvas canvas;
     DrawTimeStatus(On(canvas, 1.0), timeBase, delay);
-    Calls texts{"225,229 FF8000 plain Delay:" + delay,
-                std::string("175,229 FFFFFF bold ") + timeBase};
+    Calls texts{"225,229 FF8000 plain Delay:" + delay, "175,229 FFFFFF bold " + timeBase};
     if (!tag.empty()) texts.insert(texts.begin(), tag + " FF8000 plain T");
     EXPECT_EQ(canvas.CallsOf("text "), texts) << timeBase << " " << delay;
     EXPECT_EQ(canvas.CallsOf("line ").size(), tag.empty() ? 0 : 8) << delay;
