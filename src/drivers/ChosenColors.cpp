@@ -32,6 +32,8 @@ void LibraryColors::Convert(const char* operation, std::span<const std::uint8_t>
                             std::span<std::uint32_t> colours) {
   const std::size_t count = std::min(raw.size(), colours.size());
   if (!IsOpen() || count == 0) return;
+  // What the library leaves out is black.
+  std::fill_n(colours.begin(), count, 0);
   library_.Find<ConvertCall>(operation)(raw.data(), static_cast<int>(count), colours.data());
   const auto converted = colours.first(count);
   std::transform(converted.begin(), converted.end(), converted.begin(), SwapRedAndBlue);

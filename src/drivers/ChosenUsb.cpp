@@ -17,7 +17,7 @@ constexpr milliseconds kEmptyPause{1};
 
 }  // namespace
 
-UsbTime MakeUsbTime(std::function<int()> eventsServed) {
+UsbTime MakeUsbTime(std::function<unsigned()> eventsServed) {
   return {.now =
               [] {
                 return std::chrono::duration_cast<milliseconds>(

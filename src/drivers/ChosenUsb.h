@@ -19,11 +19,11 @@ struct UsbTime {
   // Blocks.
   std::function<void(std::chrono::milliseconds)> sleep;
   // Any number that changes while events are served, though not necessarily at each of them.
-  std::function<int()> eventsServed;
+  std::function<unsigned()> eventsServed;
 };
 
 // The system's own clock.
-UsbTime MakeUsbTime(std::function<int()> eventsServed);
+UsbTime MakeUsbTime(std::function<unsigned()> eventsServed);
 
 // The library that the settings store names (section "Drivers", key "UsbLibrary") if it serves,
 // else the built-in driver. Chosen at the first use, and again by GetDeviceNum where the settings
@@ -52,7 +52,7 @@ class ChosenUsb : public UsbDriver {
   // Since when no byte has been waiting, and how many events had been served by then.
   struct Silence {
     std::chrono::milliseconds since;
-    int eventsServed;
+    unsigned eventsServed;
   };
 
   Asked ReadSettings() const;

@@ -1,6 +1,7 @@
 #include "drivers/LibraryUsb.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace oriolemark {
 namespace {
@@ -13,8 +14,17 @@ using BulkCall = short(int, int, unsigned char*);
 
 constexpr int kNoData = 0;
 
-bool Fits(int count, std::span<std::uint8_t> buffer) {
-  return count >= 0 && static_cast<std::size_t>(count) <= buffer.size();
+// Calls the library on a buffer of our own: one that fails halfway leaves the caller's as it was,
+// and one that delivers whole packets has room for them.
+template <typename Call>
+bool Fetch(int count, std::span<std::uint8_t> buffer, Call call) {
+  constexpr std::size_t kRoomForPackets = 64 * 1024;
+  if (count < 0 || static_cast<std::size_t>(count) > buffer.size()) return false;
+  std::vector<std::uint8_t> fetched(buffer.begin(), buffer.end());
+  fetched.resize(buffer.size() + kRoomForPackets);
+  if (call(fetched.data()) == 0) return false;
+  std::copy_n(fetched.begin(), count, buffer.begin());
+  return true;
 }
 
 }  // namespace
@@ -35,13 +45,15 @@ bool LibraryUsb::Write_USB(int device, std::uint8_t byte) {
 }
 
 bool LibraryUsb::Read_USB(int device, int phase, int count, std::span<std::uint8_t> buffer) {
-  return IsOpen() && Fits(count, buffer) &&
-         library_.Find<ReadCall>("Read_USB")(device, phase, count, buffer.data()) != 0;
+  return IsOpen() && Fetch(count, buffer, [&](std::uint8_t* to) {
+           return library_.Find<ReadCall>("Read_USB")(device, phase, count, to);
+         });
 }
 
 bool LibraryUsb::Bulk_DataTransfer_Read(int device, int count, std::span<std::uint8_t> buffer) {
-  return IsOpen() && Fits(count, buffer) &&
-         library_.Find<BulkCall>("Bulk_DataTransfer_Read")(device, count, buffer.data()) != 0;
+  return IsOpen() && Fetch(count, buffer, [&](std::uint8_t* to) {
+           return library_.Find<BulkCall>("Bulk_DataTransfer_Read")(device, count, to);
+         });
 }
 
 bool LibraryUsb::Control_Command_Send(int device, int request, int value, int index) {

@@ -3,9 +3,9 @@
 #include <libusb.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <string_view>
-#include <tuple>
 
 namespace oriolemark {
 namespace {
@@ -65,10 +65,18 @@ std::uint16_t ReadId(SettingsStore& store, const char* key, std::uint16_t standa
   return error == std::errc() && rest == end ? id : standard;
 }
 
-// The system lists devices in any order; a number is to mean the same instrument as long as the
-// cables stay.
-std::tuple<int, int> PlaceOf(libusb_device* device) {
-  return {libusb_get_bus_number(device), libusb_get_device_address(device)};
+// The bus and the ports on the way, which stay the same as long as the cables do; the device's
+// address where the system does not tell the ports.
+UsbPlace PlaceOf(libusb_device* device) {
+  std::array<std::uint8_t, 7> ports{};
+  const int depth = libusb_get_port_numbers(device, ports.data(), static_cast<int>(ports.size()));
+  UsbPlace place{libusb_get_bus_number(device)};
+  if (depth > 0) {
+    place.insert(place.end(), ports.begin(), ports.begin() + depth);
+  } else {
+    place.push_back(libusb_get_device_address(device));
+  }
+  return place;
 }
 
 bool Fits(int count, std::span<std::uint8_t> buffer) {
@@ -96,6 +104,8 @@ void LibusbDriver::Release::operator()(libusb_device* device) const {
 }
 
 int LibusbDriver::GetDeviceNum() {
+  // Who looks anew may mean another instrument by the same number.
+  if (!handle_) opened_ = -1;
   return static_cast<int>(FindInstruments().size());
 }
 
@@ -186,11 +196,18 @@ bool LibusbDriver::Open(int device) {
   if (handle_ && opened_ == device) return true;
   handle_.reset();
   const std::vector<Device> instruments = FindInstruments();
-  if (device < 0 || static_cast<std::size_t>(device) >= instruments.size()) {
-    return Judge(LIBUSB_ERROR_NO_DEVICE, 0);
+  auto found = instruments.end();
+  if (opened_ == device) {
+    // One that was unplugged is not replaced by its neighbour, which takes over its number.
+    found = std::find_if(instruments.begin(), instruments.end(),
+                         [this](const Device& one) { return PlaceOf(one.get()) == place_; });
+  } else if (device >= 0 && static_cast<std::size_t>(device) < instruments.size()) {
+    found = instruments.begin() + device;
   }
+  if (found == instruments.end()) return Judge(LIBUSB_ERROR_NO_DEVICE, 0);
   opened_ = device;
-  return Claim(instruments[static_cast<std::size_t>(device)].get());
+  place_ = PlaceOf(found->get());
+  return Claim(found->get());
 }
 
 bool LibusbDriver::Claim(libusb_device* instrument) {

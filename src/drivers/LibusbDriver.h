@@ -24,10 +24,14 @@ struct UsbIds {
 // (hexadecimal, with or without "0x"); one that is missing or malformed has its own default.
 UsbIds ReadUsbIds(SettingsStore& store);
 
+// Where a device is plugged in: its bus, and the ports from there on.
+using UsbPlace = std::vector<std::uint8_t>;
+
 // The USB operations over the system's own USB access. An instrument is opened and claimed on first
 // use and kept so until another one is asked for or it fails beyond repair; the next use opens it
 // anew, so that one that was unplugged and plugged in again answers. Instruments are numbered by
-// their places on the bus. Every call blocks, at most about a second for each piece of data.
+// their places on the bus; a number that has been used means the same place until the instruments
+// are counted anew. Every call blocks, at most about a second for each piece of data.
 class LibusbDriver : public UsbDriver {
  public:
   explicit LibusbDriver(UsbIds ids) : ids_(ids) {}
@@ -65,7 +69,8 @@ class LibusbDriver : public UsbDriver {
   UsbIds ids_;
   std::unique_ptr<libusb_context, CloseContext> context_;
   std::unique_ptr<libusb_device_handle, CloseHandle> handle_;
-  int opened_ = -1;  // the number of the instrument that `handle_` holds
+  int opened_ = -1;  // the number of the instrument that `handle_` holds, or held last
+  UsbPlace place_;   // and where that one is plugged in
   std::vector<std::uint8_t> received_;
   std::string problem_;
 };

@@ -16,10 +16,10 @@ class QtEventSource : public EventSource {
   void Wake() override;
 
   // Changes whenever events are served.
-  int Turns() const { return turns_; }
+  unsigned Turns() const { return turns_; }
 
  private:
-  int turns_ = 0;
+  unsigned turns_ = 0;
 };
 
 }  // namespace oriolemark

@@ -1,11 +1,14 @@
 #include "drivers/SharedLibrary.h"
 
 #include <dlfcn.h>
+#include <elf.h>
+#include <link.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <system_error>
 #include <utility>
 
@@ -20,6 +23,25 @@ std::string Join(const std::vector<std::string>& words, const char* between) {
   std::string text;
   for (const std::string& word : words) text += (text.empty() ? "" : between) + word;
   return text;
+}
+
+// Whether the file ends before what its header announces, as after an interrupted copy. The loader
+// would map what is not there, and the first touch of it would end the program.
+bool IsCutShort(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  ElfW(Ehdr) header{};
+  if (error || !file.read(reinterpret_cast<char*>(&header), sizeof header)) return false;
+  if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0) return false;
+  for (int i = 0; i < header.e_phnum; ++i) {
+    ElfW(Phdr) part{};
+    file.seekg(static_cast<std::streamoff>(header.e_phoff) + i * header.e_phentsize);
+    if (!file.read(reinterpret_cast<char*>(&part), sizeof part)) return true;
+    if (part.p_type != PT_LOAD) continue;
+    if (part.p_offset > size || part.p_filesz > size - part.p_offset) return true;
+  }
+  return false;
 }
 
 // The loader's own words, in front of which the name of the file at fault stands.
@@ -65,6 +87,7 @@ std::string SharedLibrary::TryToOpen(const std::string& name, const Exports& req
   std::error_code error;
   if (IsPath(name) && !std::filesystem::exists(name, error)) return "not found";
   if (IsPath(name) && !std::filesystem::is_regular_file(name, error)) return "not a file";
+  if (IsPath(name) && IsCutShort(name)) return "cut short";
   // All that it needs is bound at once, so that nothing is found missing in the middle of a call.
   handle_ = ::dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
   if (handle_ == nullptr) return LoaderWords(name);

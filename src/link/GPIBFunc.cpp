@@ -60,9 +60,11 @@ void GPIBFunc::GPIBInit() {
 void GPIBFunc::GPIBSend(std::string_view command) {
   // A write of nothing is not defined by the call set.
   if (command.empty()) return;
+  if (sendFailed_ && waiting_.Closing()) return;
   const auto length = static_cast<int>(command.size());
   driver_.ibwrt(device_, command);
-  if (Failed()) GPIBError("Unable to write to device", device_);
+  sendFailed_ = Failed();
+  if (sendFailed_) GPIBError("Unable to write to device", device_);
   waiting_.Sleep(kTimePerCharacter * length);
 }
 

@@ -47,6 +47,8 @@ class GPIBFunc {
   LinkState& state_;
   Waiting& waiting_;
   Prompts& prompts_;
+  // A program that is closing spends no second time-out on an instrument that has gone.
+  bool sendFailed_ = false;
   int device_ = 0;
 };
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 
 namespace oriolemark {
@@ -9,9 +8,6 @@ namespace oriolemark {
 inline constexpr int kLinkUsb = 0;
 inline constexpr int kLinkGpib = 1;
 inline constexpr int kLinkRS232 = 2;
-
-// No reply is longer: what comes beyond is dropped, whatever the transport.
-inline constexpr std::size_t kLongestReply = std::size_t{64} << 20;
 
 // What the user has chosen of the link.
 struct LinkSettings {

@@ -10,6 +10,7 @@ namespace {
 
 constexpr double kShortestCharacter = 3.0;  // ms
 constexpr double kLongestSleep = 10000.0;   // ms
+constexpr std::size_t kLongestReply = std::size_t{64} << 20;
 
 std::string TrimBlanks(const std::string& text) {
   const std::size_t first = text.find_first_not_of(' ');

@@ -32,10 +32,12 @@ void USB_FUNC::USBInit() {
 }
 
 void USB_FUNC::USBSend(std::string_view command) {
+  if (sendFailed_ && waiting_.Closing()) return;
   const std::string frame = std::string(command) + '\r';
   const bool written = std::all_of(frame.begin(), frame.end(), [this](char c) {
     return driver_.Write_USB(settings_.UsbDevice, static_cast<std::uint8_t>(c));
   });
+  sendFailed_ = !written;
   if (written) return;
   prompts_.Show({.text = kNoDevice, .title = "USB Send Message", .icon = MessageIcon::Exclamation});
 }

@@ -52,6 +52,8 @@ class USB_FUNC {
   LinkState& state_;
   Waiting& waiting_;
   Prompts& prompts_;
+  // A program that is closing spends no second time-out on an instrument that has gone.
+  bool sendFailed_ = false;
 };
 
 }  // namespace oriolemark

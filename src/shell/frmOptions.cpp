@@ -69,9 +69,11 @@ void frmOptions::FillLink() {
   PortCombo.SetListIndex(link.COM_Port - 1);
   BaudCombo.SetItems({"300", "2400", "4800", "9600", "19200", "38400"});
   BaudCombo.SetText(link.BaudRate);
+  addressMeaning_ = gpib_.Meaning();
   GPIB_AddrCombo.SetItems(Counted(kAddresses));
   GPIB_AddrCombo.SetText(std::to_string(link.GPIB_Addr));
   const int devices = std::min(usb_.GetDeviceNum(), kMostDevices);
+  deviceMeaning_ = usb_.Meaning();
   DeviceCombo.SetItems(devices > 0 ? Counted(devices) : std::vector<std::string>{kNoDevice});
   // Each opening starts from the first instrument, whether the user confirms it or not.
   DeviceCombo.SetListIndex(0);

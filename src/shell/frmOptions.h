@@ -51,8 +51,8 @@ class frmOptions : public Form {
   // What a choice leads to, in words (UTF-8): an entry of `PortCombo`, the GPIB addresses, the USB
   // devices.
   std::string PortMeaning(int index) const;
-  std::string AddressMeaning() const { return gpib_.Meaning(); }
-  std::string DeviceMeaning() const { return usb_.Meaning(); }
+  const std::string& AddressMeaning() const { return addressMeaning_; }
+  const std::string& DeviceMeaning() const { return deviceMeaning_; }
 
  private:
   void FillLink();
@@ -64,6 +64,9 @@ class frmOptions : public Form {
   GpibDriver& gpib_;
   UsbDriver& usb_;
   DocChoice& choice_;
+  // Asked for once an opening: to find out may mean to load a library.
+  std::string addressMeaning_;
+  std::string deviceMeaning_;
 };
 
 }  // namespace oriolemark

@@ -12,6 +12,9 @@
 namespace oriolemark {
 namespace {
 
+// Twelve times the longest block there is: where no line end comes, a read stops here.
+constexpr std::size_t kLongestBlock = std::size_t{1} << 20;
+
 constexpr int kBothChannels = 3;
 // Progress when the queries are through and the first block begins.
 constexpr double kQueriesDone = 5;
@@ -216,7 +219,7 @@ std::string WaveReader::ReadReplyGpib(double base, double total) {
   const std::string_view held(buffer.data(), buffer.size());
   GPIBFunc& gpib = context_.gpib;
   std::string text;
-  while (!context_.waiting.Closing() && text.size() < kLongestReply) {
+  while (!context_.waiting.Closing() && text.size() < kLongestBlock) {
     gpib.Read(buffer);
     if (gpib.Failed()) {
       gpib.GPIBError("Unable to read from device", gpib.Device());
@@ -253,7 +256,7 @@ std::string WaveReader::ReadReplySerial(double base, double total) {
 
 std::string WaveReader::ReadReplyUsb(double base, double total) {
   std::string text;
-  while (!context_.waiting.Closing() && text.size() < kLongestReply) {
+  while (!context_.waiting.Closing() && text.size() < kLongestBlock) {
     const std::string chunk = context_.usb.USBReadBlock();
     if (chunk.empty()) break;
     const std::size_t lineEnd = chunk.find('\n');
