@@ -19,7 +19,6 @@ constexpr Ms kLooked{130000};
 const char* const kConnect = "Please Connect Oscilloscope First";
 const char* const kLineFails = "Input/output error";
 const char* const kFull = "Exceed maximum file numbers limit";
-const char* const kNotFound = "Device not found";
 
 // The program linked to a healthy instrument that stands still, with one wave item.
 struct Day : ProgramBench {
@@ -159,28 +158,19 @@ struct Trouble {
 
 const Trouble kTroubles[] = {
     {"no port when it connects", Fails(Ms(500)), kNothing, 1, {kConnect, kConnect}},
-    {"silence in the handshake",
-     [](Day& day) { day.port.lies["*IDN?"] = ""; },
-     kNothing,
-     0,
-     {kConnect, kConnect, kNotFound}},
     {"silence", Fault("silence"), kStale},
     {"half of each line", Fault("cut"), {60, {87, 87, 76, 37}}},
     {"half a block, then nothing", Fault("die for :DATA:CHANNEL1"), kNoBlock},
     {"each reply later than it is waited for", Fault("delay 2300"), kStale},
     {"garbage", Fault("garbage"), kStale},
     {"NUL bytes", Fault("nul"), kStrewn},
-    {"high bytes", Fault("high"), kStrewn},
     {"no line end", Fault("no-lf"), kStale},
     {"more samples than announced", Fault("long-block"), {600, {87, 87, 50, 125}}},
     {"each line twice", Fault("double"), kWhole},
     {"size 0", Size("0\n"), {0, {113, 113, 76, 37}}},
     {"size -5", Size("-5\n"), {-5, {113, 113, 76, 37}}},
     {"size 2147483647", Size("2147483647\n"), {2147483647, {87, 87, 50, 11}}},
-    {"size too large for a number", Size("99999999999999999999\n"), kWhole},
     {"size abc", Size("abc\n"), kWhole},
-    {"size 12abc", Size("12abc\n"), kWhole},
-    {"size of nothing", Size("\n"), kWhole},
     {"a line of 10 MB in a reply", Size(std::string(10'000'000, '7') + "\n"), kWhole},
     {"lines while nobody waits", Chatter(Ms(3100), kAsked, Ms(300), "0x7D 0x7D \n1\n"), kWhole},
     {"lines into each wait", Chatter(kAsked, Ms(60000), Ms(20), "2\n"), {2, {0, 61, 50, 37}}},
@@ -226,7 +216,7 @@ const Wait kWaits[] = {
      "Single",
      [](Day& day) { day.port.side.GetFaults().Add(*tx5000::ParseFault("delay 1000 for *IDN?")); },
      {},
-     {{"refresh", {kConnect}}, {"refresh twice", {kConnect, kConnect}}}},
+     {{"refresh", {kConnect}}}},
     {"before the transfer", kAsked + Ms(50), "Single"},
     {"in a query", kAsked + Ms(150), "Single", Fault("delay 100")},
     {"in a block", kAsked + Ms(2500), "Auto", kSlowly},
@@ -252,11 +242,6 @@ const Wait kWaits[] = {
 std::vector<std::pair<std::string, Happens>> Hands() {
   std::vector<std::pair<std::string, Happens>> hands = {
       {"refresh", [](Day& day) { day.View().cmdRefresh.Click(); }},
-      {"refresh twice",
-       [](Day& day) {
-         day.View().cmdRefresh.Click();
-         day.View().cmdRefresh.Click();
-       }},
       {"close the view", [](Day& day) { day.View().Unload(); }},
       {"close the bar", [](Day& day) { day.module.progress.Unload(); }},
       {"new sheet with an item", [](Day& day) {
@@ -295,35 +280,6 @@ TEST(BadDays, AHandMayDoAnythingInAnyWait) {
       day.At(wait.at + Ms(500), [&day] { day.CancelDialogs(); });
       day.Live(wait.otherMessages.contains(name) ? wait.otherMessages.at(name) : wait.messages);
     }
-  }
-}
-
-// What a removal of the first item does to the sheet.
-void RemoveFirstWave(DataSheet& sheet) {
-  for (std::size_t slot = 0; slot + 1 < static_cast<std::size_t>(sheet.WaveCount); ++slot) {
-    sheet.WaveViews[slot]->Unload();
-    sheet.Waves[slot] = sheet.Waves[slot + 1];
-    sheet.WaveViews[slot]->Show();
-  }
-  sheet.WaveViews[static_cast<std::size_t>(--sheet.WaveCount)]->Unload();
-}
-
-TEST(BadDays, ItemsThatMoveUpInATransferKeepTheirOwnSamples) {
-  for (const Ms when : {Ms(50), Ms(300), Ms(650)}) {
-    SCOPED_TRACE(when.count());
-    Day day("Single");
-    DataSheet& sheet = day.module.sheet;
-    day.At(Ms(600), [&day] { day.module.browser.files.AddWaveItem(); });
-    day.At(Ms(700), [&day] { day.module.browser.files.AddWaveItem(); });
-    day.At(Ms(20000), [&] { dynamic_cast<frmWave&>(*sheet.WaveViews[1]).cmdRefresh.Click(); });
-    day.At(Ms(20000) + when, [&] { RemoveFirstWave(sheet); });
-    day.At(Ms(40000), [&] {
-      EXPECT_TRUE(sheet.Waves[0].Name == "Wave1" && sheet.Waves[0].HasData);
-      EXPECT_EQ(sheet.Waves[0].Count, 600);
-      EXPECT_TRUE(sheet.Waves[1].Name == "Wave2" && !sheet.Waves[1].HasData);
-      EXPECT_EQ(sheet.Waves[1].Count, 0);
-    });
-    day.Live({});
   }
 }
 

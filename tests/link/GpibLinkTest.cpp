@@ -7,10 +7,6 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-Message Failure(const std::string& text) {
-  return Critical(text, "Error");
-}
-
 class GpibLinkTest : public ::testing::Test {
  protected:
   GpibLinkTest() {
@@ -22,27 +18,21 @@ class GpibLinkTest : public ::testing::Test {
   LinkBench bench;
 };
 
-TEST_F(GpibLinkTest, OpensAndClearsTheDevice) {
-  bench.settings.GPIB_Addr = 30;
-  bench.gpib.GPIBInit();
-  EXPECT_EQ(bench.gpibDriver.calls, (Calls{"ibdev 0 30 0 13 1 0", "ibclr 3"}));
-  EXPECT_TRUE(bench.state.LinkOpened);
-}
-
 TEST_F(GpibLinkTest, DeviceThatDoesNotOpenOrClearIsToldAndLeavesNoConnection) {
+  bench.settings.GPIB_Addr = 30;
   bench.gpibDriver.Fail("ibclr", 0x8100, 2);
   bench.scope.ConnectScope();
-  EXPECT_EQ(bench.gpibDriver.calls, (Calls{"ibdev 0 7 0 13 1 0", "ibclr 3", "ibonl 3 0"}));
+  EXPECT_EQ(bench.gpibDriver.calls, (Calls{"ibdev 0 30 0 13 1 0", "ibclr 3", "ibonl 3 0"}));
   EXPECT_FALSE(bench.state.LinkOpened || bench.state.ScopeConnected);
   bench.gpibDriver.calls.clear();
   bench.gpibDriver.Fail("ibdev", 0x8000, 0);
   bench.scope.ConnectScope();
-  EXPECT_EQ(bench.gpibDriver.calls, Calls{"ibdev 0 7 0 13 1 0"}) << "and is not cleared";
+  EXPECT_EQ(bench.gpibDriver.calls, Calls{"ibdev 0 30 0 13 1 0"}) << "and is not cleared";
   EXPECT_FALSE(bench.state.LinkOpened || bench.state.ScopeConnected);
   EXPECT_EQ(
       bench.prompts.shown,
       (std::vector<Message>{
-          Failure("Unable to clear device\ribsta = &H8100\riberr = 2 <ENOL>"),
+          Critical("Unable to clear device\ribsta = &H8100\riberr = 2 <ENOL>", "Error"),
           Critical("Unable to open GPIB IO device\ribsta = &H8000\riberr = 0", "GPIB Init")}));
 }
 
@@ -71,7 +61,7 @@ TEST_F(GpibLinkTest, SilentInstrumentIsGivenUpAfterTenSeconds) {
   EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
   EXPECT_EQ(bench.prompts.shown,
             std::vector<Message>{
-                Failure("Unable to read from device\ribsta = &HC000\riberr = 6 <EABO>")});
+                Critical("Unable to read from device\ribsta = &HC000\riberr = 6 <EABO>", "Error")});
   EXPECT_EQ(bench.clock.Now(), Milliseconds(10020));
 }
 
@@ -79,35 +69,14 @@ TEST_F(GpibLinkTest, DeadDeviceShowsTwoMessagesForOneQuestionAndStaysConnected) 
   bench.gpibDriver.Fail("ibwrt", 0x8100, 9);
   bench.gpibDriver.Fail("ibrd", 0x1F100, 21);
   EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
-  EXPECT_EQ(
-      bench.prompts.shown,
-      (std::vector<Message>{Failure("Unable to write to device\ribsta = &H8100\riberr = 9 <>"),
-                            Failure("Unable to read from device\ribsta = &HF100\riberr = 21 <>")}));
+  EXPECT_EQ(bench.prompts.shown,
+            (std::vector<Message>{
+                Critical("Unable to write to device\ribsta = &H8100\riberr = 9 <>", "Error"),
+                Critical("Unable to read from device\ribsta = &HF100\riberr = 21 <>", "Error")}));
   EXPECT_EQ(bench.gpibDriver.calls,
             (Calls{"ibwrt 3 :A:?", "ibonl 3 0", "ibrd 3 1024", "ibonl 3 0"}));
   EXPECT_EQ(bench.clock.Now(), Milliseconds(20));
   EXPECT_TRUE(bench.state.ScopeConnected);
-}
-
-TEST_F(GpibLinkTest, CloseAtTheBoxOfAFailedWriteReadsNoMore) {
-  bench.gpibDriver.Fail("ibwrt", 0x8100, 0);
-  bench.prompts.AnswerNext(MessageAnswer::Ok, Milliseconds(1000));
-  bench.clock.UserAfter(Milliseconds(500), [&] { bench.waiting.BeginClosing(); });
-  EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
-  EXPECT_EQ(bench.gpibDriver.calls, (Calls{"ibwrt 3 :A:?", "ibonl 3 0"}));
-}
-
-TEST_F(GpibLinkTest, ReadInPiecesKeepsOldBytesAndTellsTheEnd) {
-  bench.script.Answer(":DATA:CHANNEL1", "abcdef");
-  bench.scope.SendToScope(":DATA:CHANNEL1");
-  std::string buffer(4, '-');
-  bench.gpib.Read(buffer);
-  EXPECT_EQ(buffer, "abcd");
-  EXPECT_FALSE(bench.gpib.Ended());
-  bench.gpib.Read(buffer);
-  EXPECT_EQ(buffer, "efcd");
-  EXPECT_TRUE(bench.gpib.Ended());
-  EXPECT_FALSE(bench.gpib.Failed());
 }
 
 }  // namespace

@@ -24,41 +24,24 @@ TEST_F(UsbLinkTest, FirstContactThatFailsLeavesNoConnection) {
   EXPECT_EQ(bench.usbDriver.written, "");
 }
 
-TEST_F(UsbLinkTest, SendStopsAtTheFirstByteThatFails) {
-  bench.usbDriver.writesLeft = 2;
-  bench.scope.SendToScope(":RUN");
-  EXPECT_EQ(bench.usbDriver.written, ":R");
-  EXPECT_EQ(bench.prompts.shown, std::vector<Message>{Complaint("USB Send Message")});
-}
-
 TEST_F(UsbLinkTest, ReplyIsOneBlockUpToItsLineEndAndTheRestIsTakenForTheNext) {
-  for (const auto& [block, reply, whole] :
-       std::vector<std::tuple<std::string, std::string, std::string>>{
-           {"1.5\n", "1.5", "1.5\n"},
-           {"1.5", "1.5", "1.5"},
-           {"\nx", "", "\nx"},
-           {"a\nb\n", "a", "a\nb\n"},
-           {std::string("\xFF\0\n", 3), std::string("\xFF\0", 2), std::string("\xFF\0\n", 3)}}) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"1.5\n", "1.5"},
+      {"1.5", "1.5"},
+      {"\nx", ""},
+      {"a\nb\n", "a"},
+      {std::string("\xFF\0\n", 3), std::string("\xFF\0", 2)},
+  };
+  for (const auto& [block, reply] : rows) {
     bench.script.Answer(":A:?", block);
     EXPECT_EQ(bench.scope.AskScope(":A:?"), reply);
     bench.usbDriver.Offer(block);
-    EXPECT_EQ(bench.usb.USBReadBlock(), whole);
+    EXPECT_EQ(bench.usb.USBReadBlock(), block);
   }
   bench.script.Answer(":A:?", std::string(255, 'x') + "yz\n");
   EXPECT_EQ(bench.scope.AskScope(":A:?"), std::string(255, 'x'));
   EXPECT_EQ(bench.usb.USBRead(), "yz");
   EXPECT_TRUE(bench.prompts.shown.empty());
-}
-
-TEST_F(UsbLinkTest, ReadServesNoEventsAndABlockReadDoes) {
-  int clicks = 0;
-  bench.clock.UserAfter(Milliseconds(50), [&] { ++clicks; });
-  bench.usbDriver.Offer("a\n", Milliseconds(100));
-  EXPECT_EQ(bench.usb.USBRead(), "a");
-  EXPECT_EQ(clicks, 0);
-  bench.usbDriver.Offer("b\n", Milliseconds(100));
-  EXPECT_EQ(bench.usb.USBReadBlock(), "b\n");
-  EXPECT_EQ(clicks, 1);
 }
 
 TEST_F(UsbLinkTest, SilenceEndsAReadByTheDriverAndABlockReadByItsFiftyTicks) {
@@ -73,8 +56,10 @@ TEST_F(UsbLinkTest, SilenceEndsAReadByTheDriverAndABlockReadByItsFiftyTicks) {
 }
 
 TEST_F(UsbLinkTest, UnpluggedInstrumentIsToldAtTheQuestionAndAtTheReply) {
-  bench.usbDriver.writesLeft = bench.usbDriver.countsLeft = 0;
+  bench.usbDriver.writesLeft = 2;
+  bench.usbDriver.countsLeft = 0;
   EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
+  EXPECT_EQ(bench.usbDriver.written, ":A") << "the first byte that fails is the last";
   EXPECT_EQ(bench.prompts.shown,
             (std::vector<Message>{Complaint("USB Send Message"), Complaint("USB Read Message")}));
   bench.usbDriver.countsLeft = FakeUsb::kAll;
@@ -93,24 +78,22 @@ TEST_F(UsbLinkTest, CloseDuringABlockReadEndsItSilently) {
   EXPECT_TRUE(bench.prompts.shown.empty());
 }
 
-TEST_F(UsbLinkTest, ScreenIsSelectedCountedAddressedAndRead) {
+TEST_F(UsbLinkTest, ScreenIsSelectedCountedAddressedAndReadUntilOneFails) {
   const std::vector<std::string> transfers{"control 2 8 0 80", "control 2 9 11264 1",
                                            "control 2 7 16 9", "bulk 2 76800"};
   bench.settings.UsbDevice = 2;
   bench.usbDriver.screen = "abc";
-  std::vector<std::uint8_t> buffer(76801 + 16, '-');
-  bench.usb.USBReadScreen(16, buffer, 76800);
-  EXPECT_EQ(bench.usbDriver.transfers, transfers);
-  EXPECT_EQ(std::string(buffer.begin() + 15, buffer.begin() + 20), "-abc-");
-  for (int succeed = 0; succeed < 4; ++succeed) {
+  for (std::size_t succeed = 0; succeed <= transfers.size(); ++succeed) {
+    std::vector<std::uint8_t> buffer(76801 + 16, '-');
     bench.usbDriver.transfers.clear();
-    bench.usbDriver.transfersLeft = succeed;
-    bench.usbDriver.screen = "xyz";
+    bench.usbDriver.transfersLeft = static_cast<int>(succeed);
     bench.usb.USBReadScreen(16, buffer, 76800);
+    const auto asked = std::min(succeed + 1, transfers.size());
     EXPECT_EQ(bench.usbDriver.transfers,
-              std::vector<std::string>(transfers.begin(), transfers.begin() + succeed + 1));
+              std::vector<std::string>(transfers.begin(), transfers.begin() + asked));
+    EXPECT_EQ(std::string(buffer.begin() + 15, buffer.begin() + 20),
+              succeed == transfers.size() ? "-abc-" : "-----");
   }
-  EXPECT_EQ(buffer[16], 'a');
   EXPECT_TRUE(bench.prompts.shown.empty());
 }
 

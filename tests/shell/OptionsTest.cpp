@@ -18,20 +18,7 @@ void Open(ProgramBench& bench, const std::function<void(frmOptions&)>& work) {
   bench.RunUntil(3000);
 }
 
-void ChangeAll(frmOptions& options) {
-  options.PortSelectOption.Select(1);
-  options.HardwareCheck.SetValue(true);
-  options.SheetStartLoadChk.SetValue(true);
-  options.CtrlStartLoadChk.SetValue(true);
-  options.OptRefreshType.Select(1);
-  options.IntervalCombo.EndEdit(" 2.5e2");
-  options.PortCombo.SetListIndex(1);
-  options.BaudCombo.EndEdit("fast");
-  options.GPIB_AddrCombo.SetListIndex(30);
-  options.DeviceCombo.SetListIndex(2);
-}
-
-// Section and key of each option, what a first run stores of it and what the work above does.
+// Section and key of each option, what a first run stores of it and what the work below does.
 const std::tuple<const char*, const char*, const char*, const char*> kStored[] = {
     {"General", "StartupCheckHardware", "False", "True"},
     {"General", "StartupLoadSheet", "False", "True"},
@@ -51,7 +38,16 @@ TEST(Options, ReachTheStoreWithOkAndNotWithCancel) {
     bench.store.values.clear();
     bench.usb.devices = 3;
     Open(bench, [&](frmOptions& options) {
-      ChangeAll(options);
+      options.PortSelectOption.Select(1);
+      options.HardwareCheck.SetValue(true);
+      options.SheetStartLoadChk.SetValue(true);
+      options.CtrlStartLoadChk.SetValue(true);
+      options.OptRefreshType.Select(1);
+      options.IntervalCombo.EndEdit(" 2.5e2");
+      options.PortCombo.SetListIndex(1);
+      options.BaudCombo.EndEdit("fast");
+      options.GPIB_AddrCombo.SetListIndex(30);
+      options.DeviceCombo.SetListIndex(2);
       (ok ? options.cmdOK : options.cmdCancel).Click();
       EXPECT_EQ(bench.module.preferences.link.UsbDevice, ok ? 2 : 0);
     });
@@ -65,7 +61,6 @@ TEST(Options, ShowWhatTheStoreHoldsAndCanBeConfirmedAsTheyStand) {
   // What is stored: link, port, address, type and interval; the link, port, address and state of
   // the interval shown; and what is stored behind OK.
   for (const auto& row : Rows(R"(
-0 | 1 | 7 | Single | 100 | 0 | COM1 | 7 | off | 0 | 1 | 7 | Single
 2 | 2 | 0 | Auto | 0 | 2 | COM2 | 0 | on | 2 | 2 | 0 | Auto
 1 | 3 | 30 | Auto | -5 | 1 | COM1 | 30 | on | 1 | 1 | 30 | Auto
 7 | -1 | 5 | auto | 1 | 0 | COM1 | 5 | off | 0 | 1 | 5 | Single
@@ -103,22 +98,6 @@ TEST(Options, DropTheLinkBeforeTheyOpenAndLeaveItDown) {
   Open(bench, [&](frmOptions& options) { options.cmdCancel.Click(); });
   EXPECT_EQ(bench.port.written, connecting + ":KEY:LOCK:ENABLE\r");
   EXPECT_TRUE(bench.module.main.picLED_OFF.Visible());
-}
-
-TEST(Options, TabsStepRoundTheEndsAndEnableOnePage) {
-  ProgramBench bench;
-  Open(bench, [&](frmOptions& options) {
-    for (const int expected : {2, 1, 0, 2}) {
-      options.tbsOptions.Step(-1);
-      EXPECT_EQ(options.tbsOptions.Selected(), expected);
-      for (int page = 0; page < frmOptions::kPages; ++page) {
-        EXPECT_EQ(options.picOptions[static_cast<std::size_t>(page)].Enabled(), page == expected);
-      }
-    }
-    options.tbsOptions.Step(1);
-    EXPECT_EQ(options.tbsOptions.Selected(), 0);
-    options.cmdCancel.Click();
-  });
 }
 
 }  // namespace

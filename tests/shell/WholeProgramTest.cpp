@@ -9,7 +9,6 @@ namespace {
 // CH1Data and the channels that come.
 using Hand = std::vector<std::pair<const char*, const char*>>;
 const std::tuple<const char*, Hand, int, const char*, int> kModes[] = {
-    {"plain CH1", {}, 0, ":DATA:CHANNEL1", 1},
     {"plain both", {}, 2, ":DATA:CHANNEL1", 3},
     {"envelope both", {{":ACQUIRE:ACQUISITION", "ENVELOPE"}}, 2, ":DATA:EnvelopeMax:CH1", 3},
     {"scan", {{":TimeBase:SCAN", "ON"}}, 0, ":DATA:CHANNEL1", 1},
@@ -72,9 +71,6 @@ TEST(WholeProgram, AViewClosedInItsOwnLoopEndsTheLoopAndStaysUntouched) {
     EXPECT_FALSE(record.ViewOpen);
     EXPECT_EQ(bench.waiting.Depth(), 1) << "the loop has ended";
     EXPECT_EQ(bench.wave->cmdRefresh.Face(), kRefreshFace);
-    bench.module.browser.DataSheetTree.Select(record.TreeNode);
-    bench.module.browser.DataSheetTree.DoubleClick();
-    EXPECT_TRUE(bench.wave->Visible());
   });
   bench.RunUntil(50000);
   EXPECT_FALSE(bench.clock.Stuck());
@@ -83,7 +79,6 @@ TEST(WholeProgram, AViewClosedInItsOwnLoopEndsTheLoopAndStaysUntouched) {
 TEST(WholeProgram, ALabelEditNamesTheItemAndItsView) {
   const std::tuple<const char*, TreeNode (*)(const DataSheet&), const char*, bool> rows[] = {
       {"the root", [](const DataSheet& sheet) { return sheet.RootNode; }, "Data Sheet", false},
-      {"the sheet", [](const DataSheet& sheet) { return sheet.SheetNode; }, "A \\ B", true},
       {"an item", [](const DataSheet& sheet) { return sheet.Waves[0].TreeNode; }, "A \\ B", true},
   };
   for (const auto& [name, node, shown, renamed] : rows) {
@@ -101,20 +96,6 @@ TEST(WholeProgram, ALabelEditNamesTheItemAndItsView) {
     EXPECT_EQ(bench.wave->Caption(), sheet.Waves[0].Name);
     EXPECT_EQ(bench.prompts.shown.size(), renamed ? 0u : 1u);
   }
-}
-
-TEST(WholeProgram, ItemsAreLimitedAndTheAddButtonsFollowTheSheet) {
-  ProgramBench bench;
-  frmMain& main = bench.module.main;
-  main.Load();
-  for (int i = 0; i < 17; ++i) main.ToolButtons[11].Click();
-  EXPECT_EQ(bench.module.sheet.MeasureCount, 16);
-  bench.module.browser.DataSheetTree.Remove(bench.module.sheet.SheetNode);
-  main.ToolButtons[10].Click();
-  EXPECT_EQ(bench.prompts.shown,
-            (std::vector<Message>{Warning("Exceed maximum file numbers limit"),
-                                  Warning("Please Open or Creat a Data Sheet First")}));
-  EXPECT_FALSE(main.ToolButtons[12].Enabled());
 }
 
 TEST(WholeProgram, HelpOpensTheFileBesideTheProgramAndTellsWhenItCannot) {

@@ -56,11 +56,3 @@ inline int Lowest(const std::vector<int>& samples) {
 inline int Highest(const std::vector<int>& samples) {
   return *std::ranges::max_element(samples);
 }
-
-inline int LargestDifference(const std::vector<int>& one, const std::vector<int>& other) {
-  int largest = one.size() == other.size() ? 0 : 1000;
-  for (std::size_t i = 0; i < std::min(one.size(), other.size()); ++i) {
-    largest = std::max(largest, std::abs(one[i] - other[i]));
-  }
-  return largest;
-}

@@ -1,10 +1,8 @@
 #include <dlfcn.h>
-#include <sys/un.h>
 
 #include "Bench.h"
 #include "Program.h"
 #include "simulator/Screen.h"
-#include "simulator/shims/Protocol.h"
 
 namespace {
 
@@ -106,25 +104,6 @@ TEST_F(Bus, AKilledInstrumentFailsEachCallUntilItIsBack) {
   EXPECT_TRUE(Put(device, "*IDN?") == 0x8100 && GetUsb() == "gone" && !PutUsb("*IDN?"));
   Start();
   EXPECT_TRUE(Put(device, ":TRIGGER:STATUS:?") && Get(device, 9) == "RUN\n|END" && GetUsb() == "");
-}
-
-TEST_F(Bus, NonsenseAtTheSocketIsCutOffAndHarmsNobodyElse) {
-  using tx5000::protocol::PackMessage;
-  const int device = Open(7);
-  const std::string open = PackMessage('o', "g\7"), word = "\xFF\xFF\xFF\xFF"s;
-  for (const auto& bytes : {"\0\0\0\0"s, word, PackMessage('o', "x\7"), PackMessage('c', ""),
-                            open + open, open + PackMessage('?', ""), open + PackMessage('c', "!"),
-                            open + PackMessage('r', word + word), open + PackMessage('f', word)}) {
-    sockaddr_un address{AF_UNIX, {}};
-    link_.copy(address.sun_path, link_.size());
-    const int raw = socket(AF_UNIX, SOCK_STREAM, 0);
-    ASSERT_EQ(connect(raw, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-    Write(raw, bytes);
-    while (ReadLine(raw) != "") continue;  // what was answered before the nonsense
-    EXPECT_EQ(recv(raw, address.sun_path, 1, MSG_DONTWAIT), 0) << testing::PrintToString(bytes);
-    close(raw);
-  }
-  EXPECT_TRUE(Put(device, ":TRIGGER:STATUS:?") && Get(device, 9) == "RUN\n|END");
 }
 
 }  // namespace

@@ -11,10 +11,7 @@ TEST_F(Program, AnswersEachTimeTheLineIsOpenedAndTakesAHand) {
   }
   EXPECT_EQ(Type("set :TRIGGER:PULSE MODE -LESS THAN"), "ok");
   EXPECT_EQ(Ask(":TRIGGER:PULSE MODE:?"), "-LESS THAN");
-  EXPECT_EQ(Type("samples 17000"), "ok");
-  EXPECT_EQ(Ask(":DATA:CHANNEL1").size(), 85000u);
   EXPECT_EQ(Type("set :TRIGGER:PULSE MODE less"), "error: the instrument does not take that");
-  EXPECT_EQ(Type("mumble"), "error: no such command; \"help\" lists them");
   EXPECT_EQ(Type("count"), "0");
   Write(line_, ":run\r");
   EXPECT_EQ(Ask(":TRIGGER:STATUS:?"), "RUN");

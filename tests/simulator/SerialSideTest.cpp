@@ -37,20 +37,22 @@ TEST(SerialSideTest, ACommandEndsAtItsReturnHoweverItComes) {
   EXPECT_EQ(line.instrument.UnknownCommands(), 2);
 }
 
-TEST(SerialSideTest, AnEndlessLineIsOneCommandThatNobodyKnows) {
+TEST(SerialSideTest, NonsenseIsCountedAndKeptWithinBounds) {
   Line line;
   for (int i = 0; i < 100; ++i) line.Receive(std::string(1000, 'x'));
   EXPECT_EQ(line.Receive("\r"), "");
   EXPECT_EQ(line.instrument.UnknownCommands(), 1);
   EXPECT_LT(line.instrument.Unknown().front().size(), 300u);
   EXPECT_EQ(line.Receive(":DATA:WinMemSize:?\r"), "600\n");
+  for (int i = 0; i < 250; ++i) line.Receive(":NONSENSE\r");
+  EXPECT_EQ(line.instrument.UnknownCommands(), 251);
+  EXPECT_EQ(line.instrument.Unknown().size(), 100u);
 }
 
 TEST(SerialSideTest, RepliesTakeTheTimeOfTheirBitsAndQueue) {
   Line line;
   line.side.SetBaud(9600);
   const auto block = line.side.Receive(":DATA:CHANNEL1\r");
-  ASSERT_GT(block.size(), 100u);
   EXPECT_EQ(block.back().after, milliseconds(3127));  // 3001 bytes of ten bits
   EXPECT_LT(block.front().after, milliseconds(25));
   line.instrument.Advance(milliseconds(1000));
@@ -89,19 +91,6 @@ TEST(SerialSideTest, EachFaultSpoilsAReplyInItsOwnWay) {
   }
 }
 
-TEST(SerialSideTest, GarbageAndSurplusKeepTheFormOfALine) {
-  Line line;
-  line.Break("garbage next");
-  const std::string garbage = line.Receive("*IDN?\r");
-  EXPECT_EQ(garbage.size(), 47u);
-  EXPECT_EQ(garbage.find('\n'), 46u);
-  EXPECT_FALSE(garbage.starts_with("TAVIK"));
-  line.Break("blanks next");
-  EXPECT_EQ(line.Receive(":CHANNEL1:RANGE:?\r"), "1.00 V\n");
-  line.Break("long-block");
-  EXPECT_EQ(line.Receive(":DATA:CHANNEL1\r").size(), 1100u * 5 + 1);
-}
-
 TEST(SerialSideTest, AFaultHitsWhatItsScopeNames) {
   Line line;
   line.Break("silence for :DATA:WinMemSize:?");
@@ -113,18 +102,6 @@ TEST(SerialSideTest, AFaultHitsWhatItsScopeNames) {
   EXPECT_EQ(line.Receive(":DATA:WinMemSize:?\r"), "600\n");
   line.Break("delay 80");
   EXPECT_EQ(line.side.Receive("*IDN?\r").front().after, milliseconds(80));
-}
-
-TEST(SerialSideTest, ADeadLineStaysDeadAndAVanishedPortDeaf) {
-  Line line;
-  line.Break("die next");
-  EXPECT_EQ(line.Receive(":DATA:WinMemSize:?\r*IDN?\r"), "60");
-  line.side.GetFaults().Clear();
-  line.Break("vanish next");
-  EXPECT_EQ(line.Receive("*IDN?\r:STOP\r"), "");
-  EXPECT_TRUE(line.side.HasVanished());
-  line.side.PlugIn();
-  EXPECT_EQ(line.Receive(":TRIGGER:STATUS:?\r"), "RUN\n") << "the second command was never heard";
 }
 
 TEST(SerialSideTest, AFaultTextIsNotGuessedAt) {
