@@ -68,14 +68,10 @@ std::uint16_t ReadId(SettingsStore& store, const char* key, std::uint16_t standa
 // The bus and the ports on the way, which stay the same as long as the cables do; the device's
 // address where the system does not tell the ports.
 UsbPlace PlaceOf(libusb_device* device) {
-  std::array<std::uint8_t, 7> ports{};
-  const int depth = libusb_get_port_numbers(device, ports.data(), static_cast<int>(ports.size()));
-  UsbPlace place{libusb_get_bus_number(device)};
-  if (depth > 0) {
-    place.insert(place.end(), ports.begin(), ports.begin() + depth);
-  } else {
-    place.push_back(libusb_get_device_address(device));
-  }
+  UsbPlace place{.bus = libusb_get_bus_number(device)};
+  const int depth =
+      libusb_get_port_numbers(device, place.ports.data(), static_cast<int>(place.ports.size()));
+  if (depth <= 0) place.address = libusb_get_device_address(device);
   return place;
 }
 

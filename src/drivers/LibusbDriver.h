@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+#include <compare>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -24,8 +27,13 @@ struct UsbIds {
 // (hexadecimal, with or without "0x"); one that is missing or malformed has its own default.
 UsbIds ReadUsbIds(SettingsStore& store);
 
-// Where a device is plugged in: its bus, and the ports from there on.
-using UsbPlace = std::vector<std::uint8_t>;
+// Where a device is plugged in: its bus, and the ports from there on, or else its address.
+struct UsbPlace {
+  int bus = 0;
+  std::array<std::uint8_t, 7> ports{};
+  int address = 0;
+  auto operator<=>(const UsbPlace&) const = default;
+};
 
 // The USB operations over the system's own USB access. An instrument is opened and claimed on first
 // use and kept so until another one is asked for or it fails beyond repair; the next use opens it

@@ -20,6 +20,9 @@
 namespace oriolemark {
 namespace {
 
+// Of this process alone: ports are locked by their names.
+const std::string kNoDevice = "/dev/none" + std::to_string(::getpid());
+
 using Ms = Milliseconds;
 
 // The instrument's end of a cable that the test may pull: it gives one answer to each command.
@@ -209,10 +212,10 @@ TEST(BadLine, APortThatDoesNotOpenNamesItselfAndTheCure) {
   };
   Cable cable;
   const std::string is = "\nCOM1 is " + cable.path + ". ";
-  EXPECT_EQ(
-      opening("/dev/none", "9600"),
-      "RS232 Init: No such file or directory\nCOM1 is /dev/none. Plug it in, or choose another "
-      "port in the options.");
+  EXPECT_EQ(opening(kNoDevice, "9600"), "RS232 Init: No such file or directory\nCOM1 is " +
+                                            kNoDevice +
+                                            ". Plug it in, or choose another "
+                                            "port in the options.");
   EXPECT_EQ(opening(plain, "9600"), "RS232 Init: Inappropriate ioctl for device\nCOM1 is " + plain +
                                         ". It cannot be used as a serial line at 9600,n,8,1.");
   EXPECT_EQ(opening(cable.path, "fast"),

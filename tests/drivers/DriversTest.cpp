@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <set>
 
 #include "drivers/ChosenColors.h"
@@ -58,11 +59,16 @@ class DriversTest : public ::testing::Test {
 };
 
 TEST_F(DriversTest, GpibLibraryThatDoesNotServeFailsEachCallAndSaysWhy) {
+  const std::string kCutShort = ::testing::TempDir() + "cut_short.so";
+  std::filesystem::copy_file(kLibraries + "gpib_by_function.so", kCutShort,
+                             std::filesystem::copy_options::overwrite_existing);
+  std::filesystem::resize_file(kCutShort, 1000);
   for (const auto& [name, reason] : std::vector<std::pair<std::string, std::string>>{
            {"", "libgpib.so.0: not found; libni4882.so: not found; libgpibapi.so: not found"},
            {"/nowhere/lib.so", "/nowhere/lib.so: not found"},
            {"/usr/", "/usr/: not a file"},
            {kTextFile, kTextFile + ": invalid ELF header"},
+           {kCutShort, kCutShort + ": cut short"},
            {"libm.so.6", "libm.so.6: lacks ibdev, ibclr, ibwrt, ibrd, ibonl, ThreadIbsta or ibsta"},
            {kLibraries + "gpib_lacking.so", "gpib_lacking.so: lacks ibrd. "}}) {
     Use("GpibLibrary", name);
