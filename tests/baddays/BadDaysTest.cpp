@@ -301,5 +301,34 @@ TEST(BadDays, TheProgramMayBeClosedInAnyWait) {
   }
 }
 
+// What a removal of the first item does to the sheet.
+void RemoveFirstWave(DataSheet& sheet) {
+  for (std::size_t slot = 0; slot + 1 < static_cast<std::size_t>(sheet.WaveCount); ++slot) {
+    sheet.WaveViews[slot]->Unload();
+    sheet.Waves[slot] = sheet.Waves[slot + 1];
+    sheet.WaveViews[slot]->Show();
+  }
+  sheet.WaveViews[static_cast<std::size_t>(--sheet.WaveCount)]->Unload();
+}
+
+TEST(BadDays, ItemsThatMoveUpInATransferKeepTheirOwnSamples) {
+  for (const Ms when : {Ms(50), Ms(300), Ms(650)}) {
+    SCOPED_TRACE(when.count());
+    Day day("Single");
+    DataSheet& sheet = day.module.sheet;
+    day.At(Ms(600), [&day] { day.module.browser.files.AddWaveItem(); });
+    day.At(Ms(700), [&day] { day.module.browser.files.AddWaveItem(); });
+    day.At(Ms(20000), [&] { dynamic_cast<frmWave&>(*sheet.WaveViews[1]).cmdRefresh.Click(); });
+    day.At(Ms(20000) + when, [&] { RemoveFirstWave(sheet); });
+    day.At(Ms(40000), [&] {
+      EXPECT_TRUE(sheet.Waves[0].Name == "Wave1" && sheet.Waves[0].HasData);
+      EXPECT_EQ(sheet.Waves[0].Count, 600);
+      EXPECT_TRUE(sheet.Waves[1].Name == "Wave2" && !sheet.Waves[1].HasData);
+      EXPECT_EQ(sheet.Waves[1].Count, 0);
+    });
+    day.Live({});
+  }
+}
+
 }  // namespace
 }  // namespace oriolemark
