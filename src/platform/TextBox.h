@@ -1,19 +1,10 @@
 #pragma once
 
-#include <string>
-
-#include "platform/Control.h"
+#include "platform/Label.h"
 
 namespace oriolemark {
 
-// A text that the user can edit. The text is what stands in the box at any moment.
-class TextBox : public Control {
- public:
-  const std::string& Text() const { return text_; }
-  void SetText(const std::string& text) { Change(text_, text); }
-
- private:
-  std::string text_;
-};
+// A text that the user can edit too. The text is what stands in the box at any moment.
+class TextBox : public Label {};
 
 }  // namespace oriolemark

@@ -3,7 +3,6 @@
 #include <optional>
 #include <string_view>
 
-#include "controller/records/CtrlDocument.h"
 #include "controller/records/Parameters.h"
 #include "platform/Files.h"
 
@@ -52,13 +51,6 @@ std::string Line(std::string_view value) {
 }
 
 }  // namespace
-
-void SetNewSettings(CtrlSettings& settings) {
-  CtrlSettings fresh;
-  fresh.MemOffset = settings.MemOffset;
-  fresh.VideoStandard = settings.VideoStandard;
-  settings = fresh;
-}
 
 void ReadControlFile(const std::string& path, CtrlSettings& settings, Prompts& prompts) {
   const FileContents file = ReadFile(path, kMostBytes);
