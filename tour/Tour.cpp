@@ -30,6 +30,9 @@ QTreeWidgetItem* ChildOf(QTreeWidgetItem* parent, const QString& label) {
 
 Tour::Tour(Program& program, Instrument& instrument, const Link& link, QDir folder)
     : module_(program.Module()), instrument_(instrument), link_(link), folder_(std::move(folder)) {
+  // A busy machine can hold the instrument's process up for seconds. Nothing here is about silence,
+  // so a reply may take ten times as long as a person would be kept waiting.
+  module_.main.TimeOutTimer.SetInterval(1000);
   AddWaveStops();
   AddTreeStops();
   AddEditStops();
@@ -60,7 +63,8 @@ void Tour::AddEnd() {
       {"end", [] { return QApplication::activeModalWidget() != nullptr; },
        [this] {
          const QString unknown = instrument_.Do("count");
-         Check(unknown == "0", "commands that the instrument did not know: " + unknown);
+         Check(unknown == "0", "commands that the instrument did not know: " + unknown + " " +
+                                   instrument_.Do("unknown").simplified());
          Answer(QMessageBox::No);
        }},
   });
