@@ -22,14 +22,13 @@ namespace {
 
 constexpr int kLeftButton = 1;
 constexpr int kRightButton = 2;
-constexpr int kEnterKey = 13;
 
 // Virtual key codes of the keys that a tree's form may ask for.
 const std::map<int, int> kKeyCodes{{Qt::Key_F2, 113},
                                    {Qt::Key_F5, 116},
                                    {Qt::Key_Delete, 46},
-                                   {Qt::Key_Return, kEnterKey},
-                                   {Qt::Key_Enter, kEnterKey}};
+                                   {Qt::Key_Return, 13},
+                                   {Qt::Key_Enter, 13}};
 
 TreeNode NodeOf(const QTreeWidgetItem* item) {
   return item != nullptr ? item->data(0, Qt::UserRole).toInt() : kNoNode;
@@ -86,7 +85,7 @@ bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
     const auto& key = static_cast<const QKeyEvent&>(*event);
     if (key.key() == Qt::Key_F10 && key.modifiers() == Qt::ShiftModifier) AskForMenuByKey();
     const auto code = kKeyCodes.find(key.key());
-    if (code != kKeyCodes.end()) Later([this, code = code->second] { TakeKey(code); });
+    if (code != kKeyCodes.end()) Later([this, code = code->second] { model_.KeyDown(code); });
   }
   if (event->type() == QEvent::ContextMenu && watched == &widget_ &&
       static_cast<const QContextMenuEvent&>(*event).reason() == QContextMenuEvent::Keyboard) {
@@ -146,15 +145,6 @@ void TreeBinding::AskForMenuByKey() {
   QTimer::singleShot(0, this, [this] { model_.MouseDown(kRightButton); });
 }
 
-// Enter stands for the double click where the form knows no keys of its own.
-void TreeBinding::TakeKey(int code) {
-  if (code == kEnterKey && !model_.keyDown) {
-    model_.DoubleClick();
-  } else {
-    model_.KeyDown(code);
-  }
-}
-
 void TreeBinding::NoteChange() {
   if (pending_) return;
   pending_ = true;
@@ -171,11 +161,10 @@ void TreeBinding::ShowModel() {
   widget_.setAutoScroll(false);
   // The items stay as long as they can: a double click needs the same item twice.
   if (!SameNodes(rows, shown_) || widget_.topLevelItemCount() == 0) {
-    const QStringList place = PathOf(widget_.currentItem());
     const int scrolled = widget_.verticalScrollBar()->value();
     shown_ = std::move(rows);
     Rebuild();
-    if (model_.Selected() == kNoNode) ReturnTo(place);
+    if (model_.Selected() == kNoNode) ReturnToPlace();
     QTimer::singleShot(0, &widget_,
                        [this, scrolled] { widget_.verticalScrollBar()->setValue(scrolled); });
   } else if (rows != shown_) {
@@ -222,29 +211,13 @@ void TreeBinding::ShowTexts() {
   }
 }
 
-QStringList TreeBinding::PathOf(const QTreeWidgetItem* item) {
-  QStringList path;
-  for (; item != nullptr; item = item->parent()) path.prepend(item->text(0).section(" [", 0, 0));
-  return path;
-}
-
-// A tree that was built anew has nothing selected. The keyboard goes on from the row where it was,
-// or from the nearest one above it that shows.
-void TreeBinding::ReturnTo(const QStringList& path) {
-  QTreeWidgetItem* nearest = nullptr;
-  for (QTreeWidgetItemIterator at(&widget_); *at != nullptr; ++at) {
-    const QStringList own = PathOf(*at);
-    const QTreeWidgetItem* parent = (*at)->parent();
-    const bool inSight = parent == nullptr || model_.Expanded(NodeOf(parent));
-    if (inSight && parent == nearest && own == path.first(std::min(own.size(), path.size()))) {
-      nearest = *at;
-    }
-  }
-  if (nearest == nullptr) return;
-  const bool same = PathOf(nearest) == path;
-  if (same) model_.Select(NodeOf(nearest));
+// A tree that was built anew has nothing selected; the keyboard goes on from where it was.
+void TreeBinding::ReturnToPlace() {
+  QTreeWidgetItem* item = Find(model_.ReturnToPlace());
+  if (item == nullptr) return;
+  const bool selected = NodeOf(item) == model_.Selected();
   widget_.setCurrentItem(
-      nearest, 0, same ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate);
+      item, 0, selected ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate);
 }
 
 void TreeBinding::ShowState(QTreeWidgetItem& item) {

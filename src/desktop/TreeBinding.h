@@ -42,7 +42,6 @@ class TreeBinding : public QObject {
   void TakePress(const QMouseEvent& mouse);
   void TakeDoubleClick(const QMouseEvent& mouse);
   void Later(const std::function<void()>& gesture);
-  void TakeKey(int code);
   void AskForMenuByKey();
   void NoteChange();
   void ShowModel();
@@ -50,9 +49,7 @@ class TreeBinding : public QObject {
   static bool SameNodes(const std::vector<Row>& a, const std::vector<Row>& b);
   void Rebuild();
   void ShowTexts();
-  // The labels from the root to a row, the values in brackets left out.
-  static QStringList PathOf(const QTreeWidgetItem* item);
-  void ReturnTo(const QStringList& path);
+  void ReturnToPlace();
   void ShowState(QTreeWidgetItem& item);
   void EditSelected();
   QTreeWidgetItem* Find(TreeNode node) const;

@@ -3,6 +3,11 @@
 #include <algorithm>
 
 namespace oriolemark {
+namespace {
+
+constexpr int kEnterKey = 13;
+
+}  // namespace
 
 TreeView::Node* TreeView::Find(TreeNode node) {
   const auto found = nodes_.find(node);
@@ -15,6 +20,7 @@ const TreeView::Node* TreeView::Find(TreeNode node) const {
 }
 
 void TreeView::Clear() {
+  if (Selected() != kNoNode) place_ = PlaceOf(selected_);
   nodes_.clear();
   top_.clear();
   selected_ = kNoNode;
@@ -110,6 +116,28 @@ void TreeView::Select(TreeNode node) {
   if (Exists(node)) Change(selected_, node);
 }
 
+std::vector<std::string> TreeView::PlaceOf(TreeNode node) const {
+  if (node == kNoNode) return {};
+  std::vector<std::string> place = PlaceOf(Parent(node));
+  place.push_back(Text(node).substr(0, Text(node).find(" [")));
+  return place;
+}
+
+TreeNode TreeView::ReturnToPlace() {
+  std::vector<std::string> way;
+  TreeNode nearest = kNoNode;
+  for (const std::string& label : place_) {
+    if (nearest != kNoNode && !Expanded(nearest)) return nearest;
+    way.push_back(label);
+    const auto children = Children(nearest);
+    const auto next = std::ranges::find(children, way, [this](TreeNode n) { return PlaceOf(n); });
+    if (next == children.end()) return nearest;
+    nearest = *next;
+  }
+  Select(nearest);
+  return nearest;
+}
+
 void TreeView::StartLabelEdit() const {
   if (onStartLabelEdit) onStartLabelEdit();
 }
@@ -127,12 +155,13 @@ void TreeView::Click(TreeNode node) {
   if (Exists(node) && nodeClick) nodeClick(node);
 }
 
-void TreeView::DoubleClick() {
+void TreeView::DoubleClick() const {
   if (doubleClick) doubleClick();
 }
 
 void TreeView::KeyDown(int code) const {
-  if (keyDown) keyDown(code);
+  if (keyDown) return keyDown(code);
+  if (code == kEnterKey) DoubleClick();
 }
 
 void TreeView::MouseDown(int button) const {

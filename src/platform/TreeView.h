@@ -43,6 +43,10 @@ class TreeView : public Control {
   TreeNode Selected() const { return Exists(selected_) ? selected_ : kNoNode; }
   // What is not in the tree is skipped.
   void Select(TreeNode node);
+  // For a tree that was cleared and built anew: the node at the place where the selection was, or
+  // the nearest one above it that shows; kNoNode without either. Labels count without a value in
+  // brackets behind them. Selects the node if it stands at the very place.
+  TreeNode ReturnToPlace();
 
   // Asks the toolkit's side to open the label of the selected node for editing.
   void StartLabelEdit() const;
@@ -51,8 +55,9 @@ class TreeView : public Control {
   void EndLabelEdit(std::string text);
 
   // The user's gestures: the node is selected first, as far as there is one under the pointer.
+  // Enter stands for the double click where the form knows no keys of its own.
   void Click(TreeNode node);
-  void DoubleClick();
+  void DoubleClick() const;
   void KeyDown(int code) const;
   void MouseDown(int button) const;
 
@@ -79,11 +84,14 @@ class TreeView : public Control {
   Node* Find(TreeNode node);
   const Node* Find(TreeNode node) const;
   void Drop(TreeNode node);
+  std::vector<std::string> PlaceOf(TreeNode node) const;
 
   std::map<TreeNode, Node> nodes_;
   std::vector<TreeNode> top_;
   TreeNode next_ = 1;
   TreeNode selected_ = kNoNode;
+  std::vector<std::string>
+      place_;  // labels from the top to what was selected before the last Clear
 };
 
 }  // namespace oriolemark
