@@ -24,9 +24,10 @@ bool IsOn(const Settings& settings, Setting first, Channel channel, std::string_
   return settings.Is(OfChannel(first, channel), value);
 }
 
-// The part of a volt value that the coupling and the probe leave.
+// What the coupling, the probe and the inverter make of a volt value.
 double Condition(const Settings& settings, const Inputs& inputs, Channel channel, double volts) {
   if (IsOn(settings, Setting::kCoupling1, channel, "AC")) volts -= inputs.Of(channel).mean;
+  if (IsOn(settings, Setting::kInvert1, channel, "ON")) volts = -volts;
   return volts * settings.ProbeFactor(channel);
 }
 
@@ -120,8 +121,10 @@ double VoltsAt(const Settings& settings, const Inputs& inputs, Channel channel, 
 
 Extremes ExtremesOf(const Settings& settings, const Inputs& inputs, Channel channel) {
   const Signal& signal = inputs.Of(channel);
-  return {Condition(settings, inputs, channel, signal.mean - signal.amplitude),
-          Condition(settings, inputs, channel, signal.mean + signal.amplitude)};
+  const auto [lowest, highest] =
+      std::minmax({Condition(settings, inputs, channel, signal.mean - signal.amplitude),
+                   Condition(settings, inputs, channel, signal.mean + signal.amplitude)});
+  return {lowest, highest};
 }
 
 double TimeOfSample(const Settings& settings, int index) {

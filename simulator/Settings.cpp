@@ -18,7 +18,6 @@ enum class Kind {
   kLine,        // a number from 1, up to what the video standard has
   kDelay,       // a time within limits that go by the time base
   kDuration,    // a time of 0 to 10 s
-  kStuck,       // takes its values and ignores them
   kSamples,     // a count that only a hand can set
   kSwitchHand,  // a list that only a hand can set
 };
@@ -87,14 +86,14 @@ constexpr Row kRows[] = {
     At(kCoupling1, ":CHANNEL1:COUPLING", Kind::kList, kCouplings, "DC"),
     At(kBandwidth1, ":CHANNEL1:BWLimit", Kind::kList, kOnOff, "OFF"),
     At(kProbe1, ":CHANNEL1:PROBE", Kind::kList, kProbes, "1X"),
-    At(kInvert1, ":CHANNEL1:INVERT", Kind::kStuck, kOnOff, "OFF"),
+    At(kInvert1, ":CHANNEL1:INVERT", Kind::kList, kOnOff, "OFF"),
     At(kDisplay2, ":CHANNEL2:DISPLAY", Kind::kList, kOnOff, "ON"),
     At(kRange2, ":CHANNEL2:RANGE", Kind::kRange, "1.00V"),
     At(kOffset2, ":CHANNEL2:OFFSET", Kind::kDivisions, "-3.00div"),
     At(kCoupling2, ":CHANNEL2:COUPLING", Kind::kList, kCouplings, "DC"),
     At(kBandwidth2, ":CHANNEL2:BWLimit", Kind::kList, kOnOff, "OFF"),
     At(kProbe2, ":CHANNEL2:PROBE", Kind::kList, kProbes, "1X"),
-    At(kInvert2, ":CHANNEL2:INVERT", Kind::kStuck, kOnOff, "OFF"),
+    At(kInvert2, ":CHANNEL2:INVERT", Kind::kList, kOnOff, "OFF"),
     At(kTimeRange, ":TimeBase:RANGE", Kind::kList, kTimes, "200.0us"),
     At(kDelay, ":TimeBase:TRIGGER DELAY", Kind::kDelay, "0.0000s"),
     At(kHoldoff, ":TimeBase:Holdoff", Kind::kDuration, "100ns"),
@@ -243,7 +242,6 @@ bool Settings::Set(Setting setting, std::string_view value, Turner turner) {
   const Kind kind = RowOf(setting).kind;
   const bool handOnly = kind == Kind::kSamples || kind == Kind::kSwitchHand;
   if ((handOnly && turner == Turner::kWire) || !Accepts(setting, value)) return false;
-  if (kind == Kind::kStuck) return true;
   if (setting == kProbe1) RescaleRange(kProbe1, kRange1, value);
   if (setting == kProbe2) RescaleRange(kProbe2, kRange2, value);
   texts_[static_cast<std::size_t>(setting)] = value;

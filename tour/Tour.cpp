@@ -83,7 +83,8 @@ void Tour::Turn() {
     stops_.clear();
     // Without a question about what was changed.
     module_.controlDocument.CtrlChanged = false;
-    return module_.main.Close();
+    module_.main.Close();
+    return;
   }
   const Stop stop = std::move(stops_.front());
   stops_.pop_front();

@@ -31,7 +31,7 @@ HelpWindow::~HelpWindow() = default;
 
 std::optional<std::string> HelpWindow::Open(const std::string& path, HelpCommand command) {
   auto file = std::make_unique<HelpFile>(QString::fromStdString(path));
-  if (file->Failure()) return ToWire(*file->Failure());
+  if (file->Failure()) return file->Failure()->toStdString();
   // Read anew each time, so that a window never shows a file that has been replaced.
   book_ = std::make_unique<HelpBook>(std::move(file));
   layout()->addWidget(book_.get());

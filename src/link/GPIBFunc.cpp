@@ -63,8 +63,8 @@ void GPIBFunc::GPIBSend(std::string_view command) {
   if (sendFailed_ && waiting_.Closing()) return;
   const auto length = static_cast<int>(command.size());
   driver_.ibwrt(device_, command);
-  sendFailed_ = Failed();
-  if (sendFailed_) GPIBError("Unable to write to device", device_);
+  sendFailed_ = Failed() && waiting_.Closing();
+  if (Failed()) GPIBError("Unable to write to device", device_);
   waiting_.Sleep(kTimePerCharacter * length);
 }
 

@@ -37,7 +37,7 @@ void USB_FUNC::USBSend(std::string_view command) {
   const bool written = std::all_of(frame.begin(), frame.end(), [this](char c) {
     return driver_.Write_USB(settings_.UsbDevice, static_cast<std::uint8_t>(c));
   });
-  sendFailed_ = !written;
+  sendFailed_ = !written && waiting_.Closing();
   if (written) return;
   prompts_.Show({.text = kNoDevice, .title = "USB Send Message", .icon = MessageIcon::Exclamation});
 }

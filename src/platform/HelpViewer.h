@@ -19,8 +19,8 @@ class HelpViewer {
 
   // Opens the help file at `path`, a file-system path. Returns as soon as it is shown, serving no
   // events meanwhile. A file that cannot be opened (missing, unreadable, not a help file) shows
-  // nothing and gives the description of the error as a message box takes it; to tell it is the
-  // caller's part. Gives nothing on success.
+  // nothing and gives the description of the error in UTF-8; to tell it is the caller's part. Gives
+  // nothing on success.
   virtual std::optional<std::string> Open(const std::string& path, HelpCommand command) = 0;
 };
 

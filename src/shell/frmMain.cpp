@@ -209,7 +209,7 @@ void frmMain::mnuFilePageSetup_Click() {
 
 void frmMain::ShowHelp(HelpCommand command) {
   const auto error = context_.help.Open(context_.helpFile, command);
-  if (error) context_.prompts.Show({.text = *error});
+  if (error) context_.prompts.Show({.systemText = *error});
 }
 
 void frmMain::ShowStatus(const std::string& text) {
@@ -230,13 +230,14 @@ void frmMain::SetAddButtons(bool enabled) {
   }
 }
 
-void frmMain::Close() {
+bool frmMain::Close() {
   // A second close while the question stands asks nothing.
-  if (closeAsked_) return;
+  if (closeAsked_) return false;
   closeAsked_ = true;
   const bool accepted = context_.controller.AskAboutChanges();
   closeAsked_ = false;
   if (accepted) context_.waiting.BeginClosing();
+  return accepted;
 }
 
 void frmMain::Form_Unload() {

@@ -107,8 +107,8 @@ class frmMain : public Form {
   void Form_Load() override;
 
   // The user closes the window: asks about unsaved changes, and unless that is cancelled, the
-  // program ends when all that runs has ended.
-  void Close();
+  // program ends when all that runs has ended. False when it is cancelled, or asked already.
+  bool Close();
 
  protected:
   void Form_Unload() override;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <optional>
 
 #include "link/StringRES.h"
 #include "values/Number.h"
@@ -89,13 +88,9 @@ void WaveReader::ShowProgress(double percent) {
   context_.waiting.DoEvents();
 }
 
-// Looked up after each wait: items shift when one is removed. What comes for an item that has gone
-// is read to its end and lost.
+// Looked up after each wait, by its slot.
 WaveRecord& WaveReader::Record() {
-  const std::optional<int> slot = FindWave(context_.sheet, context_.scratch.TransferWaveNode,
-                                           context_.scratch.TransferWaveSlot);
-  if (!slot) return lost_;
-  return context_.sheet.Waves[static_cast<std::size_t>(*slot)];
+  return context_.sheet.Waves[static_cast<std::size_t>(context_.scratch.TransferWaveSlot)];
 }
 
 void WaveReader::ReadWaveform(std::string channel) {

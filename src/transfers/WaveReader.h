@@ -61,7 +61,6 @@ class WaveReader {
   void ShowProgress(double percent);
 
   WaveReaderContext context_;
-  WaveRecord lost_;
 };
 
 }  // namespace oriolemark

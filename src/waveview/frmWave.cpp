@@ -139,21 +139,13 @@ void frmWave::KeyDown(int code, ShiftKeys shift) {
 void frmWave::LoadData() {
   const int option = OptionCH.Selected();
   if (option == OptionGroup::kNone) return;
-  const int before = SlotOf(*this);
-  const TreeNode item = Record().TreeNode;
-  context_.scratch.TransferWaveSlot = before;
-  context_.scratch.TransferWaveNode = item;
+  context_.scratch.TransferWaveSlot = SlotOf(*this);
   const TransferKind kind = kTransferKinds[static_cast<std::size_t>(option)];
   if (!context_.progress.Transfer(kind, "Waveform Data Loading")) return;
-  // The view may have been closed meanwhile, or the item removed or moved to another slot and view:
-  // what has been filled is the item, wherever it stands.
-  const std::optional<int> slot = FindWave(context_.sheet, item, before);
-  if (!slot) return;
-  context_.sheet.Waves[static_cast<std::size_t>(*slot)].HasData = true;
+  // The view may have been closed meanwhile: its record holds the waveform all the same.
+  Record().HasData = true;
   context_.sheet.Modified = true;
   Form_Resize();
-  const auto& shown = context_.sheet.WaveViews[static_cast<std::size_t>(*slot)];
-  if (shown && shown.get() != this) shown->Form_Resize();
 }
 
 void frmWave::ZoomCombo_Change() {

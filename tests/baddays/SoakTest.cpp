@@ -42,9 +42,9 @@ struct Month : ProgramBench {
   void Judge() {
     const WaveRecord& record = module.sheet.Waves[0];
     ++readings;
-    const bool healthy = kFaults[fault] == nullptr;
+    const bool healthy = kFaults[fault].empty();
     EXPECT_EQ(record.HasData && record.TimeRange != "", healthy) << kFaults[fault];
-    if (healthy && readings == 1) picture = record.CH1Data;
+    if (readings == 1) picture = record.CH1Data;
     for (int i = 1; healthy && i <= 600; ++i) ASSERT_EQ(record.CH1Data[i], picture[i]) << i;
     EXPECT_EQ(waiting.Depth(), 2) << "the program's own wait and the pause";
     EXPECT_FALSE(module.Link().CommBusy || module.progress.Loaded());
@@ -61,19 +61,14 @@ struct Month : ProgramBench {
     record.TimeRange.clear();
     record.HasData = false;
     port.side.GetFaults().Clear();
-    port.fails.clear();
     fault = static_cast<std::size_t>(readings) % kFaults.size();
-    const char* const name = kFaults[fault];
-    if (name == kBroken) {
-      port.fails = "Input/output error";
-    } else if (name != nullptr) {
-      port.side.GetFaults().Add(*tx5000::ParseFault(name));
-    }
+    const std::string_view name = kFaults[fault];
+    port.fails = name == "broken" ? "Input/output error" : "";
+    if (const auto parsed = tx5000::ParseFault(name)) port.side.GetFaults().Add(*parsed);
   }
 
-  static constexpr const char* kBroken = "broken";
-  static constexpr std::array<const char*, 8> kFaults = {
-      nullptr, nullptr, nullptr, "silence", nullptr, "die for :TimeBase:RANGE:?", nullptr, kBroken};
+  static constexpr std::array<std::string_view, 8> kFaults = {
+      "", "", "", "silence", "", "die for :TimeBase:RANGE:?", "", "broken"};
   std::size_t fault = 0;
   int readings = 0;
   std::size_t bytesOfDayTwo = 0;

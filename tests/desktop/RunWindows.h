@@ -24,10 +24,7 @@ struct Application {
 // half a second after the one before, and the last one closes the program.
 class Windows : public testing::Test {
  protected:
-  Windows() {
-    qputenv("XDG_CONFIG_HOME", home_.path().toLocal8Bit());
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-  }
+  Windows() { qputenv("XDG_CONFIG_HOME", home_.path().toLocal8Bit()); }
 
   void Run(std::vector<std::function<void(MainModule&)>> steps) {
     Application own;

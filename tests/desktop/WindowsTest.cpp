@@ -4,33 +4,13 @@
 #include <QPalette>
 #include <QTest>
 #include <QToolButton>
-#include <algorithm>
+#include <set>
 
 #include "desktop/Icons.h"
 #include "desktop/RunWindows.h"
 
 namespace oriolemark {
 namespace {
-
-void Click(const QString& name) {
-  QWidget* widget = Shown(name);
-  ASSERT_NE(widget, nullptr) << name.toStdString();
-  QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2));
-}
-
-TEST_F(Windows, RefreshWithoutALinkIsRefusedByAMessage) {
-  Run({[](MainModule&) { Click("tool_AddNewWaveform"); },
-       [](MainModule&) {
-         QTimer::singleShot(0, [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5); });
-       },
-       [](MainModule& module) {
-         QWidget* box = QApplication::activeModalWidget();
-         ASSERT_NE(box, nullptr);
-         EXPECT_EQ(box->windowTitle(), "Oriolemark");
-         QTest::keyClick(box, Qt::Key_Escape);
-         EXPECT_FALSE(module.sheet.Waves[0].HasData);
-       }});
-}
 
 TEST_F(Windows, ClosingTheProgramUnderAModalDialogEndsIt) {
   Run({[](MainModule& module) {
@@ -78,6 +58,14 @@ TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
        [](MainModule& module) {
          const auto& view = static_cast<frmWave&>(*module.sheet.WaveViews[0]);
          EXPECT_TRUE(view.Visible()) << "Enter opens what a double click opens";
+         QTimer::singleShot(0, [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5); });
+       },
+       [](MainModule& module) {
+         QWidget* box = QApplication::activeModalWidget();
+         ASSERT_NE(box, nullptr) << "a refresh without a link is refused";
+         EXPECT_EQ(box->windowTitle(), "Oriolemark");
+         QTest::keyClick(box, Qt::Key_Escape);
+         EXPECT_FALSE(module.sheet.Waves[0].HasData);
        }});
 }
 
@@ -87,11 +75,8 @@ TEST_F(Windows, TheMainWindowFitsASmallScreenAndItsPicturesADarkOne) {
     EXPECT_LT(least.width(), 800);
     EXPECT_LT(least.height(), 600);
     const auto lightness = [] {
-      return PictureNamed("TreeSheet")
-          .pixmap({24, 24}, 1.0)
-          .toImage()
-          .pixelColor(5, 12)
-          .lightness();
+      const QImage image = PictureNamed("TreeSheet").pixmap({24, 24}, 1.0).toImage();
+      return image.pixelColor(5, 12).lightness();
     };
     EXPECT_LT(lightness(), 100);
     QApplication::setPalette(QPalette(QColor(50, 50, 50), QColor(40, 40, 40)));
@@ -99,57 +84,40 @@ TEST_F(Windows, TheMainWindowFitsASmallScreenAndItsPicturesADarkOne) {
   }});
 }
 
-std::string Path(QAccessibleInterface* element) {
-  std::string path;
-  for (; element != nullptr && element->object() != nullptr; element = element->parent()) {
-    path = element->object()->metaObject()->className() +
-           (" " + element->object()->objectName().toStdString() + "/") + path;
-  }
-  return path;
-}
-
 bool Worked(QAccessibleInterface& element) {
   // Lines, rooms and the inner window of a scrolled one take clicks without meaning anything.
-  static const QAccessible::Role kSilent[] = {QAccessible::Client, QAccessible::Window,
-                                              QAccessible::Dialog, QAccessible::Separator};
-  if (std::ranges::find(kSilent, element.role()) != std::end(kSilent)) return false;
-  QAccessibleActionInterface* actions = element.actionInterface();
-  const bool clicked = actions != nullptr &&
-                       actions->actionNames().contains(QAccessibleActionInterface::pressAction());
-  return element.state().focusable || clicked;
+  static const std::set kSilent = {QAccessible::Client, QAccessible::Window, QAccessible::Dialog};
+  if (kSilent.contains(element.role())) return false;
+  const auto* actions = element.actionInterface();
+  return element.state().focusable ||
+         (actions != nullptr &&
+          actions->actionNames().contains(QAccessibleActionInterface::pressAction()));
 }
 
 // The elements under this one that the user works, hidden ones too; counts them.
 int ExpectNames(QAccessibleInterface* element) {
   if (element == nullptr || element->role() == QAccessible::Separator) return 0;
+  const QObject* object = element->object();
+  const char* kind = object != nullptr ? object->metaObject()->className() : "part";
+  SCOPED_TRACE(kind + (object != nullptr ? " " + object->objectName().toStdString() : ""));
   int found = Worked(*element) ? 1 : 0;
-  EXPECT_FALSE(found != 0 && element->text(QAccessible::Name).isEmpty()) << Path(element);
+  EXPECT_FALSE(found != 0 && element->text(QAccessible::Name).isEmpty());
   for (int i = 0; i < element->childCount(); ++i) found += ExpectNames(element->child(i));
   return found;
 }
 
-TEST_F(Windows, EveryElementThatIsWorkedHasAName) {
+TEST_F(Windows, EveryElementThatIsWorkedHasANameAndTheRefreshButtonThatOfWhatItWillDo) {
   Run({[](MainModule& module) { module.main.Tools[10].action(); },
-       [](MainModule&) {
+       [](MainModule& module) {
          int found = 0;
          for (QWidget* window : QApplication::topLevelWidgets()) {
            found += ExpectNames(QAccessible::queryAccessibleInterface(window));
          }
          EXPECT_GT(found, 60);
-       }});
-}
-
-TEST_F(Windows, TheRefreshButtonSaysWhatItWillDo) {
-  Run({[](MainModule& module) { module.main.Tools[10].action(); },
-       [](MainModule& module) {
-         auto& view = dynamic_cast<frmWave&>(*module.sheet.WaveViews[0]);
-         const auto name = [] {
-           return QAccessible::queryAccessibleInterface(Shown("cmdRefresh"))
-               ->text(QAccessible::Name);
-         };
-         EXPECT_EQ(name(), "Refresh");
-         view.cmdRefresh.SetFace(kStopFace);
-         EXPECT_EQ(name(), "Stop");
+         auto* button = QAccessible::queryAccessibleInterface(Shown("cmdRefresh"));
+         EXPECT_EQ(button->text(QAccessible::Name), "Refresh");
+         dynamic_cast<frmWave&>(*module.sheet.WaveViews[0]).cmdRefresh.SetFace(kStopFace);
+         EXPECT_EQ(button->text(QAccessible::Name), "Stop");
        }});
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <numeric>
 #include <set>
 
 #include "drivers/ChosenColors.h"
@@ -14,48 +15,36 @@
 namespace oriolemark {
 namespace {
 
-using std::chrono::milliseconds;
 using Texts = std::vector<std::string>;
 
 const std::string kLibraries = TEST_LIBRARIES;  // their folder, with its slash
 const std::string kTextFile = std::string(ORIOLEMARK_SOURCE_DIR) + "/README.md";
 
-class DriversTest : public ::testing::Test {
- protected:
-  void Use(const std::string& key, const std::string& text) {
-    store.values[{"Drivers", key}] = text;
-  }
+struct DriversTest : ::testing::Test {
   template <typename Script>
   Script& UseLibrary(const std::string& key, const std::string& name) {
-    Use(key, kLibraries + name);
+    store.Write("Drivers", key, kLibraries + name);
     held.emplace_back(Texts{kLibraries + name}, Exports{{"Script"}});
     return *held.back().Find<Script*()>("Script")() = {};
   }
   GpibScript& UseGpib(const std::string& name) {
     return UseLibrary<GpibScript>("GpibLibrary", "gpib_by_" + name + ".so");
   }
-  Texts TextsShown() {
-    Texts texts;
-    for (const Message& message : prompts.shown) texts.push_back(message.text);
-    prompts.shown.clear();
-    return texts;
-  }
 
   std::vector<SharedLibrary> held;
   MemoryStore store;
   VirtualClock clock;
-  Waiting waiting{clock};
-  RecordingPrompts prompts{clock, waiting};
+  RecordingPrompts prompts{clock};
   LinkSettings settings;
   LinkState state;
   LibraryGpib gpibDriver{store};
-  GPIBFunc gpib{gpibDriver, settings, state, waiting, prompts};
+  GPIBFunc gpib{gpibDriver, settings, state, clock.waiting, prompts};
   int eventsServed = 0;
-  milliseconds now{0};
+  Milliseconds now{0};
   ChosenUsb usbDriver{store,
                       {[this] { return now; }, [this](auto time) { now += time; },
                        [this] { return eventsServed; }}};
-  USB_FUNC usb{usbDriver, settings, state, waiting, prompts};
+  USB_FUNC usb{usbDriver, settings, state, clock.waiting, prompts};
 };
 
 TEST_F(DriversTest, GpibLibraryThatDoesNotServeFailsEachCallAndSaysWhy) {
@@ -63,19 +52,20 @@ TEST_F(DriversTest, GpibLibraryThatDoesNotServeFailsEachCallAndSaysWhy) {
   std::filesystem::copy_file(kLibraries + "gpib_by_function.so", kCutShort,
                              std::filesystem::copy_options::overwrite_existing);
   std::filesystem::resize_file(kCutShort, 1000);
-  for (const auto& [name, reason] : std::vector<std::pair<std::string, std::string>>{
-           {"", "libgpib.so.0: not found; libni4882.so: not found; libgpibapi.so: not found"},
-           {"/nowhere/lib.so", "/nowhere/lib.so: not found"},
-           {"/usr/", "/usr/: not a file"},
-           {kTextFile, kTextFile + ": invalid ELF header"},
-           {kCutShort, kCutShort + ": cut short"},
-           {"libm.so.6", "libm.so.6: lacks ibdev, ibclr, ibwrt, ibrd, ibonl, ThreadIbsta or ibsta"},
-           {kLibraries + "gpib_lacking.so", "gpib_lacking.so: lacks ibrd. "}}) {
-    Use("GpibLibrary", name);
+  const std::pair<std::string, std::string> rows[] = {
+      {"", "libgpib.so.0: not found; libni4882.so: not found; libgpibapi.so: not found"},
+      {"/nowhere/lib.so", "/nowhere/lib.so: not found"},
+      {"/usr/", "/usr/: not a file"},
+      {kTextFile, kTextFile + ": invalid ELF header"},
+      {kCutShort, kCutShort + ": cut short"},
+      {"libm.so.6", "libm.so.6: lacks ibdev, ibclr, ibwrt, ibrd, ibonl, ThreadIbsta or ibsta"},
+      {kLibraries + "gpib_lacking.so", "gpib_lacking.so: lacks ibrd. "}};
+  for (const auto& [name, reason] : rows) {
+    store.Write("Drivers", "GpibLibrary", name);
     EXPECT_NE(gpibDriver.Meaning().find(reason), std::string::npos) << gpibDriver.Meaning();
     gpib.GPIBInit();
     EXPECT_EQ(gpib.GPIBRead(), "");
-    EXPECT_EQ(TextsShown(),
+    EXPECT_EQ(prompts.Told(),
               (Texts{"Unable to open GPIB IO device\ribsta = &H8000\riberr = 0",
                      "Unable to read from device\ribsta = &H8000\riberr = 0 <EDVR>"}));
   }
@@ -106,10 +96,10 @@ TEST_F(DriversTest, StatusWordsComeWholeHoweverTheLibraryGivesThem) {
       EXPECT_EQ(gpib.Status().ibcnt, 3) << name;
     }
     for (const std::string call : {"ibdev", "ibclr", "ibwrt", "ibrd"}) {
-      script = {.calls = {}, .failing = call, .ibsta = 0, .reply = "1\n"};
+      script = {.failing = call, .reply = "1\n"};
       gpib.GPIBInit();
       if (call != "ibdev") gpib.GPIBSend("?"), gpib.GPIBRead();
-      const Texts shown = TextsShown();
+      const Texts shown = prompts.Told();
       ASSERT_EQ(shown.size(), 1U) << name << call;
       EXPECT_NE(shown[0].find("ibsta = &H8100\riberr = 6"), std::string::npos) << shown[0];
     }
@@ -117,23 +107,22 @@ TEST_F(DriversTest, StatusWordsComeWholeHoweverTheLibraryGivesThem) {
 }
 
 TEST_F(DriversTest, RegistrationOfStatusWordsIsTriedAgainUntilItHolds) {
-  for (const auto& [result, calls, bound] : std::vector<std::tuple<int, const char*, bool>>{
-           {0, "register ibdev ", true},
-           {1, "register unregister register ibdev ", true},
-           {2, "register unregister ibdev ", false},
-           {3, "register unregister ibdev ", false},
-           {4, "register ibdev ", false}}) {
+  const std::tuple<int, const char*, bool> rows[] = {
+      {0, "register ibdev ibdev ", true},
+      {1, "register unregister register ibdev ibdev ", true},
+      {2, "register unregister ibdev register ibdev ", false},
+      {3, "register unregister ibdev register ibdev ", false},
+      {4, "register ibdev register ibdev ", false}};
+  for (const auto& [result, calls, bound] : rows) {
     GpibScript& script = UseGpib("registration");
     script.registerResult = result;
     LibraryGpib driver(store);
     driver.ibdev(0, 7, 0, 13, 1, 0);
-    EXPECT_EQ(script.calls, calls);
     EXPECT_EQ(driver.Status().ibsta, bound ? 0x100 : kGpibErr);
     EXPECT_EQ(driver.Status().ibcntl, bound ? 0 : static_cast<int>(0xDEAD37F0));
-    script.calls.clear();
     driver.ibdev(0, 7, 0, 13, 1, 0);
-    EXPECT_EQ(script.calls, bound ? "ibdev " : "register ibdev ");
     EXPECT_EQ(driver.Status().ibsta, 0x100);
+    EXPECT_EQ(script.calls, calls);
   }
 }
 
@@ -156,7 +145,7 @@ TEST_F(DriversTest, RepliesOfEverySizeComeThroughBothLibraries) {
     EXPECT_EQ(pieces, reply);
     EXPECT_EQ(blocks, reply);
   }
-  EXPECT_EQ(TextsShown(), Texts{});
+  EXPECT_EQ(prompts.Told(), Texts{});
 }
 
 TEST_F(DriversTest, UsbLibraryIsUsedIfItServesAndEachFailureComesThrough) {
@@ -171,12 +160,13 @@ TEST_F(DriversTest, UsbLibraryIsUsedIfItServesAndEachFailureComesThrough) {
   EXPECT_EQ(screen, (std::array<std::uint8_t, 4>{0, 7, 7, 7}));
   EXPECT_FALSE(usbDriver.Bulk_DataTransfer_Read(0, 5, screen));
   for (const std::string operation : {"Write_USB", "count", "fetch"}) {
-    script = {.written = {}, .reply = "1\n", .failing = operation, .controls = {}};
+    script = {.reply = "1\n", .failing = operation};
     usb.USBSend("A");
     usb.USBRead();
-    EXPECT_EQ(TextsShown(), Texts{"Can't Connect to USB Device"});
+    EXPECT_EQ(script.written, operation == "Write_USB" ? "A" : "A\r");
+    EXPECT_EQ(prompts.Told(), Texts{"Can't Connect to USB Device"});
   }
-  Use("UsbLibrary", "libm.so.6");
+  store.Write("Drivers", "UsbLibrary", "libm.so.6");
   EXPECT_EQ(usbDriver.GetDeviceNum(), 0);
   EXPECT_TRUE(usbDriver.Meaning().starts_with(
       "Built-in USB driver. The library named in the settings does not serve: libm.so.6: lacks "));
@@ -186,16 +176,17 @@ TEST_F(DriversTest, SilentInstrumentEndsAWaitThatServesNoEventsAfterFiveSeconds)
   UsbScript& script = UseLibrary<UsbScript>("UsbLibrary", "usb.so");
   usb.USBSend("?");
   EXPECT_EQ(usb.USBRead() + usb.USBRead(), "");
-  EXPECT_EQ(now, milliseconds(10000));
-  EXPECT_EQ(TextsShown(), Texts(2, "Can't Connect to USB Device"));
+  EXPECT_EQ(now, Milliseconds(10000));
+  EXPECT_EQ(prompts.Told(), Texts(2, "Can't Connect to USB Device"));
   std::array<std::uint8_t, 1> count{};
-  for (const auto& breakSilence : std::vector<std::function<void()>>{
-           [this] { ++eventsServed; }, [this] { usbDriver.Write_USB(0, 'a'); },
-           [&] { script.reply = "a", usbDriver.Read_USB(0, 0, 1, count), script.reply = ""; }}) {
+  const std::function<void()> breaks[] = {
+      [this] { ++eventsServed; }, [this] { usbDriver.Write_USB(0, 'a'); },
+      [&] { script.reply = "a", usbDriver.Read_USB(0, 0, 1, count), script.reply = ""; }};
+  for (const auto& breakSilence : breaks) {
     for (int turn = 0; turn < 3; ++turn) {
       breakSilence();
       EXPECT_TRUE(usbDriver.Read_USB(0, 0, 1, count));
-      now += milliseconds(4990);
+      now += Milliseconds(4990);
       EXPECT_TRUE(usbDriver.Read_USB(0, 0, 1, count));
     }
   }
@@ -204,27 +195,27 @@ TEST_F(DriversTest, SilentInstrumentEndsAWaitThatServesNoEventsAfterFiveSeconds)
 TEST_F(DriversTest, UsbIdsAreHexadecimalAndAMalformedOneIsTheDefault) {
   const UsbIds standard = ReadUsbIds(store);
   for (const char* text : {"", "0x", "12345", "12 ", "-1", "xyz", "0x1G"}) {
-    Use("UsbVendorId", text);
+    store.Write("Drivers", "UsbVendorId", text);
     EXPECT_EQ(ReadUsbIds(store), standard) << text;
   }
-  Use("UsbVendorId", "0xAbCd");
-  Use("UsbProductId", "12");
+  store.Write("Drivers", "UsbVendorId", "0xAbCd");
+  store.Write("Drivers", "UsbProductId", "12");
   EXPECT_EQ(ReadUsbIds(store), (UsbIds{.vendor = 0xABCD, .product = 0x12}));
 }
 
 TEST_F(DriversTest, ColoursComeFromTheLibraryElseFromTwoPalettes) {
   std::array<std::uint8_t, 256> raw{};
-  for (std::size_t i = 0; i < raw.size(); ++i) raw[i] = static_cast<std::uint8_t>(i);
+  std::iota(raw.begin(), raw.end(), std::uint8_t{0});
   std::array<std::uint32_t, 256> colours{};
   ChosenColors palettes(store), library(store);
   palettes.TransClr(raw, colours);
   EXPECT_EQ(std::set(colours.begin(), colours.end()).size(), 256U);
   const std::array seen{colours[0], colours[3], colours[0x1C], colours[0xE0], colours[0xFF]};
-  EXPECT_EQ(seen, (std::array<std::uint32_t, 5>{0, 0xFF, 0xFF00, 0xFF0000, 0xFFFFFF}));
+  EXPECT_EQ(seen, (std::array{0U, 0xFFU, 0xFF00U, 0xFF0000U, 0xFFFFFFU}));
   palettes.TransMono(raw, std::span(colours).first(2));
   EXPECT_EQ(colours[1], 0xFFFFFFU);
   EXPECT_EQ(colours[2], 0xAAU) << "what lies behind keeps its colour";
-  Use("ColorLibrary", kLibraries + "usb.so");
+  store.Write("Drivers", "ColorLibrary", kLibraries + "usb.so");
   library.TransClr(raw, colours);
   EXPECT_EQ(colours[0x12], 0x120000U);
   library.TransMono(raw, colours);

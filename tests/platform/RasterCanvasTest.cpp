@@ -31,23 +31,22 @@ std::string Show(const RasterCanvas& canvas) {
 }
 
 TEST(RasterCanvas, LinesSetTheirPixels) {
-  const PenStyle solid = PenStyle::Solid;
-  const PenStyle dotted = PenStyle::Dotted;
+  using enum PenStyle;
   // The ends, the width and style of the pen, and the picture.
   const std::tuple<const char*, Point, Point, int, PenStyle, const char*> rows[] = {
-      {"a point", {2, 1}, {2, 1}, 1, solid, "....../..#.../......"},
-      {"both ends", {4, 1}, {1, 1}, 1, solid, "....../.####./......"},
-      {"ties go to even", {0.5, 1.5}, {2.5, 1.5}, 1, solid, "....../....../###..."},
-      {"flat", {0, 0}, {5, 2}, 1, solid, "##..../..##../....##"},
-      {"steep, upwards", {1, 2}, {2, -1}, 1, solid, "..#.../.#..../.#...."},
-      {"through from outside", {-3, -3}, {9, 9}, 1, solid, "#...../.#..../..#..."},
-      {"flat, cut at both sides", {-3, -1}, {9, 4}, 1, solid, "#...../.##.../...###"},
-      {"steep, cut above and below", {1, -4}, {4, 7}, 1, solid, "..#.../..#.../...#.."},
-      {"across from very far", {-1e12, 1}, {1e12, 1}, 1, solid, "....../######/......"},
-      {"beside", {-3, 2}, {-1, 9}, 1, solid, "....../....../......"},
-      {"two wide covers left and above", {2, 2}, {4, 2}, 2, solid, "....../.####./.####."},
-      {"two wide from below the edge", {0, 3}, {6, 3}, 2, solid, "....../....../######"},
-      {"dots count from the line's own start", {-3, 1}, {5, 1}, 1, dotted, "....../.##..#/......"},
+      {"a point", {2, 1}, {2, 1}, 1, Solid, "....../..#.../......"},
+      {"both ends", {4, 1}, {1, 1}, 1, Solid, "....../.####./......"},
+      {"ties go to even", {0.5, 1.5}, {2.5, 1.5}, 1, Solid, "....../....../###..."},
+      {"flat", {0, 0}, {5, 2}, 1, Solid, "##..../..##../....##"},
+      {"steep, upwards", {1, 2}, {2, -1}, 1, Solid, "..#.../.#..../.#...."},
+      {"through from outside", {-3, -3}, {9, 9}, 1, Solid, "#...../.#..../..#..."},
+      {"flat, cut at both sides", {-3, -1}, {9, 4}, 1, Solid, "#...../.##.../...###"},
+      {"steep, cut above and below", {1, -4}, {4, 7}, 1, Solid, "..#.../..#.../...#.."},
+      {"across from very far", {-1e12, 1}, {1e12, 1}, 1, Solid, "....../######/......"},
+      {"beside", {-3, 2}, {-1, 9}, 1, Solid, "....../....../......"},
+      {"two wide covers left and above", {2, 2}, {4, 2}, 2, Solid, "....../.####./.####."},
+      {"two wide from below the edge", {0, 3}, {6, 3}, 2, Solid, "....../....../######"},
+      {"dots count from the line's own start", {-3, 1}, {5, 1}, 1, Dotted, "....../.##..#/......"},
   };
   for (const auto& [name, from, to, width, style, shown] : rows) {
     RasterCanvas canvas = Blank(6, 3);
@@ -70,8 +69,7 @@ TEST(RasterCanvas, WildCoordinatesCostNothingAndStayOutside) {
     canvas.PixelRow({-kMany - 9.0, 1}, wild, kMany);
     canvas.PixelRow({1, wild}, 1, kMany);
     canvas.PixelColumn({wild, 0}, 1e-9, kMany);
-    const std::vector<Point> points{{wild, 0}, {wild, 5}, {wild, 0}, {wild, 5}};
-    canvas.Polyline(points);
+    canvas.Polyline(std::vector<Point>{{wild, 0}, {wild, 5}, {wild, 0}, {wild, 5}});
     canvas.Text({wild, wild}, "T");
     EXPECT_EQ(Show(canvas), "......../........") << wild;
   }

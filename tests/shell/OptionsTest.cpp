@@ -19,16 +19,17 @@ void Open(ProgramBench& bench, const std::function<void(frmOptions&)>& work) {
 }
 
 // Section and key of each option, what a first run stores of it and what the work below does.
-const std::tuple<const char*, const char*, const char*, const char*> kStored[] = {
-    {"General", "StartupCheckHardware", "False", "True"},
-    {"General", "StartupLoadSheet", "False", "True"},
-    {"General", "StartupLoadCtrl", "False", "True"},
-    {"IO Settings", "ScopeIOType", "0", "1"},
-    {"IO Settings", "COM_Port", "1", "2"},
-    {"IO Settings", "BaudRate", "9600", "fast"},
-    {"IO Settings", "GPIB_Addr", "7", "30"},
-    {"Refresh", "Refresh Type", "Single", "Auto"},
-    {"Refresh", "Refresh Interval", "100", "250"},
+using Key = std::pair<std::string, std::string>;
+const std::tuple<Key, const char*, const char*> kStored[] = {
+    {{"IO Settings", "ScopeIOType"}, "0", "1"},
+    {{"IO Settings", "COM_Port"}, "1", "2"},
+    {{"IO Settings", "GPIB_Addr"}, "7", "30"},
+    {{"Refresh", "Refresh Type"}, "Single", "Auto"},
+    {{"Refresh", "Refresh Interval"}, "100", "250"},
+    {{"IO Settings", "BaudRate"}, "9600", "fast"},
+    {{"General", "StartupCheckHardware"}, "False", "True"},
+    {{"General", "StartupLoadSheet"}, "False", "True"},
+    {{"General", "StartupLoadCtrl"}, "False", "True"},
 };
 
 TEST(Options, ReachTheStoreWithOkAndNotWithCancel) {
@@ -51,8 +52,8 @@ TEST(Options, ReachTheStoreWithOkAndNotWithCancel) {
       (ok ? options.cmdOK : options.cmdCancel).Click();
       EXPECT_EQ(bench.module.preferences.link.UsbDevice, ok ? 2 : 0);
     });
-    for (const auto& [section, key, before, after] : kStored) {
-      EXPECT_EQ((bench.store.values[{section, key}]), ok ? after : before) << key;
+    for (const auto& [key, before, after] : kStored) {
+      EXPECT_EQ(bench.store.values[key], ok ? after : before) << key.second;
     }
   }
 }
@@ -61,20 +62,15 @@ TEST(Options, ShowWhatTheStoreHoldsAndCanBeConfirmedAsTheyStand) {
   // What is stored: link, port, address, type and interval; the link, port, address and state of
   // the interval shown; and what is stored behind OK.
   for (const auto& row : Rows(R"(
-2 | 2 | 0 | Auto | 0 | 2 | COM2 | 0 | on | 2 | 2 | 0 | Auto
-1 | 3 | 30 | Auto | -5 | 1 | COM1 | 30 | on | 1 | 1 | 30 | Auto
-7 | -1 | 5 | auto | 1 | 0 | COM1 | 5 | off | 0 | 1 | 5 | Single
-1 | 1 | 31 | - | 1 | 1 | COM1 | - | off | 1 | 1 | -1 | Single
+2 | 2 | 0 | Auto | 0 | 2 | COM2 | 0 | on | 2 | 2 | 0 | Auto | 0
+1 | 3 | 30 | Auto | -5 | 1 | COM1 | 30 | on | 1 | 1 | 30 | Auto | -5
+7 | -1 | 5 | auto | 1 | 0 | COM1 | 5 | off | 0 | 1 | 5 | Single | 1
+1 | 1 | 31 | - | 1 | 1 | COM1 | - | off | 1 | 1 | -1 | Single | 1
 )")) {
     SCOPED_TRACE(row[0] + row[1] + row[2] + row[3]);
-    static constexpr std::pair<const char*, const char*> kKeys[] = {{"IO Settings", "ScopeIOType"},
-                                                                    {"IO Settings", "COM_Port"},
-                                                                    {"IO Settings", "GPIB_Addr"},
-                                                                    {"Refresh", "Refresh Type"}};
     ProgramBench bench;
     bench.usb.devices = 0;
-    for (std::size_t i = 0; i < 4; ++i) bench.Store(kKeys[i].first, kKeys[i].second, row[i]);
-    bench.Store("Refresh", "Refresh Interval", row[4]);
+    for (std::size_t i = 0; i < 5; ++i) bench.store.values[std::get<Key>(kStored[i])] = row[i];
     Open(bench, [&](frmOptions& options) {
       EXPECT_EQ(std::to_string(options.PortSelectOption.Selected()), row[5]);
       EXPECT_EQ(options.PortCombo.Text(), row[6]);
@@ -85,8 +81,9 @@ TEST(Options, ShowWhatTheStoreHoldsAndCanBeConfirmedAsTheyStand) {
       options.IntervalCombo.EndEdit("soon");  // no number: the old one stays
       options.cmdOK.Click();
     });
-    for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(bench.store.values[kKeys[i]], row[i + 9]) << i;
-    EXPECT_EQ((bench.store.values[{"Refresh", "Refresh Interval"}]), row[4]);
+    for (std::size_t i = 0; i < 5; ++i) {
+      EXPECT_EQ(bench.store.values[std::get<Key>(kStored[i])], row[i + 9]) << i;
+    }
   }
 }
 

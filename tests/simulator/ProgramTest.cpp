@@ -1,8 +1,104 @@
-#include "Program.h"
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <string>
+
+#include "simulator/Screen.h"
 
 namespace {
+
+using namespace std::string_literals;
+
+// The simulator as its users have it: a process with a console and a line to open, or, with
+// "--socket", a socket.
+class Program : public testing::Test {
+ protected:
+  explicit Program(const char* place = "--link") : place_(place) {
+    folder_ = (std::filesystem::temp_directory_path() / "tx5000XXXXXX").string();
+    EXPECT_NE(mkdtemp(folder_.data()), nullptr);
+    link_ = folder_ + "/scope";
+    setenv("TX5000SIM_SOCKET", link_.c_str(), 1);
+    Start();
+  }
+
+  void Start() {
+    int ends[2];
+    ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends), 0);
+    const std::string log = folder_ + "/log";
+    process_ = fork();
+    if (process_ == 0) {
+      dup2(ends[1], STDIN_FILENO);
+      dup2(ends[1], STDOUT_FILENO);
+      execl(TX5000SIM_PATH, "tx5000sim", place_, link_.c_str(), "--log", log.c_str(), "--firmware",
+            "03.01.15", nullptr);
+      _exit(127);
+    }
+    close(ends[1]);
+    close(console_);
+    console_ = ends[0];
+    ASSERT_EQ(ReadLine(console_), "ready " + link_);
+  }
+
+  void TearDown() override {
+    End(SIGKILL);
+    close(console_);
+    close(line_);
+    std::filesystem::remove_all(folder_);
+  }
+
+  void OpenLine() {
+    close(line_);
+    line_ = open(link_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    ASSERT_GE(line_, 0);
+  }
+
+  static std::string ReadLine(int descriptor) {
+    std::string text;
+    pollfd waiting{descriptor, POLLIN, 0};
+    char c = 0;
+    while (poll(&waiting, 1, 5000) == 1 && read(descriptor, &c, 1) == 1 && c != '\n') text += c;
+    return text;
+  }
+
+  static void Write(int descriptor, const std::string& text) {
+    ASSERT_EQ(write(descriptor, text.data(), text.size()), ssize_t(text.size()));
+  }
+
+  std::string Ask(const std::string& command) {
+    Write(line_, command + "\r");
+    return ReadLine(line_);
+  }
+
+  std::string Type(const std::string& line) {
+    Write(console_, line + "\n");
+    return ReadLine(console_);
+  }
+
+  int End(int signal) {
+    int status = -1;
+    if (process_ > 0 && kill(process_, signal) == 0) waitpid(process_, &status, 0);
+    process_ = -1;
+    return status;
+  }
+
+  const char* place_;
+  std::string folder_;
+  std::string link_;
+  pid_t process_ = -1;
+  int console_ = -1;
+  int line_ = -1;
+};
 
 TEST_F(Program, AnswersEachTimeTheLineIsOpenedAndTakesAHand) {
   for (int round = 0; round < 2; ++round) {
@@ -38,6 +134,105 @@ TEST_F(Program, OutlivesItsConsoleAndEndsCleanlyOnASignal) {
   std::ifstream log(folder_ + "/log");
   const std::string text(std::istreambuf_iterator<char>(log), {});
   EXPECT_NE(text.find(" < \"600\\n\""), std::string::npos) << text;
+}
+
+// The simulator at its socket, and the two libraries as a program loads them.
+class Bus : public Program {
+ protected:
+  Bus() : Program("--socket") {}
+  template <typename Result = int, typename... Arguments>
+  static Result Call(const char* name, Arguments... arguments) {
+    const bool usb = std::string_view(name).find('_') != std::string_view::npos;
+    const auto path = std::filesystem::path(TX5000SIM_PATH).parent_path() /
+                      (usb ? "../lib/libtx5000usb.so" : "../lib/libtx5000gpib.so");
+    void* function = dlsym(dlopen(path.c_str(), RTLD_NOW), name);
+    return reinterpret_cast<Result (*)(Arguments...)>(function)(arguments...);
+  }
+  static int Open(int address) { return Call("ibdev", 0, address, 0, /* 100 ms */ 9, 1, 0); }
+  static int Put(int device, const std::string& text) {
+    return Call("ibwrt", device, static_cast<const void*>(text.data()), long(text.size()));
+  }
+  // What one read gives, with what the status words tell behind it.
+  static std::string Get(int device, std::size_t count) {
+    std::string bytes(count, '?');
+    const int sta = Call("ibrd", device, static_cast<void*>(bytes.data()), long(count));
+    if (sta == 0x8000) return "dead";
+    bytes.resize(std::size_t(Call<long>("ThreadIbcntl")));
+    return bytes + (sta == 0xC100 ? "|TIMO" : sta == 0x2100 ? "|END" : "");
+  }
+  static bool PutUsb(std::string text) {
+    return std::ranges::all_of(text += '\r', [](char c) {
+      return Call<short>("Write_USB", 0, static_cast<unsigned char>(c)) != 0;
+    });
+  }
+  static std::string GetUsb() {
+    unsigned char buffer[256] = {};
+    if (Call<short>("Read_USB", 0, 0, 1, +buffer) == 0) return "gone";
+    const int count = buffer[0];
+    EXPECT_TRUE(count == 255 || Call<short>("Read_USB", 0, 1, count + 1, +buffer) == 0);
+    return Call<short>("Read_USB", 0, 1, count, +buffer) ? std::string(buffer, buffer + count) : "";
+  }
+};
+
+TEST_F(Bus, GpibRepliesComeInPiecesAndADeadHandleStaysDead) {
+  const int device = Open(7);
+  EXPECT_TRUE(Put(device, "*IDN?") == 0x100 && Get(device, 5) == "TAVIK") << "no END yet";
+  EXPECT_EQ(Get(device, 1024), " TECHNOLOGIES,TX-5102CA,S1009837,03.01.15\n|END");
+  Put(device, ":DATA:CHANNEL1");
+  for (int piece = 0; piece < 15; ++piece) EXPECT_EQ(Get(device, 200).size(), 200u);
+  EXPECT_EQ(Get(device, 200), "\n|END");
+  EXPECT_TRUE(Put(device, "*IDN?") && Call("ibclr", device) && Put(device, "*IDN?\r"));
+  EXPECT_TRUE(Get(device, 9) == "|TIMO" && Call("ThreadIberr") == 6) << "cleared, not understood";
+  EXPECT_TRUE(Put(Open(9), "*IDN?") == 0x8100 && Call("ThreadIberr") == 2) << "nobody is there";
+  EXPECT_TRUE(Open(31) == -1 && Call("ThreadIberr") == 4);
+  Call("ibonl", device, 0);
+  EXPECT_TRUE(Put(device, "*IDN?") == 0x8000 && Get(device, 9) == "dead" && Open(7) != device);
+}
+
+TEST_F(Bus, FaultsSpoilWhatIsFetched) {
+  const int device = Open(7);
+  // The fault, two reads over GPIB, then one over USB.
+  const std::array<std::string, 4> rows[] = {
+      {"no-lf", "600|END", "|TIMO", "600"},    {"nul", "600\0\n|END"s, "|TIMO", "600\0\n"s},
+      {"die", "60|TIMO", "|TIMO", ""},         {"double", "600\n|END", "600\n|END", "600\n600\n"},
+      {"delay 150", "|TIMO", "600\n|END", ""}, {"vanish", "|TIMO", "|TIMO", "gone"}};
+  for (const auto& [fault, first, second, usb] : rows) {
+    EXPECT_TRUE(Type("clear") == "ok" && Type("fault " + fault) == "ok");
+    Put(device, ":DATA:WinMemSize:?");
+    for (const auto& read : {first, second}) EXPECT_EQ(Get(device, 99), read) << fault;
+    PutUsb(":DATA:WinMemSize:?");
+    EXPECT_EQ(GetUsb(), usb) << fault;
+  }
+  EXPECT_FALSE(std::filesystem::exists(link_));
+}
+
+TEST_F(Bus, UsbGivesCountedBlocksAndTheScreenThatTheSamplesTellOf) {
+  EXPECT_TRUE(PutUsb(":DISPLAY:MENU STATUS:OFF\r:STOP\r:HARD_COPY\r:DATA:CHANNEL1"));
+  std::string block;
+  for (std::string piece = GetUsb(); !piece.empty(); piece = GetUsb()) block += piece;
+  ASSERT_EQ(block.size(), 3001u);
+  std::vector<unsigned char> screen(tx5000::kScreenBytes);
+  const auto control = [](int request, int value, int index) {
+    return Call<short>("Control_Command_Send", 0, request, value, index, 0);
+  };
+  const auto bulk = [&] { return Call<short>("Bulk_DataTransfer_Read", 0, 76800, screen.data()); };
+  EXPECT_TRUE(control(8, 0, 80) && !control(7, 0, 9) && !bulk()) << "no count yet";
+  EXPECT_TRUE(control(8, 0, 80) && control(9, 11264, 1) && !control(7, 1, 9)) << "one too far";
+  ASSERT_TRUE(control(8, 0, 80) && control(9, 11264, 1) && control(7, 0, 9) && bulk() && !bulk());
+  for (std::size_t i = 0; i < 600; ++i) {
+    const auto row = tx5000::kTraceTop - 26 + std::stoul(block.substr(i * 5 + 2, 2), nullptr, 16);
+    EXPECT_EQ(screen[row * 320 + tx5000::kTraceLeft + i / 2], tx5000::kChannel1Ink) << i;
+  }
+}
+
+TEST_F(Bus, AKilledInstrumentFailsEachCallUntilItIsBack) {
+  const int device = Open(7);
+  EXPECT_TRUE(Put(device, ":DATA:CHANNEL1") && Get(device, 200).size() == 200 && PutUsb("*IDN?"));
+  End(SIGKILL);
+  EXPECT_EQ(Get(device, 200), "|TIMO");
+  EXPECT_TRUE(Put(device, "*IDN?") == 0x8100 && GetUsb() == "gone" && !PutUsb("*IDN?"));
+  Start();
+  EXPECT_TRUE(Put(device, ":TRIGGER:STATUS:?") && Get(device, 9) == "RUN\n|END" && GetUsb() == "");
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sstream>
+
 #include "support/ProgramBench.h"
 #include "support/Tables.h"
 
@@ -22,6 +24,21 @@ inline constexpr std::string Kept::*kRecord[] = {
 inline constexpr std::size_t kFields = std::size(kRecord);
 static_assert(kFields == 41);
 
+// What stands before the value on the wire, by the number of the setting in the record. The run
+// state is asked for under another name, and the offset in the memory never goes over the wire.
+inline const auto kHeads = Rows(R"(
+: || :TRIGGER:STATUS: || :CHANNEL1:DISPLAY: || :CHANNEL1:RANGE: || :CHANNEL1:OFFSET:
+:CHANNEL1:COUPLING: || :CHANNEL1:BWLimit: || :CHANNEL1:PROBE: || :CHANNEL1:INVERT:
+:CHANNEL2:DISPLAY: || :CHANNEL2:RANGE: || :CHANNEL2:OFFSET: || :CHANNEL2:COUPLING:
+:CHANNEL2:BWLimit: || :CHANNEL2:PROBE: || :CHANNEL2:INVERT: || :TimeBase:RANGE:
+:TimeBase:TRIGGER DELAY: || :TimeBase:Holdoff: || :DATA:SysMemSize: || - || :TimeBase:FORMAT:
+:TRIGGER:METHOD: || :TRIGGER:SLOPE: || :TRIGGER:Source: || :TRIGGER:MODE: || :TRIGGER:COUPLING:
+:TRIGGER:PULSE MODE: || :TRIGGER:PULSE WIDTH: || :TRIGGER:POLARITY: || :TRIGGER:SYNC:
+:TRIGGER:VIDEO STANDARD: || :TRIGGER:LINE_NUM: || :TRIGGER:LEVEL: || :ACQUIRE:SAMPLING:
+:ACQUIRE:ACQUISITION: || :ACQUIRE:AVERAGES: || :ACQUIRE:INTENSITY: || :ACQUIRE:ANTI-ALIASING:
+:DISPLAY:TYPE: || :DISPLAY:PERSIST: || :DISPLAY:GRID:
+)");
+
 // With each mark replaced.
 inline std::string Filled(std::string text, char mark, const std::string& by) {
   for (std::size_t at = 0; (at = text.find(mark)) != text.npos;) text.replace(at, 1, by);
@@ -36,12 +53,10 @@ inline CtrlSettings Numbered(const std::string& text) {
 }
 // Sets some, by their numbers: "1=STOP;2=OFF".
 inline void Set(CtrlSettings& settings, const std::string& changes) {
-  for (std::size_t at = 0; at < changes.size();) {
-    const std::size_t mark = changes.find('=', at);
-    const std::size_t end = std::min(changes.find(';', at), changes.size());
-    settings.*kRecord[std::stoul(changes.substr(at)) - 1] =
-        changes.substr(mark + 1, end - mark - 1);
-    at = end + 1;
+  std::istringstream stream(changes);
+  std::string number, value;
+  while (std::getline(stream, number, '=') && std::getline(stream, value, ';')) {
+    settings.*kRecord[std::stoul(number) - 1] = value;
   }
 }
 // The 41 values with bars between them.
@@ -64,23 +79,27 @@ struct ControllerBench : ProgramBench {
     ASSERT_TRUE(module.Link().ScopeConnected);
     Sent();
   }
+  // Each question is answered by this text and the number of its setting.
+  void AnswerNumbered(const std::string& text) {
+    for (std::size_t i = 1; i <= kFields; ++i) {
+      port.lies[kHeads[i][0] + "?"] = text + std::to_string(i) + "\n";
+    }
+  }
   // Commands since the last call, with ';' between them.
   std::string Sent() {
-    std::string commands = std::exchange(port.written, {});
-    std::replace(commands.begin(), commands.end(), '\r', ';');
+    std::string commands = Filled(std::exchange(port.written, {}), '\r', ";");
     if (!commands.empty()) commands.pop_back();
     return commands;
   }
 
   // The node of a group, or the one in it with this label.
   TreeNode Node(const std::string& group, const std::string& label = {}) const {
-    for (const TreeNode node : tree.Children(tree.First())) {
-      if (tree.Text(node) != group) continue;
-      if (label.empty()) return node;
-      for (const TreeNode leaf : tree.Children(node)) {
-        const std::string& text = tree.Text(leaf);
-        if (text == label || text.starts_with(label + " [")) return leaf;
-      }
+    const TreeNode node = ChildOf(tree.First(), group);
+    return label.empty() ? node : ChildOf(node, label);
+  }
+  TreeNode ChildOf(TreeNode parent, const std::string& label) const {
+    for (const TreeNode node : tree.Children(parent)) {
+      if ((tree.Text(node) + " [").starts_with(label + " [")) return node;
     }
     return kNoNode;
   }
@@ -123,11 +142,11 @@ struct ControllerBench : ProgramBench {
     DoubleClick(node);
     EXPECT_TRUE(opened);
   }
-  // The user's choice, or the number typed, and OK.
+  // The user's choice (none: as the list opened), or the number typed, and OK.
   void Confirm(const std::string& entry) {
     if (dialog.Combo.Visible()) {
-      dialog.Combo.SetText(entry);
-      EXPECT_EQ(dialog.Combo.Text(), entry) << "not on offer";
+      if (!entry.empty()) dialog.Combo.SetText(entry);
+      EXPECT_EQ(dialog.Combo.Text(), entry);
     } else {
       dialog.inputTxt.SetText(entry);
     }

@@ -1,12 +1,10 @@
 #pragma once
 
 #include <map>
-#include <string>
 #include <utility>
 
 #include "platform/SerialPort.h"
 #include "simulator/SerialSide.h"
-#include "support/InstrumentScript.h"
 #include "support/VirtualClock.h"
 
 namespace oriolemark {
@@ -20,19 +18,12 @@ class FakeSerialPort : public SerialPort {
   void ArriveAfter(Milliseconds delay, const std::string& bytes) {
     clock_.After(delay, [this, bytes] {
       arrived_ += bytes;
-      Raise(serial_event::kReceive);
+      onEvent(serial_event::kReceive);
     });
-  }
-  // Anything else that happens on the line.
-  void Raise(int code) {
-    if (onEvent) onEvent(code);
   }
 
   bool IsOpen() const override { return open; }
-  void Close() override {
-    open = false;
-    ++closes;
-  }
+  void Close() override { open = false; }
   void SetSettings(const std::string& text) override { settings = text; }
   void SetPort(int portNumber) override { number = portNumber; }
   std::string DeviceOf(int portNumber) const override {
@@ -40,6 +31,7 @@ class FakeSerialPort : public SerialPort {
   }
   std::optional<std::string> Open() override {
     if (!fails.empty()) return fails;
+    if (open) return "open already";
     open = true;
     arrived_.clear();
     return std::nullopt;
@@ -48,67 +40,39 @@ class FakeSerialPort : public SerialPort {
     if (!fails.empty()) return fails;
     if (!open) return "not open";
     written += bytes;
-    Hear(std::string(bytes.substr(0, bytes.find('\r'))));
+    hear(std::string(bytes.substr(0, bytes.find('\r'))));
     return std::nullopt;
   }
   std::string Read() override { return std::exchange(arrived_, {}); }
   void PollLines() override {}
 
+  std::function<void(const std::string& command)> hear;  // the far end's
   bool open = false;
-  int closes = 0;
   std::string settings;
   int number = 0;
   std::string written;  // every byte, terminators and all
   std::string fails;    // what Open and Write say, unless empty
 
- protected:
-  // The far end receives a command.
-  virtual void Hear(const std::string& command) = 0;
-
-  VirtualClock& clock_;
-
  private:
+  VirtualClock& clock_;
   std::string arrived_;
 };
 
-// With a scripted instrument at its end.
-class ScriptedSerialPort : public FakeSerialPort {
- public:
-  ScriptedSerialPort(VirtualClock& clock, InstrumentScript& script)
-      : FakeSerialPort(clock), script_(script) {}
-
- protected:
-  void Hear(const std::string& command) override {
-    const auto exchange = script_.Hear(command);
-    if (exchange && !exchange->reply.empty()) ArriveAfter(exchange->delay, exchange->reply);
-  }
-
- private:
-  InstrumentScript& script_;
-};
-
 // With the simulated instrument at its end.
-class SimulatedSerialPort : public FakeSerialPort {
- public:
+struct SimulatedSerialPort : FakeSerialPort {
   SimulatedSerialPort(VirtualClock& clock, tx5000::Instrument& instrument)
-      : FakeSerialPort(clock), side(instrument), instrument_(instrument) {}
+      : FakeSerialPort(clock), side(instrument) {
+    hear = [this, &clock, &instrument, heardAt = Milliseconds(0)](auto& command) mutable {
+      instrument.Advance(clock.Now() - std::exchange(heardAt, clock.Now()));
+      const auto lie = lies.find(command);
+      for (const tx5000::Chunk& chunk : side.Receive(command + '\r')) {
+        ArriveAfter(chunk.after, lie == lies.end() ? chunk.bytes : lie->second);
+      }
+    };
+  }
 
   tx5000::SerialSide side;
   std::map<std::string, std::string> lies;  // what comes instead of a command's reply
-
- protected:
-  void Hear(const std::string& command) override {
-    instrument_.Advance(clock_.Now() - lastAdvance_);
-    lastAdvance_ = clock_.Now();
-    const auto lie = lies.find(command);
-    for (const tx5000::Chunk& chunk : side.Receive(command + '\r')) {
-      ArriveAfter(chunk.after, lie == lies.end() ? chunk.bytes : lie->second);
-    }
-  }
-
- private:
-  tx5000::Instrument& instrument_;
-  Milliseconds lastAdvance_{0};
 };
 
 }  // namespace oriolemark

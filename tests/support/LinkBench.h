@@ -3,22 +3,22 @@
 #include "link/SerialEvents.h"
 #include "link/TX5000Cmd.h"
 #include "platform/Timer.h"
-#include "support/FakeGpib.h"
 #include "support/FakeSerialPort.h"
-#include "support/FakeUsb.h"
 #include "support/RecordingPrompts.h"
+#include "support/ScriptedInstrument.h"
 
 namespace oriolemark {
 
 // The whole link on a virtual clock, with one scripted instrument behind all three transports.
 struct LinkBench {
-  explicit LinkBench(TieOrder ties = TieOrder::AsCreated) : clock(ties) {
-    clock.CloseWhenStuck(waiting);
+  LinkBench() {
     timeOutTimer.SetEnabled(true);
+    port.hear = [this](const std::string& command) {
+      const auto exchange = script.Hear(command);
+      if (!exchange.reply.empty()) port.ArriveAfter(exchange.delay, exchange.reply);
+    };
     scope.showIndicator = [this](bool connected) { indicator.push_back(connected); };
   }
-  LinkBench(const LinkBench&) = delete;
-  LinkBench& operator=(const LinkBench&) = delete;
 
   // A link as a passed handshake leaves it, with nothing sent.
   void Connect(int ioType) {
@@ -28,10 +28,10 @@ struct LinkBench {
   }
 
   VirtualClock clock;
-  Waiting waiting{clock};
-  RecordingPrompts prompts{clock, waiting};
+  Waiting& waiting = clock.waiting;
+  RecordingPrompts prompts{clock};
   InstrumentScript script;
-  ScriptedSerialPort port{clock, script};
+  FakeSerialPort port{clock};
   FakeGpib gpibDriver{clock, script};
   FakeUsb usbDriver{clock, script};
   LinkSettings settings;

@@ -1,39 +1,27 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <map>
-#include <memory>
-#include <string>
-#include <utility>
-
 #include "platform/RasterCanvas.h"
 #include "shell/MainModule.h"
-#include "support/FakeGpib.h"
 #include "support/FakeSerialPort.h"
-#include "support/FakeUsb.h"
 #include "support/RecordingPrompts.h"
+#include "support/ScriptedInstrument.h"
 
 namespace oriolemark {
 
 // A settings store that forgets everything at the end of the test.
-class MemoryStore : public SettingsStore {
- public:
+struct MemoryStore : SettingsStore {
   std::optional<std::string> Read(const std::string& section, const std::string& key) override {
     const auto found = values.find({section, key});
     return found == values.end() ? std::nullopt : std::optional(found->second);
   }
-  void Write(const std::string& section, const std::string& key,
-             const std::string& value) override {
-    values[{section, key}] = value;
+  void Write(const std::string& section, const std::string& key, const std::string& text) override {
+    values[{section, key}] = text;
   }
   std::map<std::pair<std::string, std::string>, std::string> values;
 };
 
 // A viewer of help files that only notes what it is asked to open.
-class FakeHelp : public HelpViewer {
- public:
+struct FakeHelp : HelpViewer {
   std::optional<std::string> Open(const std::string& path, HelpCommand command) override {
     opened.emplace_back(path, command);
     return error;
@@ -47,8 +35,7 @@ class FakeHelp : public HelpViewer {
 // front of a scripted user.
 struct ProgramBench {
   ProgramBench() {
-    clock.CloseWhenStuck(waiting);
-    store.values[{"IO Settings", "ScopeIOType"}] = "2";
+    Store("IO Settings", "ScopeIOType", "2");
     module.onWaveView = [this](frmWave& view) {
       view.NoteInnerSize(PixelsToUnits(400), PixelsToUnits(250));
       wave = &view;
@@ -69,14 +56,7 @@ struct ProgramBench {
     store.values[{section, key}] = value;
   }
 
-  // The texts of the boxes since the last call.
-  std::vector<std::string> Told() {
-    std::vector<std::string> texts;
-    for (const Message& message : std::exchange(prompts.shown, {})) {
-      texts.push_back(message.text + message.systemText);
-    }
-    return texts;
-  }
+  std::vector<std::string> Told() { return prompts.Told(); }
   // The record holds what the instrument, which stands still, sends of its first channel.
   void ExpectSamples(const WaveRecord& record, const std::string& command) {
     const std::string block = instrument.Execute(command).value_or("");
@@ -88,8 +68,8 @@ struct ProgramBench {
   }
 
   VirtualClock clock;
-  Waiting waiting{clock};
-  RecordingPrompts prompts{clock, waiting};
+  Waiting& waiting = clock.waiting;
+  RecordingPrompts prompts{clock};
   MemoryStore store;
   tx5000::Instrument instrument;
   SimulatedSerialPort port{clock, instrument};

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <memory>
-#include <string>
+#include <array>
+#include <cstdio>
 #include <vector>
 
 #include "platform/Canvas.h"
@@ -29,12 +29,9 @@ class RecordingCanvas : public Canvas {
     return found;
   }
 
-  int Width() const override { return width_; }
-  int Height() const override { return height_; }
-  void SetSize(int width, int height) override {
-    width_ = width;
-    height_ = height;
-  }
+  int Width() const override { return size_.first; }
+  int Height() const override { return size_.second; }
+  void SetSize(int width, int height) override { size_ = {width, height}; }
   void Clear(Color background) override { calls = {"clear " + Show(background)}; }
   void SetColor(Color color) override { color_ = Show(color); }
   void SetLineWidth(int pixels) override {
@@ -64,17 +61,12 @@ class RecordingCanvas : public Canvas {
     return FormatFixed(at.x, 0, 9) + "," + FormatFixed(at.y, 0, 9);
   }
   static std::string Show(Color color) {
-    std::string shown;
-    for (const int part : {color.red, color.green, color.blue}) {
-      for (const int digit : {part / 16, part % 16}) {
-        shown += "0123456789ABCDEF"[static_cast<std::size_t>(digit)];
-      }
-    }
-    return shown;
+    std::array<char, 7> shown{};
+    std::snprintf(shown.data(), shown.size(), "%02X%02X%02X", color.red, color.green, color.blue);
+    return shown.data();
   }
 
-  int width_ = 0;
-  int height_ = 0;
+  std::pair<int, int> size_;
   std::string color_ = "000000";
   std::string lineWidth_;
   std::string dots_;

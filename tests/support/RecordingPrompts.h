@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <deque>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -30,14 +29,14 @@ inline Message Critical(const std::string& text, const std::string& title = kApp
 // while in which events are served. A question without a scripted answer fails the test.
 class RecordingPrompts : public Prompts {
  public:
-  RecordingPrompts(VirtualClock& clock, Waiting& waiting) : clock_(clock), waiting_(waiting) {}
+  explicit RecordingPrompts(VirtualClock& clock) : clock_(clock) {}
 
   void AnswerNext(MessageAnswer answer, Milliseconds delay = Milliseconds(0)) {
     answers_.push_back({answer, delay});
   }
 
   MessageAnswer Show(const Message& message) override {
-    if (waiting_.Closing()) return MessageAnswer::Cancel;
+    if (clock_.waiting.Closing()) return MessageAnswer::Cancel;
     shown.push_back(message);
     if (answers_.empty()) {
       if (message.buttons == MessageButtons::Ok) return MessageAnswer::Ok;
@@ -46,9 +45,10 @@ class RecordingPrompts : public Prompts {
     }
     const auto [answer, delay] = answers_.front();
     answers_.pop_front();
-    const auto answered = std::make_shared<bool>(delay == Milliseconds::zero());
-    if (!*answered) clock_.After(delay, [answered] { *answered = true; });
-    return waiting_.WaitUntil([answered] { return *answered; }) ? answer : MessageAnswer::Cancel;
+    const Milliseconds end = clock_.Now() + delay;
+    clock_.After(delay, [] {});
+    const auto answered = [&] { return clock_.Now() >= end; };
+    return clock_.waiting.WaitUntil(answered) ? answer : MessageAnswer::Cancel;
   }
   // The next file dialogs are answered with these paths in turn, and further ones cancelled.
   std::string AskFileName(const FileQuestion& question) override {
@@ -60,13 +60,21 @@ class RecordingPrompts : public Prompts {
   }
   void ShowPrinterDialog(const std::string&) override {}
 
+  // The texts of the boxes since the last call.
+  std::vector<std::string> Told() {
+    std::vector<std::string> texts;
+    for (const Message& message : std::exchange(shown, {})) {
+      texts.push_back(message.text + message.systemText);
+    }
+    return texts;
+  }
+
   std::vector<Message> shown;
   std::vector<FileQuestion> questions;
   std::deque<std::string> paths;
 
  private:
   VirtualClock& clock_;
-  Waiting& waiting_;
   std::deque<std::pair<MessageAnswer, Milliseconds>> answers_;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <linux/usb/ch9.h>
 #include <linux/usbdevice_fs.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
@@ -7,9 +8,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
 #include <list>
 #include <memory>
 #include <string>
@@ -20,12 +18,12 @@ namespace oriolemark {
 // its own. What a test sets, it sets between transfers.
 class SimulatedUsbDevice {
  public:
-  SimulatedUsbDevice(UMockdevTestbed* bed, int number) : bed_(bed) {
+  SimulatedUsbDevice(UMockdevTestbed* bed, std::size_t number) : bed_(bed) {
     const std::string place = "00" + std::to_string(number);
-    node = "/dev/bus/usb/" + place + "/001";
+    node_ = "/dev/bus/usb/" + place + "/001";
     const std::string text = "P: /devices/usb" + std::to_string(number) + "\nN: bus/usb/" + place +
-                             "/001\nE: DEVTYPE=usb_device\nE: SUBSYSTEM=usb\nE: DEVNAME=" + node +
-                             "\nE: BUSNUM=" + place + "\nE: DEVNUM=001\nA: busnum=" + place +
+                             "/001\nE: DEVTYPE=usb_device\nE: SUBSYSTEM=usb\nE: DEVNAME=" + node_ +
+                             "\nA: busnum=" + place +
                              "\nA: devnum=1\nA: speed=480\nA: bConfigurationValue=1\n"
                              "H: descriptors="
                              "12010002FF0000405854005000010000000109021900010100C032"
@@ -35,50 +33,43 @@ class SimulatedUsbDevice {
     handler_ = umockdev_ioctl_base_new();
     g_signal_connect(handler_, "handle-ioctl", G_CALLBACK(&SimulatedUsbDevice::HandleRequest),
                      this);
-    umockdev_testbed_attach_ioctl(bed_, node.c_str(), handler_, nullptr);
+    umockdev_testbed_attach_ioctl(bed_, node_.c_str(), handler_, nullptr);
     char* const root = umockdev_testbed_get_root_dir(bed_);
-    file_ = root + node;
+    file_ = root + node_;
     // It must be the node that is forbidden to nobody, not the way to it or to this handler.
     chmod(root, 0755);
-    chmod((std::string(root) + "/ioctl" + node).c_str(), 0777);
+    chmod((std::string(root) + "/ioctl" + node_).c_str(), 0777);
     g_free(root);
   }
   ~SimulatedUsbDevice() {
-    umockdev_testbed_detach_ioctl(bed_, node.c_str(), nullptr);
+    umockdev_testbed_detach_ioctl(bed_, node_.c_str(), nullptr);
     g_object_unref(handler_);
   }
-  SimulatedUsbDevice(const SimulatedUsbDevice&) = delete;
-  SimulatedUsbDevice& operator=(const SimulatedUsbDevice&) = delete;
 
   void Remove() { umockdev_testbed_uevent(bed_, path_.c_str(), "remove"); }
 
-  // Between these two no one may open the node. Rights do not bind root, who is a nobody meanwhile.
-  void Forbid() {
-    chmod(file_.c_str(), 0);
-    if (user_ == 0 && seteuid(65534) != 0) std::abort();
-  }
-  void Allow() {
+  // Who may open the node. Rights do not bind root, who is this other user from then on.
+  void SetRights(mode_t rights, uid_t insteadOfRoot) {
     if (user_ == 0 && seteuid(0) != 0) std::abort();
-    chmod(file_.c_str(), 0600);
+    chmod(file_.c_str(), rights);
+    if (user_ == 0 && seteuid(insteadOfRoot) != 0) std::abort();
   }
 
-  std::string node;
-  std::string written;              // the bytes of commands
-  std::string requests;             // the other control requests: request, value, index
-  std::string reply;                // what waits
-  std::string screen;               // what the bulk pipe gives
-  std::size_t flowing = 1'000'000;  // bytes until the pipe pauses for one time-out
-  int stalls = 0;                   // bulk transfers that stall, until the halt is cleared
-  bool silent = false;              // control requests get no answer
-  bool busy = false;                // somebody else has claimed it
-  int transfersLeft = 1'000'000;    // before it is unplugged
-  int clearedHalts = 0;
+  std::string written;            // the bytes of commands
+  std::string requests;           // the other control requests: request, value, index
+  std::string reply;              // what waits
+  std::string screen;             // what the bulk pipe gives
+  int flowing = 1'000'000;        // bytes until the pipe pauses for one time-out
+  int stalls = 0;                 // bulk transfers that stall, until the halt is cleared
+  bool silent = false;            // control requests get no answer
+  bool busy = false;              // somebody else has claimed it
+  int transfersLeft = 1'000'000;  // before it is unplugged
 
  private:
-  using Data = std::unique_ptr<UMockdevIoctlData, decltype(&umockdev_ioctl_data_unref)>;
+  using Data = std::shared_ptr<UMockdevIoctlData>;
   struct Transfer {
     Data urb;
-    Data buffer;
+    Data buffer{};
     usbdevfs_urb& Urb() const { return *reinterpret_cast<usbdevfs_urb*>(urb->data); }
   };
 
@@ -100,54 +91,40 @@ class SimulatedUsbDevice {
     if (transfersLeft <= 0) return ENODEV;
     if (request == USBDEVFS_SUBMITURB) return Submit(argument);
     if (request == USBDEVFS_DISCARDURB) return Discard(argument);
-    if (request == USBDEVFS_CLEAR_HALT) stalls = 0, ++clearedHalts;
-    if (request == USBDEVFS_CLAIMINTERFACE || request == USBDEVFS_DISCONNECT_CLAIM) {
-      return busy ? EBUSY : 0;
-    }
-    if (request == USBDEVFS_GET_CAPABILITIES) {
-      std::memset(Resolve(argument, 0, sizeof(unsigned))->data, 0, sizeof(unsigned));
-    }
-    return 0;
+    if (request == USBDEVFS_CLEAR_HALT) stalls = 0;
+    const bool claims = request == USBDEVFS_CLAIMINTERFACE || request == USBDEVFS_DISCONNECT_CLAIM;
+    if (claims && busy) return EBUSY;
+    return request == USBDEVFS_GET_CAPABILITIES ? ENOTTY : 0;
   }
 
   int Submit(UMockdevIoctlData* argument) {
-    if (--transfersLeft <= 0) {
-      for (Transfer& transfer : pending_) transfer.Urb().status = -ESHUTDOWN;
-      ready_.splice(ready_.end(), pending_);
-      return ENODEV;
-    }
-    Data urb = Resolve(argument, 0, sizeof(usbdevfs_urb));
-    const auto size = reinterpret_cast<usbdevfs_urb*>(urb->data)->buffer_length;
-    Data buffer =
-        Resolve(urb.get(), offsetof(usbdevfs_urb, buffer), static_cast<std::size_t>(size));
-    std::list<Transfer> one;
-    one.push_back({std::move(urb), std::move(buffer)});
-    const bool control = one.front().Urb().type == USBDEVFS_URB_TYPE_CONTROL;
-    const bool ended = control ? Control(one.front()) : Bulk(one.front());
-    auto& queue = ended ? ready_ : pending_;
-    queue.splice(queue.end(), one);
+    if (--transfersLeft <= 0) return ENODEV;
+    Transfer transfer{.urb = Resolve(argument, 0, sizeof(usbdevfs_urb))};
+    const auto size = static_cast<std::size_t>(transfer.Urb().buffer_length);
+    transfer.buffer = Resolve(transfer.urb.get(), offsetof(usbdevfs_urb, buffer), size);
+    const bool control = transfer.Urb().type == USBDEVFS_URB_TYPE_CONTROL;
+    const bool ended = control ? Control(transfer) : Bulk(transfer);
+    (ended ? ready_ : pending_).push_back(transfer);
     return 0;
   }
 
   bool Control(Transfer& transfer) {
-    const unsigned char* const setup = transfer.buffer->data;
-    const auto word = [setup](int at) { return std::to_string(setup[at] + 256 * setup[at + 1]); };
-    char* const data = reinterpret_cast<char*>(transfer.buffer->data) + 8;
+    const auto& setup = *reinterpret_cast<usb_ctrlrequest*>(transfer.buffer->data);
+    unsigned char* const data = transfer.buffer->data + sizeof setup;
     usbdevfs_urb& urb = transfer.Urb();
-    const std::size_t wanted = static_cast<std::size_t>(urb.buffer_length) - 8;
-    urb.status = 0;
-    urb.actual_length = static_cast<int>(wanted);
+    urb.status = setup.bRequest == 99 ? -EPIPE : 0;
+    urb.actual_length = setup.wLength;
     if (silent) return false;
-    if (setup[0] == 0xC0 && setup[1] == 2) {
-      data[0] = static_cast<char>(std::min<std::size_t>(reply.size(), 255));
-    } else if (setup[0] == 0xC0 && setup[1] == 3) {
-      urb.actual_length = static_cast<int>(Give(reply, data, wanted));
-    } else if (setup[1] == 1) {
-      written += static_cast<char>(setup[2]);
-    } else if (setup[1] == 99) {
-      urb.status = -EPIPE;
+    if (setup.bRequestType == 0xC0 && setup.bRequest == 2) {
+      data[0] = static_cast<unsigned char>(std::min<std::size_t>(reply.size(), 255));
+    } else if (setup.bRequestType == 0xC0 && setup.bRequest == 3) {
+      urb.actual_length = Give(reply, data, setup.wLength);
+    } else if (setup.bRequest == 1) {
+      written += static_cast<char>(setup.wValue);
     } else {
-      requests += std::to_string(setup[1]) + ' ' + word(2) + ' ' + word(4) + ' ';
+      for (const int number : {int{setup.bRequest}, int{setup.wValue}, int{setup.wIndex}}) {
+        requests += std::to_string(number) + ' ';
+      }
     }
     return true;
   }
@@ -157,31 +134,28 @@ class SimulatedUsbDevice {
     urb.status = stalls > 0 ? -EPIPE : 0;
     urb.actual_length = 0;
     if (stalls > 0) return true;
-    const auto wanted = static_cast<std::size_t>(urb.buffer_length);
-    const std::size_t given =
-        Give(screen, reinterpret_cast<char*>(transfer.buffer->data), std::min(wanted, flowing));
-    urb.actual_length = static_cast<int>(given);
-    flowing -= given;
-    return given == wanted;
+    urb.actual_length = Give(screen, transfer.buffer->data, std::min(urb.buffer_length, flowing));
+    flowing -= urb.actual_length;
+    return urb.actual_length == urb.buffer_length;
   }
 
-  static std::size_t Give(std::string& from, char* to, std::size_t count) {
-    const std::size_t given = std::min(from.size(), count);
-    std::memcpy(to, from.data(), given);
-    from.erase(0, given);
+  static int Give(std::string& from, unsigned char* to, int count) {
+    const int given = std::min(static_cast<int>(from.size()), count);
+    std::copy_n(from.begin(), given, to);
+    from.erase(0, static_cast<std::size_t>(given));
     return given;
   }
 
   int Discard(UMockdevIoctlData* argument) {
     const Data urb = Resolve(argument, 0, sizeof(usbdevfs_urb));
-    for (auto at = pending_.begin(); at != pending_.end(); ++at) {
-      if (at->urb->client_addr != urb->client_addr) continue;
-      at->Urb().status = -ENOENT;
-      ready_.splice(ready_.end(), pending_, at);
-      if (pending_.empty()) flowing = 1'000'000;
-      return 0;
-    }
-    return EINVAL;
+    const auto found = std::ranges::find_if(pending_, [&urb](const Transfer& transfer) {
+      return transfer.urb->client_addr == urb->client_addr;
+    });
+    if (found == pending_.end()) return EINVAL;
+    found->Urb().status = -ENOENT;
+    ready_.splice(ready_.end(), pending_, found);
+    if (pending_.empty()) flowing = 1'000'000;
+    return 0;
   }
 
   int Reap(UMockdevIoctlData* argument) {
@@ -193,6 +167,7 @@ class SimulatedUsbDevice {
   }
 
   UMockdevTestbed* bed_;
+  std::string node_;
   UMockdevIoctlBase* handler_;
   std::string path_;
   std::string file_;

@@ -7,6 +7,8 @@
 
 #include "support/RecordingCanvas.h"
 #include "support/Tables.h"
+#include "waveview/CursorReadout.h"
+#include "waveview/DrawCursors.h"
 #include "waveview/DrawGrid.h"
 #include "waveview/DrawStatus.h"
 #include "waveview/DrawTraces.h"
@@ -52,24 +54,26 @@ SampleArray Saw() {
   return samples;
 }
 
-TEST(DrawTrace, TheCountSpreadsTheSamplesAndIsNoLimit) {
+TEST(DrawTraces, TheCountSpreadsTheSamplesAndIsNoLimit) {
   constexpr int kMost = std::numeric_limits<int>::max();
-  const std::tuple<int, std::size_t, const char*> rows[] = {
-      {0, 1, "25,26 26,27 000000"},
-      {-kMost - 1, 1, "25,26 26,27 000000"},
-      {1, 2, "26,27 26,28 000000"},  // the walk starts at point 2 again, with sample 3
-      {600, 600, "324.5,55 325,56 000000"},
-      {1000, 998, "324.5,73 324.8,74 000000"},
-      {kMost, 16999, "26.002374314,114 26.002374453,115 000000"}};  // ends with the array
-  for (const auto& [count, lines, last] : rows) {
+  // The count, the lines of a trace, the last of them, and the dots of an X-Y figure.
+  const std::tuple<int, std::size_t, std::string, std::size_t> rows[] = {
+      {0, 1, "25,26 26,27", 0},
+      {-kMost - 1, 1, "25,26 26,27", 0},
+      {1, 2, "26,27 26,28", 0},  // the walk starts at point 2 again, with sample 3
+      {600, 600, "324.5,55 325,56", 599},
+      {1000, 998, "324.5,73 324.8,74", 999},
+      {kMost, 16999, "26.002374314,114 26.002374453,115", 17000}};  // ends with the array
+  for (const auto& [count, lines, last, dots] : rows) {
+    RecordingCanvas canvas;
     for (const double zoom : {0.013, 3.7, 1.0}) {
-      RecordingCanvas canvas;
+      canvas.calls.clear();
+      DrawXYDots(On(canvas, zoom), Saw(), Saw(), count);
+      EXPECT_EQ(canvas.calls.size(), dots) << count << " at " << zoom;
       DrawTrace(On(canvas, zoom), Saw(), count);
-      ASSERT_EQ(canvas.calls.size(), lines) << count << " at " << zoom;
-      if (zoom == 1.0) {
-        EXPECT_EQ(canvas.calls.back(), std::string("line ") + last) << count;
-      }
+      EXPECT_EQ(canvas.calls.size(), dots + lines) << count << " at " << zoom;
     }
+    EXPECT_EQ(canvas.calls.back(), "line " + last + " 000000");
   }
 }
 
@@ -95,27 +99,18 @@ TEST(DrawScanTrace, TheGapIsBlankWithBothItsEnds) {
   }
 }
 
-TEST(DrawXYDots, AnyCountEndsWithTheArray) {
-  constexpr int kMost = std::numeric_limits<int>::max();
-  for (const auto& [count, dots] : {std::pair(1, 0), {0, 0}, {-kMost - 1, 0}, {kMost, 17000}}) {
-    RecordingCanvas canvas;
-    DrawXYDots(On(canvas, 1.0), Saw(), Saw(), count);
-    EXPECT_EQ(canvas.calls.size(), dots) << count;
-  }
-}
-
 TEST(DrawChannelStatus, TheMarkerStandsAtTheGroundLevelInsideTheGrid) {
-  const std::pair<const char*, const char*> digits[] = {
-      {"4.00div", ""},       {"-4.00div", ""},  {"-99div", ""}, {"3.96div", "10,20"},
-      {"0.00div", "10,119"}, {"div", "10,119"}, {"", "10,119"}, {"x4div", "10,119"}};
-  for (const auto& [offset, digit] : digits) {
+  // The offset, and where the digit stands, empty without a marker.
+  for (const auto& row : Rows(R"(
+4.00div | - || -4.00div | - || -99div | - || 3.96div | 10,20 || 0.00div | 10,119 || div | 10,119
+- | 10,119 || x4div | 10,119
+)")) {
     RecordingCanvas canvas;
-    DrawChannelStatus(On(canvas, 1.0), "CH2", offset, "5V");
+    DrawChannelStatus(On(canvas, 1.0), "CH2", row[0], "5V");
     Calls texts;
-    if (*digit != '\0')
-      texts = {digit + std::string(" 000000 plain 2"), "100,229 000000 bold CH2 5V"};
-    EXPECT_EQ(canvas.CallsOf("text "), texts) << offset;
-    EXPECT_EQ(canvas.CallsOf("line ").empty(), texts.empty()) << offset;
+    if (!row[1].empty()) texts = {row[1] + " 000000 plain 2", "100,229 000000 bold CH2 5V"};
+    EXPECT_EQ(canvas.CallsOf("text "), texts) << row[0];
+    EXPECT_EQ(canvas.CallsOf("line ").empty(), texts.empty()) << row[0];
   }
 }
 
@@ -154,15 +149,17 @@ WaveRecord Record() {
 }
 
 TEST(DrawOSC, TracesFollowInOrderOfChannelsMaximumFirst) {
-  // The channels, envelope, rolling, and the rows and colours that the lines end in.
-  const std::tuple<int, bool, bool, Calls> rows[] = {
-      {3, true, false, {"35 FFFF00", "36 FFFF00", "45 00FFFF", "46 00FFFF"}},
-      {3, true, true, {"35 FFFF00", "45 00FFFF"}},  // a rolling display has no envelope
-      {1, true, false, {"35 FFFF00", "36 FFFF00"}},
-      {2, false, false, {"45 00FFFF"}},
-      {0, true, false, {}}};
-  for (const auto& [channels, envelope, scan, lines] : rows) {
+  // Data, the channels, envelope, rolling, and the rows and colours that the lines end in.
+  const std::tuple<bool, int, bool, bool, Calls> rows[] = {
+      {true, 3, true, false, {"35 FFFF00", "36 FFFF00", "45 00FFFF", "46 00FFFF"}},
+      {true, 3, true, true, {"35 FFFF00", "45 00FFFF"}},  // a rolling display has no envelope
+      {true, 1, true, false, {"35 FFFF00", "36 FFFF00"}},
+      {true, 2, false, false, {"45 00FFFF"}},
+      {true, 0, true, false, {}},
+      {false, 3, true, false, {}}};  // earlier contents of the slot stay hidden
+  for (const auto& [hasData, channels, envelope, scan, lines] : rows) {
     WaveRecord record = Record();
+    record.HasData = hasData;
     record.Channels = channels;
     record.Envelope = envelope;
     record.IsScan = scan;
@@ -170,7 +167,7 @@ TEST(DrawOSC, TracesFollowInOrderOfChannelsMaximumFirst) {
     DrawOSC(On(canvas, 1.0), record);
     EXPECT_EQ(canvas.CallsOf("line 25,25 26,"), lines) << channels;
     EXPECT_EQ(canvas.CallsOf("line ").size(), lines.size()) << channels;
-    EXPECT_EQ(canvas.CallsOf("text ").size(), 2) << "delay and time base";
+    EXPECT_EQ(canvas.CallsOf("text ").size(), hasData ? 2 : 0) << "delay and time base";
   }
 }
 
@@ -185,25 +182,176 @@ TEST(DrawOSC, XYHasDotsAndItsOwnTextsOnly) {
                    "text 25,229 FFFF00 bold CH1 1.00V", "text 100,229 00FFFF bold CH2 2mV"}));
 }
 
-TEST(DrawOSC, BlackOnWhiteIsBlackThroughoutAndNoDataIsNothing) {
+TEST(DrawOSC, BlackOnWhiteIsBlackThroughout) {
   WaveRecord record = Record();
   record.CH1Offset = record.CH2Offset = "0div";
   record.TriggerDelay = "0s";
   for (const bool isYT : {true, false}) {
     record.IsYT = isYT;
-    record.HasData = true;
     RecordingCanvas canvas;
     DrawScrGrid(On(canvas, 1.0, false), GridDots::Shown);
+    DrawOSC(On(canvas, 1.0, false), record);
     EXPECT_EQ(canvas.calls.front(), "clear FFFFFF");
-    DrawOSC(On(canvas, 1.0, false), record);
-    for (std::size_t i = 1; i < canvas.calls.size(); ++i) {
-      ASSERT_NE(canvas.calls[i].find(" 000000"), std::string::npos) << canvas.calls[i];
-    }
-    const std::size_t drawn = canvas.calls.size();
-    record.HasData = false;
-    DrawOSC(On(canvas, 1.0, false), record);
-    EXPECT_EQ(canvas.calls.size(), drawn) << "earlier contents of the slot stay hidden";
+    canvas.calls.erase(canvas.calls.begin());
+    for (const auto& call : canvas.calls) EXPECT_NE(call.find(" 000000"), call.npos) << call;
   }
+}
+
+TEST(CursorReadout, TextsOfVoltsTimesAndFrequencies) {
+  const std::pair<std::string (*)(double), const char*> readouts[] = {
+      {ConvertVoltToStr,
+       "0 | 0.0mV || 0.99999 | 1000.0mV || 1 | 1.0V || 1.25 | 1.3V || -2 | -2000.0mV\n"
+       "1234.56 | 1234.6V"},
+      {ConvertTimeToStr,
+       "0 | 0.000s || 1 | 1.00s || 0.99999 | 999.99ms || 0.001 | 1.00ms || 1e-6 | 1.00us\n"
+       "1e-9 | 1.00ns || 1e-12 | 1.00ps || 9e-13 | -"},
+      {ConvertFreqToStr,
+       "0.5 | 0.50Hz || 999.994 | 999.99Hz || 1000 | 1.00KHz || 1e6 | 1.00MHz\n"
+       "2.5e9 | 2.50GHz || 999999 | 1000.00KHz"}};
+  for (const auto& [convert, table] : readouts) {
+    for (const auto& row : Rows(table)) {
+      const double value = std::stod(row[0]);
+      EXPECT_EQ(convert(value), row[1]);
+      if (convert != ConvertTimeToStr) continue;
+      EXPECT_DOUBLE_EQ(GetTimeVlu(row[1]), row[1].empty() ? 0 : value) << "reads back";
+    }
+  }
+}
+
+// The cursors of a view over Record().
+struct View {
+  explicit View(double atZoom = 1.0) : zoom(atZoom) { PlaceCursors(cursors); }
+
+  Calls Texts() {
+    canvas.Clear({});
+    FollowZoom(cursors, zoom);
+    DrawCursors(On(canvas, zoom), record, cursors);
+    return canvas.CallsOf("text ");
+  }
+
+  double zoom;
+  RecordingCanvas canvas;
+  WaveRecord record = Record();
+  WaveCursors cursors{.CursorXOn = true, .CursorYOn = true};
+};
+
+TEST(DrawCursors, LinesAndMarksComeFromACopyAndTextsFollow) {
+  View view;
+  view.Texts();
+  // Of each pair the two lines come first, then the marks of each.
+  const Calls lines = view.canvas.CallsOf("line ");
+  ASSERT_EQ(lines.size(), 28);
+  EXPECT_EQ(Calls(lines.begin(), lines.begin() + 8),
+            (Calls{"75,30 75,220 0080C8 dotted", "275,30 275,220 0080C8 dotted",
+                   "70,25 80,25 0080C8", "80,25 75,30 0080C8", "75,30 70,25 0080C8",
+                   "70,225 80,225 0080C8", "80,225 75,220 0080C8", "75,220 70,225 0080C8"}));
+  EXPECT_EQ(Calls(lines.end() - 14, lines.end() - 6),
+            (Calls{"30,75 320,75 0080C8 dotted", "30,175 320,175 0080C8 dotted",
+                   "25,70 25,80 0080C8", "25,80 30,75 0080C8", "30,75 25,70 0080C8",
+                   "325,70 325,80 0080C8", "325,80 320,75 0080C8", "320,75 325,70 0080C8"}));
+  EXPECT_EQ(*(view.canvas.calls.end() - 5), "copied") << "before the texts";
+}
+
+TEST(DrawCursors, ReadoutsStackByWhatIsShownInAColumnThatFollowsTheZoom) {
+  // The zoom, the pairs shown, the channels, the time base, and where the texts stand.
+  const std::tuple<double, std::string, int, const char*, const char*> rows[] = {
+      {1.0, "Y", 3, "1ms", "205,30 FFFF00;205,50 00FFFF;"},
+      {1.0, "XY", 2, "1ms", "205,30 FF00FF;205,50 FF00FF;205,70 00FFFF;"},
+      {1.0, "XY", 1, "", "205,30 FFFF00;"},
+      {1.0, "", 3, "1ms", ""},
+      {0.39, "X", 3, "1ms", ""},  // too small for texts
+      {0.4, "X", 3, "1ms", "25,30 FF00FF;25,50 FF00FF;"},
+      {1.19, "X", 3, "1ms", "262,30 FF00FF;262,50 FF00FF;"},
+      {1.2, "X", 3, "1ms", "275,30 FF00FF;275,50 FF00FF;"},
+  };
+  for (const auto& [zoom, pairs, channels, timeRange, places] : rows) {
+    View view(zoom);
+    view.cursors.CursorXOn = pairs.find('X') != std::string::npos;
+    view.cursors.CursorYOn = pairs.find('Y') != std::string::npos;
+    view.record.Channels = channels;
+    view.record.TimeRange = timeRange;
+    std::string found;
+    for (const std::string& text : view.Texts()) found += text.substr(0, text.find(" b")) + ";";
+    EXPECT_EQ(found, places) << zoom << pairs << channels << timeRange;
+    EXPECT_EQ(view.canvas.CallsOf("line ").empty(), pairs.empty()) << zoom;
+  }
+}
+
+TEST(DrawCursors, ReadoutsTellWhatCanBeMade) {
+  // How far X2 is from X1, the ranges, and the read-outs: frequency, time, and volts of each.
+  for (const auto& row : Rows(R"(
+200 | 1.00V | 10mV | 125.00Hz | 8.00ms | |Y1-Y2|  =4.0V | |Y1-Y2|  =40.0mV
+0 | >5V | - | ???.? Hz | 0.000s | |Y1-Y2|  =0.0mV | -
+0.33333 | >5V | - | 75.02KHz | 13.33us | |Y1-Y2|  =0.0mV | -
+)")) {
+    View view;
+    view.cursors.X2Base = view.cursors.X1Base + std::stod(row[0]);
+    view.record.CH1Range = row[1];
+    view.record.CH2Range = row[2];
+    EXPECT_EQ(
+        view.Texts(),
+        (Calls{"205,30 FF00FF bold 1/|X1-X2|=" + row[3], "205,50 FF00FF bold |X1-X2|   =" + row[4],
+               "205,70 FFFF00 bold " + row[5], "205,90 00FFFF bold " + row[6]}));
+  }
+}
+
+TEST(DrawCursors, ACursorBeyondTheGridIsDrawnAndMeasuredAtTheClamp) {
+  View view(2.0);
+  view.cursors.X1Base = -50;
+  view.cursors.X2Base = 1000;
+  view.cursors.Y1Base = -1;
+  view.cursors.Y2Base = 400;
+  const Calls texts = view.Texts();
+  EXPECT_EQ(texts[1], "475,50 FF00FF bold |X1-X2|   =11.92ms");
+  EXPECT_EQ(texts[2], "475,70 FFFF00 bold |Y1-Y2|  =7.9V");
+  EXPECT_EQ(view.canvas.CallsOf("line ")[0], "27,30 27,420 0080C8 dotted");
+  EXPECT_EQ(view.cursors.X2Base, 1000) << "the base stays";
+}
+
+TEST(SeizeCursors, TakesWhatIsWithinThreePixels) {
+  // Which pairs are on, the mouse (cursors stand at 75 and 275 across, 75 and 175 down), which of
+  // X1, X2, Y1 and Y2 is seized, and the pointer there.
+  using Held = std::vector<bool>;
+  using enum MousePointer;
+  const std::tuple<const char*, bool, bool, Point, Held, MousePointer> rows[] = {
+      {"just within reach", true, false, {277.9, 100}, {false, true, false, false}, WestEast},
+      {"just out of reach", true, false, {278, 100}, {false, false, false, false}, Arrow},
+      {"one of each pair", true, true, {75, 175}, {true, false, false, true}, NorthSouth},
+      {"off the grid, though an arrow", true, true, {75, 20}, {true, false, false, false}, Arrow},
+      {"left of the grid", false, true, {25, 75}, {false, false, true, false}, Arrow},
+      {"just inside the grid", false, true, {25.5, 75}, {false, false, true, false}, NorthSouth}};
+  for (const auto& [name, xOn, yOn, mouse, held, hover] : rows) {
+    View view;
+    view.Texts();
+    WaveCursors& cursors = view.cursors;
+    cursors.CursorXOn = xOn;
+    cursors.CursorYOn = yOn;
+    EXPECT_EQ(PointerOver(cursors, mouse, 1.0), hover) << name;
+    SeizeCursors(cursors, mouse);
+    EXPECT_EQ((Held{cursors.DragX1, cursors.DragX2, cursors.DragY1, cursors.DragY2}), held) << name;
+  }
+}
+
+TEST(DragCursor, HoldsOneCursorAcrossBeforeOneDown) {
+  View view(2.0);
+  WaveCursors& cursors = view.cursors;
+  cursors.X2Base = cursors.X1Base;
+  view.Texts();
+  SeizeCursors(cursors, {125, 125});
+  EXPECT_TRUE(DragCursor(cursors, {225, 325}, 2.0));
+  EXPECT_EQ(cursors.X1Base, 100) << "the first of two on one pixel";
+  EXPECT_EQ(cursors.X2Base, 50);
+  EXPECT_EQ(cursors.Y1Base, 50) << "held too, and yet not moved";
+  EXPECT_EQ(PointerOver(cursors, {0, 0}, 2.0), MousePointer::WestEast);
+  ReleaseCursors(cursors);
+  EXPECT_FALSE(DragCursor(cursors, {400, 400}, 2.0));
+
+  view.Texts();
+  SeizeCursors(cursors, {50, 325});
+  EXPECT_TRUE(DragCursor(cursors, {50, 126}, 2.0));
+  EXPECT_EQ(cursors.Y2Base, 50) << "101 / 2, a tie, to even";
+  DragCursor(cursors, {50, 1e6}, 2.0);
+  EXPECT_EQ(cursors.Y2Base, 50) << "beyond 16 bits";
 }
 
 }  // namespace

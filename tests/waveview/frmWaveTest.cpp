@@ -16,24 +16,23 @@ using Ms = Milliseconds;
 
 constexpr int kSlot = 2;
 
-// A wave view on slot 2, with room for a picture of `width` by `height` pixels beside its strip.
+// An open wave view on slot 2, with room for a picture of `width` by `height` pixels beside its
+// strip.
 struct WaveBench : TransferBench {
   explicit WaveBench(double width = 1000, double height = 800) {
     Connect(kLinkRS232);
-    sheet.WaveCount = 3;
-    Record().CH1Range = "1.00V";
+    Record().GridOn = true;
     view.SetTag("2");
     GiveRoom(width, height);
+    view.Show();
+    EXPECT_TRUE(Drawn().calls.empty() && !Record().ViewOpen) << "before the first tick";
+    clock.Run(Ms(1));
   }
 
   WaveRecord& Record() { return sheet.Waves[kSlot]; }
   RecordingCanvas& Drawn() { return dynamic_cast<RecordingCanvas&>(view.WavePic.Surface()); }
   void GiveRoom(double width, double height) {
     view.NoteInnerSize(PixelsToUnits(width) + 1100, PixelsToUnits(height) + 100);
-  }
-  void Open() {
-    view.Show();
-    clock.Run(Ms(1));
   }
 
   RefreshFlags flags;
@@ -46,11 +45,6 @@ struct WaveBench : TransferBench {
 
 TEST(frmWave, OpensAt150PercentAndItsOptionsGoToTheRecord) {
   WaveBench bench;
-  bench.Record().GridOn = true;
-  bench.view.Show();
-  EXPECT_TRUE(bench.Drawn().calls.empty());
-  EXPECT_FALSE(bench.Record().ViewOpen);
-  bench.clock.Run(Ms(1));
   EXPECT_TRUE(bench.Record().ViewOpen);
   EXPECT_EQ(bench.view.ZoomFactor, 1.5);
   EXPECT_EQ(bench.view.ZoomCombo.Text(), "150%");
@@ -81,7 +75,6 @@ TEST(frmWave, ATypedZoomIsTakenOrRefused) {
   for (const auto& [typed, zoom, shown] : kZooms) {
     SCOPED_TRACE(typed);
     WaveBench bench;
-    bench.Open();
     bench.view.ZoomCombo.EndEdit(typed);
     const bool refused = zoom == 0;
     EXPECT_DOUBLE_EQ(bench.view.ZoomFactor, refused ? 1.5 : zoom);
@@ -92,7 +85,6 @@ TEST(frmWave, ATypedZoomIsTakenOrRefused) {
 
 TEST(frmWave, BestFitTakesTheSmallerRatioAndKeepsItWhenCleared) {
   WaveBench bench(348.6, 800);
-  bench.Open();
   bench.view.BestFitChk.SetValue(true);
   EXPECT_TRUE(bench.Record().BestFitOn);
   EXPECT_TRUE(bench.sheet.Modified);
@@ -118,7 +110,6 @@ TEST(frmWave, ScrollBarsShowWhereThePictureIsLarger) {
   for (const auto& [width, height, across, down] : rows) {
     SCOPED_TRACE(width);
     WaveBench bench(width, height);
-    bench.Open();
     frmWave& view = bench.view;
     view.ZoomCombo.EndEdit("200%");
     EXPECT_EQ(view.HScroll.Visible(), across);
@@ -143,7 +134,6 @@ TEST(frmWave, ScrollBarsShowWhereThePictureIsLarger) {
 
 TEST(frmWave, APictureBeyond64MillionPixelsIsNotDrawn) {
   WaveBench bench;
-  bench.Open();
   bench.view.ZoomCombo.EndEdit("2700%");
   EXPECT_EQ(bench.Drawn().Width(), 9450);
   for (const char* zoom : {"2800%", "1e9%", "1e308%"}) {
@@ -162,7 +152,6 @@ TEST(frmWave, APictureBeyond64MillionPixelsIsNotDrawn) {
 
 TEST(frmWave, WithNoOptionNothingIsReadAndNothingIsLeftBehind) {
   WaveBench bench;
-  bench.Open();
   bench.ctrl.CH1Display = "OFF";
   bench.clock.Run(Ms(500));
   bench.view.cmdRefresh.Click();

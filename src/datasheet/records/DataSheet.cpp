@@ -12,17 +12,6 @@ void UnloadViews(DataSheet& sheet) {
   }
 }
 
-std::optional<int> FindWave(const DataSheet& sheet, TreeNode node, int lastSlot) {
-  const auto holds = [&](int slot) {
-    return sheet.Waves[static_cast<std::size_t>(slot)].TreeNode == node;
-  };
-  if (lastSlot < sheet.WaveCount && holds(lastSlot)) return lastSlot;
-  for (int slot = 0; slot < sheet.WaveCount; ++slot) {
-    if (holds(slot)) return slot;
-  }
-  return std::nullopt;
-}
-
 int SlotOf(const ItemView& view) {
   const std::string& tag = view.Tag();
   int slot = 0;

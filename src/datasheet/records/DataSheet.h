@@ -2,7 +2,6 @@
 
 #include <array>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "datasheet/records/DataRecord.h"
@@ -42,10 +41,6 @@ struct DataSheet {
 
 // Unloads every view of the sheet, also one that was loaded and has not set its ViewOpen yet.
 void UnloadViews(DataSheet& sheet);
-
-// The slot of the wave item that has this node in the tree, looked for where it stood last first;
-// nothing when the item has gone. Slots shift when an item is removed, nodes stay.
-std::optional<int> FindWave(const DataSheet& sheet, TreeNode node, int lastSlot);
 
 // The slot that a view's tag names; 0 where the tag names none.
 int SlotOf(const ItemView& view);

@@ -22,10 +22,8 @@ struct TransferScratch {
   double TransferVoltOffset = 0;
   double TransferTimeRange = 0;
   double TransferTriggerDelay = 0;
-  // The wave slot that a wave read fills, and the item in it when the read was asked for: should
-  // the item move to another slot meanwhile, the read follows it.
+  // The wave slot that a wave read fills.
   int TransferWaveSlot = 0;
-  TreeNode TransferWaveNode = kNoNode;
 };
 
 }  // namespace oriolemark

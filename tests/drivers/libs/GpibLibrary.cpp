@@ -5,7 +5,6 @@
 #include "Scripts.h"
 
 static GpibScript script;
-static int noWord = 0;
 
 extern "C" {
 GpibScript* Script() {
@@ -17,7 +16,7 @@ int ibsta, iberr, ibcnt;
 #else
 static int ibsta, iberr, ibcnt;
 #endif
-static int *boundSta = &noWord, *boundErr = &noWord, *boundCount = &noWord;
+static int *boundSta = &ibsta, *boundErr = &iberr, *boundCount = &ibcnt;
 
 #ifdef BY_FUNCTION
 int ThreadIbsta() {
@@ -38,7 +37,7 @@ int RegisterGpibGlobalsForThread(int* sta, int* err, int* count, long*) {
 }
 int UnregisterGpibGlobalsForThread() {
   script.calls += "unregister ";
-  boundSta = boundErr = boundCount = &noWord;
+  boundSta = &ibsta, boundErr = &iberr, boundCount = &ibcnt;
   return 0;
 }
 #endif
@@ -46,10 +45,10 @@ int UnregisterGpibGlobalsForThread() {
 static int End(const char* call, long count = 0, int flags = 0) {
   script.calls += std::string(call) + ' ';
   const bool failed = script.failing == call;
-  *boundSta = ibsta = failed ? 0x8100 : script.ibsta | flags;
-  *boundErr = iberr = failed ? 6 : 0;
-  *boundCount = ibcnt = static_cast<int>(count);
-  return ibsta;
+  *boundSta = failed ? 0x8100 : script.ibsta | flags;
+  *boundErr = failed ? 6 : 0;
+  *boundCount = static_cast<int>(count);
+  return *boundSta;
 }
 int ibdev(int, int, int, int, int, int) {
   return End("ibdev");

@@ -5,17 +5,17 @@
 
 // What the test libraries are told to do and what was asked of them. Each exports one as `Script`.
 struct GpibScript {
-  std::string calls;    // each with a blank behind it
-  std::string failing;  // the call that ends in 0x8100 and error 6
-  int ibsta = 0x100;    // of the calls that succeed
-  std::string reply;
+  std::string calls = {};    // each with a blank behind it
+  std::string failing = {};  // the call that ends in 0x8100 and error 6
+  int ibsta = 0x100;         // of the calls that succeed
+  std::string reply = {};
   int registerResult = 0;  // of the next registration; those after it give 0
 };
 
 struct UsbScript {
   short devices = 1;
-  std::string written;
-  std::string reply;
-  std::string failing;  // the operation that fails
-  std::string controls;
+  std::string written = {};
+  std::string reply = {};
+  std::string failing = {};  // the operation that fails
+  std::string controls = {};
 };

@@ -1,0 +1,298 @@
+#include <gtest/gtest.h>
+
+#include "support/LinkBench.h"
+
+namespace oriolemark {
+namespace {
+
+struct TransportsTest : ::testing::Test, LinkBench {
+  TransportsTest() { Connect(kLinkRS232); }
+  // In the boxes since the last call.
+  void ExpectShown(const std::vector<Message>& messages) {
+    EXPECT_EQ(std::exchange(prompts.shown, {}), messages);
+  }
+};
+
+Message NoDevice(const std::string& title) {
+  return Warning("Can't Connect to USB Device", title);
+}
+
+TEST_F(TransportsTest, SerialOrUsbConnectThatFailsIsToldOnceAndLeavesNoConnection) {
+  port.fails = "Permission denied";
+  usbDriver.operationsLeft = 0;
+  for (const int ioType : {kLinkRS232, kLinkUsb}) {
+    Connect(ioType);
+    scope.ConnectScope();
+    EXPECT_FALSE(state.LinkOpened || state.ScopeConnected || indicator.back());
+  }
+  Message denied = Warning("", "RS232 Init");
+  denied.systemText = port.fails;
+  ExpectShown({denied, NoDevice("USB Init")});
+  EXPECT_EQ(port.written + usbDriver.written, "");
+}
+
+TEST_F(TransportsTest, GpibDeviceThatDoesNotOpenOrClearIsToldAndLeavesNoConnection) {
+  Connect(kLinkGpib);
+  settings.GPIB_Addr = 30;
+  gpibDriver.failures["ibclr"] = {.ibsta = 0x8100, .iberr = 2};
+  scope.ConnectScope();
+  EXPECT_FALSE(state.LinkOpened || state.ScopeConnected);
+  gpibDriver.failures["ibdev"] = {.ibsta = 0x8000};
+  scope.ConnectScope();
+  EXPECT_FALSE(state.LinkOpened || state.ScopeConnected);
+  EXPECT_EQ(gpibDriver.calls, "ibdev 0 30 0 13 1 0; ibclr 3; ibonl 3 0; ibdev 0 30 0 13 1 0; ");
+  ExpectShown({Critical("Unable to clear device\ribsta = &H8100\riberr = 2 <ENOL>", "Error"),
+               Critical("Unable to open GPIB IO device\ribsta = &H8000\riberr = 0", "GPIB Init")});
+}
+
+TEST_F(TransportsTest, GpibDeviceThatIsSilentOrDeadIsToldAtEachCallAndStaysConnected) {
+  Connect(kLinkGpib);
+  gpib.GPIBInit();
+  gpib.GPIBSend("");
+  EXPECT_EQ(scope.AskScope(":A:?"), "");
+  EXPECT_EQ(clock.Now(), Milliseconds(10020));
+  EXPECT_TRUE(gpibDriver.calls.ends_with(" ibclr 3; ibwrt 3 :A:?; ibrd 3 1024; ibonl 3 0; "));
+  gpibDriver.calls.clear();
+  gpibDriver.failures["ibwrt"] = {.ibsta = 0x8100, .iberr = 9};
+  gpibDriver.failures["ibrd"] = {.ibsta = 0x1F100, .iberr = 21};
+  EXPECT_EQ(scope.AskScope(":A:?"), "");
+  EXPECT_EQ(clock.Now(), Milliseconds(10040));
+  EXPECT_EQ(gpibDriver.calls, "ibwrt 3 :A:?; ibonl 3 0; ibrd 3 1024; ibonl 3 0; ");
+  ExpectShown({Critical("Unable to read from device\ribsta = &HC000\riberr = 6 <EABO>", "Error"),
+               Critical("Unable to write to device\ribsta = &H8100\riberr = 9 <>", "Error"),
+               Critical("Unable to read from device\ribsta = &HF100\riberr = 21 <>", "Error")});
+  EXPECT_TRUE(state.ScopeConnected);
+}
+
+TEST_F(TransportsTest, UsbInstrumentThatIsSilentOrUnpluggedIsToldAtEachStepAndStaysConnected) {
+  Connect(kLinkUsb);
+  EXPECT_EQ(scope.AskScope(":A:?"), "");
+  ExpectShown({NoDevice("USB Read Message")});
+  usbDriver.operationsLeft = 2;
+  EXPECT_EQ(scope.AskScope(":B:?"), "");
+  EXPECT_EQ(usbDriver.written, ":A:?\r:B") << "the first byte that fails is the last";
+  ExpectShown({NoDevice("USB Send Message"), NoDevice("USB Read Message")});
+  usbDriver.operationsLeft = 1;
+  usbDriver.Offer("1\n");
+  EXPECT_EQ(usb.USBReadBlock(), "") << "it is counted, and not fetched";
+  ExpectShown({NoDevice("USB Read Message")});
+  EXPECT_TRUE(state.ScopeConnected);
+}
+
+TEST(Transports, ReplyIsWhatStandsInFrontOfItsFirstLineEnd) {
+  const std::tuple<int, std::string, std::string> rows[] = {
+      {kLinkGpib, "a\nb\n", "a"},
+      {kLinkGpib, "\n", ""},
+      {kLinkGpib, "1.00V", ""},
+      {kLinkUsb, "1.5", "1.5"},
+      {kLinkUsb, "\nx", ""},
+      {kLinkUsb, "a\nb\n", "a"},
+      {kLinkUsb, std::string("\xFF\0\n", 3), std::string("\xFF\0", 2)},
+  };
+  for (const auto& [ioType, answer, reply] : rows) {
+    LinkBench bench;
+    bench.Connect(ioType);
+    bench.script.Answer(":A:?", answer);
+    EXPECT_EQ(bench.scope.AskScope(":A:?"), reply);
+    EXPECT_TRUE(bench.prompts.shown.empty());
+    if (ioType != kLinkUsb) continue;
+    bench.usbDriver.Offer(answer);
+    EXPECT_EQ(bench.usb.USBReadBlock(), answer);
+  }
+}
+
+TEST_F(TransportsTest, SerialSendBlocksForTheTimeOnTheLine) {
+  const std::tuple<const char*, std::size_t, int> paces[] = {
+      {"9600", 0, 3},     {"9600", 3, 12},   {"9600", 15, 50}, {"10000", 9, 30},
+      {"115200", 9, 30},  {"300", 20, 2100}, {"", 9, 30},      {"fast", 9, 30},
+      {"0", 9, 30},       {"-9600", 9, 30},  {"9600x", 9, 30}, {"1e-300", 9, 10000},
+      {"300", 200, 10000}};
+  for (const auto& [baud, length, milliseconds] : paces) {
+    const Milliseconds begin = clock.Now();
+    settings.BaudRate = baud;
+    port.written.clear();
+    rs232.RS232Send(std::string(length, 'x'));
+    EXPECT_EQ(port.written, std::string(length, 'x') + "\r");
+    EXPECT_EQ(clock.Now() - begin, Milliseconds(milliseconds)) << baud;
+  }
+}
+
+TEST_F(TransportsTest, SerialBytesBehindTheLineEndAreAppendedToTheCutReply) {
+  script.Answer(":A:?", "1.5\n2");
+  EXPECT_EQ(scope.AskScope(":A:?"), "1.5");
+  EXPECT_EQ(state.RxLength, 5);
+  EXPECT_FALSE(state.ReplyPending || state.CommBusy);
+  rs232.RS232OnReceive("3");
+  EXPECT_EQ(state.RxBuffer, "1.53");
+}
+
+TEST_F(TransportsTest, SerialReplyIsGivenUpAfterTwoSecondsWithoutBytesAndThrownAwayByTheNextSend) {
+  for (int chunk = 1; chunk <= 10; ++chunk) port.ArriveAfter(Milliseconds(1800 * chunk + 50), "x");
+  EXPECT_EQ(scope.AskScope(":A:?"), "");
+  EXPECT_EQ(clock.Now(), Milliseconds(20000));
+  EXPECT_EQ(state.RxBuffer, "xxxxxxxxxx");
+  EXPECT_TRUE(state.ReplyPending && prompts.shown.empty());
+  script.Answer(":B:?", "2\n");
+  EXPECT_EQ(scope.AskScope(":B:?"), "2");
+}
+
+TEST_F(TransportsTest, SerialReplyGoesToTheInnerRequestAndIsTheOutersToo) {
+  script.Answer(":OUTER:?", "1\n", Milliseconds(500));
+  script.Answer(":INNER:?", "2\n", Milliseconds(700));
+  std::string inner;
+  clock.UserAfter(Milliseconds(100), [&] { inner = scope.AskScope(":INNER:?"); });
+  EXPECT_EQ(scope.AskScope(":OUTER:?"), "1");
+  EXPECT_EQ(inner, "1");
+}
+
+TEST_F(TransportsTest, SerialReplyThatGrewOldInsideANestedHandlerIsSilence) {
+  script.Answer(":A:?", "1\n", Milliseconds(50));
+  clock.UserAfter(Milliseconds(30), [&] {
+    prompts.AnswerNext(MessageAnswer::Ok, Milliseconds(2500));
+    prompts.Show({.text = "anything"});
+  });
+  EXPECT_EQ(scope.AskScope(":A:?"), "");
+  EXPECT_FALSE(state.ReplyPending);
+}
+
+TEST_F(TransportsTest, SerialEventTextIsShownAgainAtEachEventAndHidesErrors) {
+  std::vector<std::string> status;
+  serialEvents.showStatus = [&](const std::string& text) { status.push_back(text); };
+  port.ArriveAfter(Milliseconds(1), "a");
+  clock.Run(Milliseconds(2));
+  for (const int code : {1005, 1009, 1, 3, 1001}) port.onEvent(code);
+  port.ArriveAfter(Milliseconds(1), "b\n");
+  clock.Run(Milliseconds(2));
+  const std::string parity = "Status: Parity Error";
+  const std::string cts = "Status: Change in CTS Detected";
+  EXPECT_EQ(status, (std::vector<std::string>{"Status: Unknown error or event", parity, parity, cts,
+                                              cts, cts}));
+  EXPECT_EQ(state.RxBuffer, "ab");
+}
+
+TEST_F(TransportsTest, UsbBlockReadEndsAfterFiftyTicksOrByTheClose) {
+  EXPECT_EQ(usb.USBReadBlock(), "");
+  EXPECT_NEAR(static_cast<double>(clock.Now().count()), 5000, 5);
+  ExpectShown({Warning("Read USB time out", "USB Read Message")});
+  clock.UserAfter(Milliseconds(700), [&] { waiting.BeginClosing(); });
+  EXPECT_EQ(usb.USBReadBlock(), "");
+  EXPECT_EQ(usb.USBRead(), "");
+  EXPECT_LE(clock.Now(), Milliseconds(5715));
+  ExpectShown({});
+}
+
+TEST(Transports, UsbScreenIsSelectedCountedAddressedAndReadUntilOneFails) {
+  const std::vector<std::vector<int>> transfers{
+      {2, 8, 0, 80}, {2, 9, 11264, 1}, {2, 7, 16, 9}, {2, 76800}};
+  for (std::size_t succeed = 0; succeed <= transfers.size(); ++succeed) {
+    LinkBench bench;
+    bench.settings.UsbDevice = 2;
+    bench.usbDriver.screen = "abc";
+    bench.usbDriver.operationsLeft = static_cast<int>(succeed);
+    std::vector<std::uint8_t> buffer(76801 + 16, '-');
+    bench.usb.USBReadScreen(16, buffer, 76800);
+    std::vector<std::vector<int>> asked = transfers;
+    asked.resize(std::min(succeed + 1, transfers.size()));
+    EXPECT_EQ(bench.usbDriver.transfers, asked);
+    EXPECT_EQ(std::string(buffer.begin() + 15, buffer.begin() + 20),
+              succeed == transfers.size() ? "-abc-" : "-----");
+    EXPECT_TRUE(bench.prompts.shown.empty());
+  }
+}
+
+TEST(Transports, ClosingProgramAsksNothingButStillSends) {
+  for (const int ioType : {kLinkUsb, kLinkGpib, kLinkRS232}) {
+    LinkBench bench;
+    bench.Connect(ioType);
+    bench.waiting.BeginClosing();
+    EXPECT_EQ(bench.scope.AskScope(":A:?"), "");
+    bench.scope.SendToScope(":KEY:LOCK:ENABLE");
+    EXPECT_EQ(bench.script.sent, std::vector<std::string>{":KEY:LOCK:ENABLE"}) << ioType;
+    EXPECT_EQ(bench.clock.Now(), Milliseconds(0)) << ioType;
+  }
+}
+
+const Message kNotFound = Warning("Device not found", "Connect to Oscilloscope");
+
+Message TooOld(const std::string& version) {
+  return Warning("The version of the DSO must be higher than 01.01.33\rCurrent Version is " +
+                 version + "\rPlease contact TAVIK at www.tavik.example");
+}
+
+struct HandshakeRow {
+  std::string identity;
+  bool passes;
+  std::size_t asks;
+  std::vector<Message> messages;
+  int version = 0;
+  std::string model = {};  // known from before, and kept
+};
+
+const std::vector<HandshakeRow> kHandshakes = {
+    {"TAVIK ELECTRONIC,TX-5000CA,SN,01.01.33", true, 1, {}, 10133},
+    {"TAVIK TECHNOLOGIES,TX-5102,SN,02.00.00", true, 1, {}, 20000},
+    {"TAVIK ELECTRONIC,TX-5000,SN,01.01.32", false, 1, {TooOld("01.01.32")}, 10132},
+    {"TAVIK ELECTRONIC,TX-5000,SN,ab.cd.ef", false, 1, {TooOld("ab.cd.ef")}, 0},
+    {"TAVIK ELECTRONIC,TX-5000,SN,", false, 1, {TooOld("")}, 0},
+    // The last cut finds no comma and leaves the version where it is.
+    {"TAVIK ELECTRONIC,TX-5000,03.01.15", true, 1, {}, 30115},
+    // No model of its own: the one known before is judged.
+    {"TAVIK ELECTRONIC,TX-5000", false, 1, {kNotFound}},
+    {"TAVIK ELECTRONIC,TX-5", false, 1, {TooOld("TX-5")}, 0, "TX-5000CA"},
+    {"TAVIK ELECTRONIC,XY1102,SN,01.01.33", false, 3, {kNotFound}},
+    {"TAVIK ELECTRONIC", false, 3, {kNotFound}},
+    {"Tavik Electronic,TX-5000,SN,01.01.33", false, 3, {kNotFound}},
+    {"", false, 3, {kNotFound}},
+};
+
+TEST(Handshake, OnlyAKnownInstrumentWithNewEnoughFirmwareIsConnected) {
+  for (const HandshakeRow& row : kHandshakes) {
+    SCOPED_TRACE(row.identity);
+    LinkBench bench;
+    bench.settings.ScopeIOType = kLinkRS232;
+    bench.state.ScopeConnected = true;
+    bench.state.ScopeModel = row.model;
+    bench.settings.BaudRate = " 19200 ";
+    bench.settings.COM_Port = 2;
+    bench.port.open = true;
+    std::vector<std::string> sent(2 + row.asks, "*IDN?");
+    sent[0] = ":DISPLAY:MENU STATUS:OFF";
+    sent[1] = ":KEY:LOCK:ENABLE";
+    for (std::size_t ask = 0; ask < row.asks; ++ask) {
+      bench.script.Answer("*IDN?", row.identity.empty() ? "" : row.identity + "\n");
+    }
+    bench.scope.ConnectScope();
+    EXPECT_EQ(bench.port.settings, "19200,n,8,1");
+    EXPECT_EQ(bench.port.number, 2);
+    EXPECT_EQ(bench.state.ScopeConnected, row.passes);
+    EXPECT_EQ(bench.prompts.shown, row.messages);
+    EXPECT_TRUE(row.model.empty() ? bench.state.ScopeVersionNum == row.version
+                                  : bench.state.ScopeModel == row.model);
+    if (row.identity.empty()) {
+      EXPECT_EQ(bench.clock.Now(), Milliseconds(6050)) << "three silences of two seconds";
+    }
+    bench.scope.DisconnectScope();
+    if (row.passes) sent.push_back(":KEY:LOCK:ENABLE");
+    EXPECT_EQ(bench.script.sent, sent) << "only a connected instrument is released";
+    EXPECT_EQ(bench.indicator, (std::vector<bool>{row.passes, false}));
+    EXPECT_TRUE(bench.state.LinkOpened && !bench.state.ScopeConnected);
+  }
+}
+
+TEST(Handshake, ColourIsTheLetterBehindTheFourDigits) {
+  LinkBench bench;
+  EXPECT_FALSE(bench.scope.IsColorScope());
+  EXPECT_TRUE(bench.script.sent.empty()) << "a closed link is not asked";
+  bench.Connect(kLinkGpib);
+  const std::pair<std::string, bool> rows[] = {{"any,TX-5000C", true},
+                                               {"TX-5000C", true},
+                                               {"TAVIK ELECTRONIC,TX-5000A,C,01.01.33", false},
+                                               {"", false}};
+  for (const auto& [identity, colour] : rows) {
+    bench.script.Answer("*IDN?", identity + "\n");
+    EXPECT_EQ(bench.scope.IsColorScope(), colour) << identity;
+  }
+}
+
+}  // namespace
+}  // namespace oriolemark
