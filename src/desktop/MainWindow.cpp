@@ -91,6 +91,12 @@ class LampLabel : public QLabel {
   QIcon picture_;
 };
 
+// That of the place's middle; a screen that has gone leaves the first one.
+QRect ScreenAt(const QRect& place) {
+  const QScreen* screen = QGuiApplication::screenAt(place.center());
+  return (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+}
+
 // Moved, and only then made smaller, as far as the screen asks for it.
 QRect ClampInto(const QRect& screen, QRect place) {
   place.setSize(place.size().boundedTo(screen.size()));
@@ -272,7 +278,7 @@ void MainWindow::AddPanes() {
   const std::vector<TabDock::Pane>& panes = form_.tabDock.Panes();
   for (; panes_ < panes.size(); ++panes_) {
     const TabDock::Pane& pane = panes[panes_];
-    auto& dock = Make<PaneDock>(*pane.form, FromWire(pane.key), MakePaneContent(*pane.form), this);
+    auto& dock = Make<PaneDock>(form_.tabDock, pane, MakePaneContent(*pane.form), this);
     addDockWidget(Qt::LeftDockWidgetArea, &dock);
     dock.setVisible(pane.form->Visible());
   }
@@ -320,9 +326,10 @@ void MainWindow::ShowForm() {
 
 void MainWindow::ApplyPlace() {
   // What the desktop draws around the window takes room too, once it is there.
-  QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  const QRect asked = ToPixels(form_.Place());
+  QRect screen = ScreenAt(asked);
   screen.setSize(screen.size() - (frameGeometry().size() - size()));
-  const QRect place = ClampInto(screen, ToPixels(form_.Place()));
+  const QRect place = ClampInto(screen, asked);
   move(place.topLeft());
   resize(place.size());
 }
@@ -354,9 +361,10 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
   return QMainWindow::eventFilter(watched, event);
 }
 
+// The window goes with the last steps of the program; the desktop that ends a session waits for
+// that unless the user has said no.
 void MainWindow::closeEvent(QCloseEvent* event) {
-  event->ignore();
-  form_.Close();
+  event->setAccepted(form_.Close());
 }
 
 void MainWindow::changeEvent(QEvent* event) {

@@ -24,6 +24,8 @@ class MainWindow : public QMainWindow {
   void AddWaveView(frmWave& view);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
+  // The toolkit's list of bars and panes would show and hide them without their models.
+  QMenu* createPopupMenu() override { return nullptr; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;

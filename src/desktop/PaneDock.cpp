@@ -7,9 +7,10 @@
 
 namespace oriolemark {
 
-PaneDock::PaneDock(Form& form, const QString& key, QWidget* content, QWidget* parent)
-    : QDockWidget(parent), form_(form) {
-  setObjectName("dock_" + key);
+PaneDock::PaneDock(TabDock& dock, const TabDock::Pane& pane, QWidget* content, QWidget* parent)
+    : QDockWidget(parent), dock_(dock), pane_(pane) {
+  Form& form = *pane.form;
+  setObjectName("dock_" + FromWire(pane.key));
   setWidget(content);
   const QPointer<PaneDock> guard(this);
   form.onChanged = [guard] {
@@ -26,12 +27,13 @@ PaneDock::PaneDock(Form& form, const QString& key, QWidget* content, QWidget* pa
 
 void PaneDock::closeEvent(QCloseEvent* event) {
   event->ignore();
-  form_.Hide();
+  dock_.HidePane(pane_.key);
 }
 
 void PaneDock::ShowForm() {
-  setWindowTitle(FromWire(form_.Caption()));
-  if (isHidden() == form_.Visible()) setVisible(form_.Visible());
+  const Form& form = *pane_.form;
+  setWindowTitle(FromWire(form.Caption()));
+  if (isHidden() == form.Visible()) setVisible(form.Visible());
 }
 
 }  // namespace oriolemark

@@ -2,14 +2,14 @@
 
 #include <QDockWidget>
 
-#include "platform/Form.h"
+#include "platform/TabDock.h"
 
 namespace oriolemark {
 
-// One docked pane. The form decides whether it shows; the user's close hides the form.
+// One docked pane. Its form decides whether it shows; the user's close hides the form.
 class PaneDock : public QDockWidget {
  public:
-  PaneDock(Form& form, const QString& key, QWidget* content, QWidget* parent);
+  PaneDock(TabDock& dock, const TabDock::Pane& pane, QWidget* content, QWidget* parent);
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -17,7 +17,8 @@ class PaneDock : public QDockWidget {
  private:
   void ShowForm();
 
-  Form& form_;
+  TabDock& dock_;
+  const TabDock::Pane pane_;
 };
 
 }  // namespace oriolemark

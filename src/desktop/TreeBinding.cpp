@@ -71,11 +71,17 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
 }
 
 bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::MouseButtonPress && watched == viewport_) {
-    TakePress(static_cast<const QMouseEvent&>(*event));
-  }
-  if (event->type() == QEvent::MouseButtonDblClick && watched == viewport_) {
-    TakeDoubleClick(static_cast<const QMouseEvent&>(*event));
+  const bool press = event->type() == QEvent::MouseButtonPress;
+  if (watched == viewport_ && (press || event->type() == QEvent::MouseButtonDblClick)) {
+    const auto& mouse = static_cast<const QMouseEvent&>(*event);
+    const QTreeWidgetItem* item = widget_.itemAt(mouse.position().toPoint());
+    // A row that the model has given up means nothing any more; the tree is about to show so.
+    if (item != nullptr && !model_.Exists(NodeOf(item))) return true;
+    if (press) {
+      TakePress(mouse);
+    } else {
+      TakeDoubleClick(mouse);
+    }
   }
   if (event->type() == QEvent::Resize && watched == viewport_) {
     // The mark of a selected row goes across the whole pane.
@@ -122,13 +128,14 @@ void TreeBinding::TakeDoubleClick(const QMouseEvent& mouse) {
 }
 
 // Served after the event: a handler may show a dialog or build the tree anew. Of gestures that pile
-// up while the program is busy one is enough, and none counts behind a modal window.
+// up while the program is busy one is enough, for the row that it was meant for, and none counts
+// behind a modal window.
 void TreeBinding::Later(const std::function<void()>& gesture) {
   if (gesturePending_) return;
   gesturePending_ = true;
-  QTimer::singleShot(0, this, [this, gesture] {
+  QTimer::singleShot(0, this, [this, gesture, meant = model_.Selected()] {
     gesturePending_ = false;
-    if (QApplication::activeModalWidget() == nullptr) gesture();
+    if (QApplication::activeModalWidget() == nullptr && model_.Selected() == meant) gesture();
   });
 }
 

@@ -180,6 +180,7 @@ WaveWindow::WaveWindow(frmWave& form) : form_(form) {
   };
   form.onFront = [guard] {
     if (guard == nullptr || guard->mdiArea() == nullptr) return;
+    if (guard->isMinimized()) guard->showNormal();
     guard->raise();
     guard->mdiArea()->setActiveSubWindow(guard);
   };
@@ -197,7 +198,8 @@ void WaveWindow::closeEvent(QCloseEvent* event) {
 }
 
 void WaveWindow::ShowForm() {
-  setWindowTitle(FromWire(form_.Caption()));
+  // Doubled, the toolkit's mark of a changed document stands for itself.
+  setWindowTitle(FromWire(form_.Caption()).replace("[*]", "[*][*]"));
   if (isHidden() == form_.Visible()) setVisible(form_.Visible());
 }
 

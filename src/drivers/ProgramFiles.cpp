@@ -3,16 +3,27 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace oriolemark {
+
+namespace {
+
+QDir ProgramFolder() {
+  const QString own = QCoreApplication::applicationDirPath();
+  if (QFileInfo(own).isWritable()) return own;
+  return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+}
+
+}  // namespace
 
 std::string HelpFilePath() {
   const QString name = QStringLiteral("Oriolemark.hlp");
   const QString beside = QDir(QCoreApplication::applicationDirPath()).filePath(name);
   if (QFile::exists(beside)) return beside.toStdString();
   const QString shared = QStandardPaths::locate(QStandardPaths::AppDataLocation, name);
-  return (shared.isEmpty() ? beside : shared).toStdString();
+  return (shared.isEmpty() ? ProgramFolder().filePath(name) : shared).toStdString();
 }
 
 }  // namespace oriolemark

@@ -146,7 +146,8 @@ std::string QtPrompts::AskFileName(const FileQuestion& question) {
   QFileDialog dialog(QApplication::activeWindow());
   const bool saves = question.action == FileAction::Save;
   dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  // A name that leads to no file is for whoever opens it to refuse.
+  dialog.setFileMode(QFileDialog::AnyFile);
   // The names of the filters hold their patterns already.
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   const QList<Filter> filters = FiltersOf(question.filter);

@@ -5,6 +5,7 @@
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <QElapsedTimer>
@@ -12,6 +13,7 @@
 #include <QMetaObject>
 #include <QSerialPortInfo>
 #include <QString>
+#include <QThread>
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -100,6 +102,18 @@ int WriteAll(int handle, std::string_view bytes, qint64 limit) {
   return 0;
 }
 
+// Closing sets the speed back and drops what has not left yet, so the last bytes are waited for.
+void AwaitSent(int handle, qint64 limit) {
+  QElapsedTimer clock;
+  clock.start();
+  int unsent = 0;
+  while (::ioctl(handle, TIOCOUTQ, &unsent) == 0 && unsent > 0) {
+    if (clock.hasExpired(limit)) return;
+    QThread::msleep(1);
+  }
+  ::tcdrain(handle);
+}
+
 }  // namespace
 
 QtSerialPort::QtSerialPort(DevicePath devicePath) : devicePath_(std::move(devicePath)) {
@@ -114,6 +128,7 @@ QtSerialPort::~QtSerialPort() {
 }
 
 void QtSerialPort::Close() {
+  if (state_ == State::Open && !stalled_) AwaitSent(port_.handle(), kWriteLimit);
   state_ = State::Closed;
   stalled_ = false;
   if (port_.isOpen()) port_.close();

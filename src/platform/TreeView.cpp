@@ -145,9 +145,10 @@ void TreeView::StartLabelEdit() const {
 void TreeView::EndLabelEdit(std::string text) {
   const TreeNode edited = Selected();
   if (edited == kNoNode) return;
+  // The widget shows the user's text; what the handler tells comes after the node's own is back.
+  Tell();
   if (afterLabelEdit) afterLabelEdit(text);
   SetText(edited, text);
-  Tell();
 }
 
 void TreeView::Click(TreeNode node) {

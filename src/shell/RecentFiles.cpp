@@ -47,11 +47,12 @@ void RecentFiles::Write(std::size_t index, const std::string& path) {
 
 void RecentFiles::Add(const std::string& path) {
   const auto found = std::find(paths_.begin(), paths_.end(), path);
+  const bool listed = found != paths_.end();
   // Those before it move down by one; of a new path, all do, and the last one falls out.
   const auto from = std::min<std::size_t>(found - paths_.begin(), kEntries - 1);
   for (std::size_t i = from; i > 0; --i) {
     const std::string above = Read(i - 1);
-    if (!above.empty()) Write(i, above);
+    if (listed || !above.empty()) Write(i, above);
   }
   Write(0, path);
   Load();
