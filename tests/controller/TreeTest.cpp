@@ -76,5 +76,30 @@ TEST(CtrlTree, TriggerGroupFollowsTheMethodAndTrig50WritesItsFixedPlace) {
   }
 }
 
+TEST(TreeView, ATreeBuiltAnewIsEnteredWhereItWasLeft) {
+  TreeView tree;
+  TreeNode group = kNoNode;
+  TreeNode row = kNoNode;
+  const auto build = [&](const std::string& value, bool expanded, const std::string& label) {
+    tree.Clear();
+    const TreeNode root = tree.Add(kNoNode, "TX5000", 1);
+    group = tree.Add(root, "Trigger", 2);
+    tree.Add(group, "Mode [" + value + "]", 3);
+    row = tree.Add(group, label + " [" + value + "]", 3);
+    tree.SetExpanded(root, true);
+    tree.SetExpanded(group, expanded);
+  };
+  build("1", true, "Level");
+  tree.Select(row);
+  build("2", true, "Level");
+  EXPECT_EQ(tree.ReturnToPlace(), row);
+  EXPECT_EQ(tree.Selected(), row) << "a value in brackets is no part of the place";
+  build("3", false, "Level");
+  EXPECT_EQ(tree.ReturnToPlace(), group) << "the nearest that shows";
+  build("3", true, "Slope");
+  EXPECT_EQ(tree.ReturnToPlace(), group) << "the row has gone";
+  EXPECT_EQ(tree.Selected(), kNoNode);
+}
+
 }  // namespace
 }  // namespace oriolemark

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QFile>
 #include <filesystem>
 #include <numeric>
 #include <set>
@@ -7,6 +9,7 @@
 #include "drivers/ChosenColors.h"
 #include "drivers/ChosenUsb.h"
 #include "drivers/LibraryGpib.h"
+#include "drivers/QtSettingsStore.h"
 #include "libs/Scripts.h"
 #include "link/GPIBFunc.h"
 #include "link/USB_FUNC.h"
@@ -220,6 +223,26 @@ TEST_F(DriversTest, ColoursComeFromTheLibraryElseFromTwoPalettes) {
   EXPECT_EQ(colours[0x12], 0x120000U);
   library.TransMono(raw, colours);
   EXPECT_EQ(colours[0x12], 0x12U);
+}
+
+TEST(SettingsStore, KeepsTextsAsTheyAreAndReadsWhatAHandHasWritten) {
+  const QString folder = QString::fromStdString(::testing::TempDir()) + "settings";
+  QDir(folder).removeRecursively();
+  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder);
+  QFile file(folder + "/Oriolemark/Oriolemark.ini");
+  const std::string path = "/tmp/\xC3\xBC a,b;\"c\".cfx";
+  QtSettingsStore().Write("Recent Ctrl", "RecentFile1", path);
+  QtSettingsStore().Write("General", "StartupLoadCtrl", "True");
+  EXPECT_EQ(QtSettingsStore().Read("Recent Ctrl", "RecentFile1"), path);
+  EXPECT_EQ(QtSettingsStore().Read("General", "StartupLoadCtrl"), "True");
+  EXPECT_EQ(QtSettingsStore().Read("General", "StartupLoadSheet"), std::nullopt);
+  ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+  EXPECT_TRUE(file.readAll().contains("[Recent%20Ctrl]\nRecentFile1="));
+  file.resize(0);
+  file.write("[General]\nStartupLoadSheet=True\n\n[IO%20Settings]\nBaudRate=1,2\n");
+  file.close();
+  EXPECT_EQ(QtSettingsStore().Read("General", "StartupLoadSheet"), "True");
+  EXPECT_EQ(QtSettingsStore().Read("IO Settings", "BaudRate"), "1,2");
 }
 
 }  // namespace

@@ -45,6 +45,60 @@ TEST(WholeProgram, ConnectRefreshSeeInEveryMode) {
   }
 }
 
+TEST(WholeProgram, SixteenItemsOfAKindFitASheetAndNoneWithoutOne) {
+  ProgramBench bench;
+  DataSheet& sheet = bench.module.sheet;
+  bench.module.main.Load();
+  std::vector<Message> told(3, Warning("Exceed maximum file numbers limit"));
+  const auto tools = std::span(bench.module.main.ToolButtons).subspan(10, 3);
+  for (Button& tool : tools) {
+    for (int item = 0; item < 17; ++item) tool.Click();
+  }
+  EXPECT_EQ(sheet.WaveCount + sheet.MeasureCount + sheet.DataCount, 3 * 16);
+  EXPECT_EQ(sheet.Measures[15].Name, "Measure15");
+  bench.module.browser.DataSheetTree.Remove(sheet.SheetNode);
+  bench.module.browser.files.AddDataItem();
+  told.push_back(Warning("Please Open or Creat a Data Sheet First"));
+  EXPECT_EQ(bench.prompts.shown, told);
+  for (const Button& tool : tools) EXPECT_FALSE(tool.Enabled());
+}
+
+TEST(WholeProgram, OneLampShinesAndTheStatusGoesTwoSecondsAfterTheLastEvent) {
+  ProgramBench bench;
+  frmMain& main = bench.module.main;
+  for (const int at : {200, 2000}) bench.At(at, [&] { main.mnuToolsConnect.Click(); });
+  for (const int at : {8000, 9000}) bench.At(at, [&] { bench.port.onEvent(1009); });
+  const std::pair<int, const char*> texts[] = {{10900, "Status: Parity Error"},
+                                               {11100, "Status: "}};
+  for (const auto& [at, text] : texts) {
+    bench.At(at, [&, shown = text] { EXPECT_EQ(main.StatusPanel.Text(), shown); });
+  }
+  bench.RunUntil(12000);
+  EXPECT_TRUE(main.picLED_ON.Visible() && !main.picLED_OFF.Visible());
+}
+
+TEST(WholeProgram, WindowsComeBackWhereTheyStoodUnlessThatIsOutOfSight) {
+  for (const bool minimised : {false, true}) {
+    ProgramBench bench;
+    bench.At(500, [&] { bench.module.main.Minimised = minimised; });
+    bench.RunUntil(1000);
+    EXPECT_EQ(bench.store.values.contains({"Settings", "MainWidth"}), !minimised);
+    EXPECT_EQ(bench.module.main.Place().width, 6500);
+  }
+  const std::tuple<const char*, double, double> places[] = {
+      {"", 500, 800},      {"abc", 500, 800},       {"-20.5", -20.5, -20.5},
+      {"-9000", 400, 600}, {"15000", 15000, 15000}, {"15001", 400, 600}};
+  for (const auto& [stored, left, top] : places) {
+    ProgramBench bench;
+    frmPrgress& progress = bench.module.progress;
+    progress.screenWidth = progress.screenHeight = 15000;
+    for (const char* key : {"ProgressLeft", "ProgressTop"}) bench.Store("Settings", key, stored);
+    progress.Load();
+    EXPECT_EQ(progress.Place().left, left) << stored;
+    EXPECT_EQ(progress.Place().top, top) << stored;
+  }
+}
+
 TEST(WholeProgram, ALabelEditNamesTheItemAndItsViewButNotTheRoot) {
   ProgramBench bench;
   DataSheet& sheet = bench.module.sheet;

@@ -167,6 +167,18 @@ TEST(SamplesTest, ATraceStandsWhereItsSettingsPutItsSignal) {
   }
 }
 
+TEST(SamplesTest, AnInvertedTraceIsTheMirrorOfItsSignal) {
+  Bench bench;
+  for (const char* input : {"SIGNAL1", "SIGNAL2"}) bench.instrument.Turn(input, "sine 1000 2");
+  ASSERT_TRUE(
+      bench.Send(":CHANNEL1:OFFSET:0.00div;:CHANNEL2:OFFSET:0.00div;"
+                 ":CHANNEL2:INVERT:ON;:TRIGGER:Source:CH1"));
+  const auto plain = bench.Read(":DATA:CHANNEL1");
+  const auto inverted = bench.Read(":DATA:CHANNEL2");
+  ASSERT_EQ(plain.size(), inverted.size());
+  for (std::size_t i = 0; i < plain.size(); ++i) ASSERT_NEAR(plain[i] + inverted[i], 250, 4) << i;
+}
+
 TEST(SamplesTest, APictureStandsStillWhereTheTriggerFindsItsSignal) {
   constexpr int kAny = 255;
   // Signal and commands, and how many rows a sample moves between two readings, at least and at

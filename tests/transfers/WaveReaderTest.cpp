@@ -53,6 +53,64 @@ TEST(WaveReader, EachSampleOfABlockStandsWhereTheTransportPutsIt) {
   }
 }
 
+// Channel asked for, SCAN, ACQUISITION, the blocks, and which of them stands in CH1Data, CH1Min,
+// CH2Data and CH2Min.
+constexpr const char* kModes = R"(
+CH1 | OFF | NORMAL | :DATA:CHANNEL1 | 1 0 0 0
+CH2 | OFF | AVERAGE | :DATA:CHANNEL2 | 0 0 1 0
+CH1CH2 | OFF | - | :DATA:CHANNEL1 :DATA:CHANNEL2 | 1 0 2 0
+CH1 | ON | - | :DATA:CHANNEL1 | 1 0 0 0
+CH2 | ON | - | :DATA:CHANNEL2 | 0 0 1 0
+CH1CH2 | ON | - | :DATA:CHANNEL1 :DATA:CHANNEL2 | 1 0 2 0
+CH1 | OFF | ENVELOPE | :DATA:EnvelopeMax:CH1 :DATA:EnvelopeMin:CH1 | 1 2 0 0
+CH2 | OFF | ENVELOPE | :DATA:EnvelopeMax:CH2 :DATA:EnvelopeMin:CH2 | 0 0 1 2
+CH1CH2 | OFF | ENVELOPE | :DATA:EnvelopeMax:CH1 :DATA:EnvelopeMin:CH1 :DATA:EnvelopeMax:CH2 )"
+                               R"(:DATA:EnvelopeMin:CH2 | 1 2 3 4
+)";
+
+TEST(WaveReader, EachModeReadsItsBlocksIntoTheirArrays) {
+  for (const auto& row : Rows(kModes)) {
+    SCOPED_TRACE(row[0] + " " + row[1] + " " + row[2]);
+    const bool scan = row[1] == "ON";
+    ReaderBench bench(kLinkRS232, ":DATA:WinMemSize:? | 1 || :TimeBase:FORMAT:? | Y-T");
+    const auto& answer = [&](auto... exchange) { bench.script.Answer(exchange...); };
+    answer(":TimeBase:SCAN:?", row[1] + "\n");
+    if (!scan) answer(":ACQUIRE:ACQUISITION:?", row[2] + "\n");
+    if (scan) answer(":DATA:RollingStartPos:?", "12\n");
+    if (scan) answer(":DATA:RollingEraseWidth:?", "32768\n");
+    const char* digit = "BCDE";
+    for (const auto& block : Rows(std::regex_replace(row[3], std::regex(" "), "\n"))) {
+      answer(block[0], std::string("0x1") + *digit++ + " \n");
+    }
+    WaveRecord& record = bench.sheet.Waves[0];
+    record.Envelope = true;
+    record.RollingEraseWidth = 7;
+    bench.reader.ReadWaveform(row[0]);
+    EXPECT_EQ(bench.script.LeftOver(), 0u);
+    EXPECT_EQ(record.Channels, row[0] == "CH1" ? 1 : row[0] == "CH2" ? 2 : 3);
+    EXPECT_EQ(record.Envelope, scan || row[2] == "ENVELOPE") << "a rolling record keeps it";
+    EXPECT_EQ(record.RollingStartPos, scan ? 12 : 0);
+    EXPECT_EQ(record.RollingEraseWidth, 7) << "no more than 16 bits are taken";
+    std::string stands;
+    for (const auto& samples : {record.CH1Data, record.CH1Min, record.CH2Data, record.CH2Min}) {
+      stands += std::to_string(samples[1]) + " ";
+    }
+    EXPECT_EQ(stands, row[4] + " ");
+  }
+}
+
+TEST(WaveReader, SamplesBehindTheLastPlaceAreDropped) {
+  ReaderBench bench(kLinkGpib, ":DATA:WinMemSize:? | 20000");
+  std::string block;
+  for (int i = 0; i < 17005; ++i) block += i < 17000 ? "0x1B " : "0x1C ";
+  bench.script.Answer(":DATA:CHANNEL1", block + "\n");
+  bench.reader.ReadWaveform("CH1");
+  const WaveRecord& record = bench.sheet.Waves[0];
+  EXPECT_EQ(record.Count, 20000);
+  EXPECT_EQ(record.CH1Data[16999], 1);
+  EXPECT_EQ(record.CH1Data[17000], 2) << "over GPIB the first stands at 0";
+}
+
 TEST(WaveReader, AChannelTableKeepsTokensAndTitle) {
   ReaderBench bench(kLinkGpib, R"(
 :DATA:WinMemSize:? | 2 || :CHANNEL2:RANGE:? | 2.00V || :CHANNEL2:OFFSET:? | 1.50div
