@@ -68,9 +68,9 @@ const Instrument::Command* Instrument::FindCommand(std::string_view text) {
       {":KEY:LOCK:DISABLE", &Instrument::DisableKeys},
       {":KEY:ACQUIRE", &Instrument::DoNothing},
       {":KEY:AUTO", &Instrument::AutoSet},
-      {":KEY:CH_OFF", &Instrument::DoNothing},
-      {":KEY:CH1", &Instrument::DoNothing},
-      {":KEY:CH2", &Instrument::DoNothing},
+      {":KEY:CH_OFF", &Instrument::SwitchChannelOff},
+      {":KEY:CH1", &Instrument::SelectChannel1},
+      {":KEY:CH2", &Instrument::SelectChannel2},
       {":KEY:CURSOR", &Instrument::DoNothing},
       {":KEY:DISPLAY", &Instrument::DoNothing},
       {":KEY:F1", &Instrument::DoNothing},
@@ -78,10 +78,6 @@ const Instrument::Command* Instrument::FindCommand(std::string_view text) {
       {":KEY:F3", &Instrument::DoNothing},
       {":KEY:F4", &Instrument::DoNothing},
       {":KEY:F5", &Instrument::DoNothing},
-      {":KEY:H_SCALE_DEC", &Instrument::DoNothing},
-      {":KEY:H_SCALE_INC", &Instrument::DoNothing},
-      {":KEY:H_POS_DEC", &Instrument::DoNothing},
-      {":KEY:H_POS_INC", &Instrument::DoNothing},
       {":KEY:Math", &Instrument::DoNothing},
       {":KEY:MEASURE", &Instrument::DoNothing},
       {":KEY:PROMPT_V", &Instrument::DoNothing},
@@ -92,14 +88,8 @@ const Instrument::Command* Instrument::FindCommand(std::string_view text) {
       {":KEY:MNU_TIME", &Instrument::DoNothing},
       {":KEY:TRIG%50", &Instrument::SetLevelToMiddle},
       {":KEY:FORCE", &Instrument::ForceTrigger},
-      {":KEY:TRIG_LVL_DEC", &Instrument::DoNothing},
-      {":KEY:TRIG_LVL_INC", &Instrument::DoNothing},
       {":KEY:MNU_TRIG", &Instrument::DoNothing},
       {":KEY:UTILITY", &Instrument::DoNothing},
-      {":KEY:V_SCALE_DEC", &Instrument::DoNothing},
-      {":KEY:V_SCALE_INC", &Instrument::DoNothing},
-      {":KEY:V_POS_DEC", &Instrument::DoNothing},
-      {":KEY:V_POS_INC", &Instrument::DoNothing},
   };
   const auto found = std::find_if(std::begin(kCommands), std::end(kCommands),
                                   [&](const Command& c) { return c.text == text; });
@@ -129,7 +119,7 @@ std::optional<std::string> Instrument::Execute(std::string_view command) {
 bool Instrument::Do(std::string_view command) {
   const Command* known = FindCommand(command);
   if (known) (this->*known->action)();
-  return known != nullptr;
+  return known != nullptr || TurnKnob(command);
 }
 
 std::optional<std::string> Instrument::AnswerQuery(std::string_view path) {

@@ -91,6 +91,13 @@ class Instrument {
   void DisableKeys() { keysEnabled_ = false; }
   void CopyScreen();
   void DoNothing() {}
+  void SelectChannel1() { SelectChannel(Channel::k1); }
+  void SelectChannel2() { SelectChannel(Channel::k2); }
+  void SelectChannel(Channel channel);
+  void SwitchChannelOff();
+  // The keys that step a setting up or down; false for any other command.
+  bool TurnKnob(std::string_view command);
+  void Step(Setting setting, int steps);
 
   void Start();
   void Acquire();
@@ -110,6 +117,7 @@ class Instrument {
   bool running_ = true;
   bool menuShown_ = true;
   bool keysEnabled_ = true;
+  Channel selected_ = Channel::k1;  // by its key; the vertical keys are for this one
   int unknownCount_ = 0;
   std::vector<std::string> unknown_;
   std::vector<std::uint8_t> screenMemory_;
