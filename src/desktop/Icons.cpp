@@ -15,6 +15,7 @@ namespace oriolemark {
 namespace {
 
 constexpr double kDisabledOpacity = 0.4;
+constexpr int kLitAlpha = 45;
 constexpr double kInk = 0.85;  // of the text's colour; the rest is the ground's
 
 QByteArray ReadDrawing(const QString& name) {
@@ -59,6 +60,14 @@ QPixmap Faded(const QPixmap& picture) {
   return faded;
 }
 
+// Lighter, as under the mouse.
+QPixmap Lit(QPixmap picture) {
+  QPainter painter(&picture);
+  painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
+  painter.fillRect(picture.rect(), QColor(255, 255, 255, kLitAlpha));
+  return picture;
+}
+
 // Draws from the palette of the moment, so that a change of theme shows at the next paint.
 class DrawingEngine : public QIconEngine {
  public:
@@ -84,6 +93,7 @@ class DrawingEngine : public QIconEngine {
     if (QPixmapCache::find(key, &picture)) return picture;
     picture = Render(drawings_[face], size, ink);
     if (mode == QIcon::Disabled) picture = Faded(picture);
+    if (mode == QIcon::Active) picture = Lit(picture);
     QPixmapCache::insert(key, picture);
     return picture;
   }
