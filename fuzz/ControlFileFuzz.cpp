@@ -1,0 +1,33 @@
+// A control file of any bytes: read without harm, and what was read is written and read back alike.
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "controller/records/ControlFile.h"
+#include "platform/Files.h"
+#include "support/RecordingPrompts.h"
+
+using namespace oriolemark;
+
+namespace {
+
+constexpr std::size_t kLimit = std::size_t{1} << 20;
+const std::string kPath = "/tmp/fuzz" + std::to_string(getpid()) + ".cfx";
+
+// What the file holds after it was read over these settings and written again.
+std::string Rewrite(CtrlSettings settings) {
+  VirtualClock clock;
+  RecordingPrompts prompts(clock);
+  ReadControlFile(kPath, settings, prompts);
+  WriteControlFile(kPath, settings, prompts);
+  return ReadFile(kPath, kLimit).bytes;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+  WriteFile(kPath, {reinterpret_cast<const char*>(data), std::min(size, kLimit / 2)});
+  const std::string written = Rewrite({});
+  if (Rewrite({.RunStop = "", .Grid = ""}) != written) std::abort();
+  return 0;
+}
