@@ -41,24 +41,24 @@ struct CtrlDialog::Row {
 
 // The order of storing, sending, asking and repairing shows on the wire and differs on purpose.
 const CtrlDialog::Row* CtrlDialog::RowOf(Field field) {
-  using enum Step;
+  using D = CtrlDialog;
   static const Row kRows[] = {
-      {{Store, Repair, SendRunState}, {&S::RunStop}},
-      {{Store, Repair, Send, SendRangeIfOn}, {&S::CH1Display, &S::CH2Display}},
-      {{Store, Repair, Send, ReadRange}, {&S::CH1Probe, &S::CH2Probe}},
-      {{Store, Repair, Send},
+      {{&D::Store, &D::Repair, &D::SendRunState}, {&S::RunStop}},
+      {{&D::Store, &D::Repair, &D::Send, &D::SendRangeIfOn}, {&S::CH1Display, &S::CH2Display}},
+      {{&D::Store, &D::Repair, &D::Send, &D::ReadRange}, {&S::CH1Probe, &S::CH2Probe}},
+      {{&D::Store, &D::Repair, &D::Send},
        {&S::CH1VoltDiv,    &S::CH1Offset, &S::CH1Coupling, &S::CH1BWLimit,    &S::CH1Invert,
         &S::CH2VoltDiv,    &S::CH2Offset, &S::CH2Coupling, &S::CH2BWLimit,    &S::CH2Invert,
         &S::TrigSource,    &S::TrigMode,  &S::TrigLevel,   &S::TrigCoupling,  &S::TrigSlope,
         &S::VideoPolarity, &S::VideoSync, &S::LineNumber,  &S::VideoStandard, &S::PulseMode}},
-      {{Send, Ask, Repair, ReadTimeBase, ReadType}, {&S::TimeDiv}},
-      {{TakeTime, Send, ReadTimeBase}, {&S::Holdoff}},
-      {{TakeDelay, Send, ReadTimeBase}, {&S::TimeDelay}},
-      {{Send, Ask, Repair, ReadTimeBase}, {&S::TimeFormat}},
-      {{Send, Store, ReadTrigger, Rebuild, Repair}, {&S::TrigMethod}},
-      {{TakeTime, Send, Ask, Repair}, {&S::PulseWidth}},
-      {{Send, Ask, Repair}, {&S::SamplingMode, &S::DisplayType}},
-      {{Send, Store, Repair},
+      {{&D::Send, &D::Ask, &D::Repair, &D::GetTimeBaseParameter, &D::ReadType}, {&S::TimeDiv}},
+      {{&D::TakeTime, &D::Send, &D::GetTimeBaseParameter}, {&S::Holdoff}},
+      {{&D::TakeDelay, &D::Send, &D::GetTimeBaseParameter}, {&S::TimeDelay}},
+      {{&D::Send, &D::Ask, &D::Repair, &D::GetTimeBaseParameter}, {&S::TimeFormat}},
+      {{&D::Send, &D::Store, &D::GetTriggerMethod, &D::Rebuild, &D::Repair}, {&S::TrigMethod}},
+      {{&D::TakeTime, &D::Send, &D::Ask, &D::Repair}, {&S::PulseWidth}},
+      {{&D::Send, &D::Ask, &D::Repair}, {&S::SamplingMode, &S::DisplayType}},
+      {{&D::Send, &D::Store, &D::Repair},
        {&S::Acquisition, &S::Averages, &S::Intensity, &S::AntiAliasing, &S::Persist, &S::Grid}},
   };
   for (const Row& row : kRows) {
@@ -98,103 +98,91 @@ void CtrlDialog::cmdOK_Click() {
   const Parameter* parameter = FindParameterByKey(CtrlDialogKey);
   const Row* row = parameter != nullptr ? RowOf(parameter->field) : nullptr;
   if (row != nullptr) {
-    std::string text = parameter->kind == ValueKind::Time ? inputTxt.Text() : Combo.Text();
-    for (const Step step : row->steps) {
-      if (!Apply(step, *parameter, text)) return;
-    }
+    const bool time = parameter->kind == ValueKind::Time;
+    if (time && !IsNumber()) return;
+    Edit edit{*parameter, time ? inputTxt.Text() : Combo.Text()};
+    for (const Step step : row->steps) (this->*step)(edit);
   }
   context_.document.CtrlChanged = true;
   Unload();
 }
 
-bool CtrlDialog::Apply(Step step, const Parameter& parameter, std::string& text) {
-  CtrlSettings& settings = context_.settings;
-  std::string& field = settings.*parameter.field;
-  TX5000Cmd& scope = context_.scope;
-  switch (step) {
-    case Step::TakeTime:
-      if (!IsNumber()) return false;
-      text = ConvertTimeToUnitStr(LeadingNumber(text));
-      break;
-    case Step::TakeDelay:
-      if (!IsNumber()) return false;
-      text = ConvertTrigOffsetToStr(LeadingNumber(text), [&scope](std::string_view command) {
-        return scope.AskScope(command);
-      });
-      break;
-    case Step::Store:
-      field = text;
-      break;
-    case Step::Repair:
-      context_.nodes.Repair(parameter.field);
-      break;
-    case Step::Send:
-      scope.SendToScope(parameter.Setting(text));
-      break;
-    case Step::Ask:
-      Ask(parameter.field);
-      break;
-    case Step::SendRunState:
-      SendRunState(text);
-      break;
-    case Step::SendRangeIfOn: {
-      const Field range = VoltDivOf(parameter.group);
-      if (field == DropFirstChar(kOn)) {
-        scope.SendToScope(ParameterOf(range).Setting(settings.*range));
-      }
-      break;
-    }
-    case Step::ReadRange:
-      context_.waiting.Sleep(kProbePause);
-      AskAndRepair(VoltDivOf(parameter.group));
-      break;
-    case Step::ReadTimeBase:
-      GetTimeBaseParameter();
-      break;
-    case Step::ReadType:
-      AskAndRepair(&S::DisplayType);
-      break;
-    case Step::ReadTrigger:
-      GetTriggerMethod();
-      break;
-    case Step::Rebuild:
-      context_.nodes.SaveTreeExpansion();
-      context_.nodes.BuildCtrlTree();
-      context_.nodes.RestoreTreeExpansion();
-      break;
-  }
-  return true;
+void CtrlDialog::TakeTime(Edit& edit) {
+  edit.text = ConvertTimeToUnitStr(LeadingNumber(edit.text));
 }
 
-void CtrlDialog::Ask(Field field) {
+void CtrlDialog::TakeDelay(Edit& edit) {
+  edit.text = ConvertTrigOffsetToStr(LeadingNumber(edit.text), [this](std::string_view command) {
+    return context_.scope.AskScope(command);
+  });
+}
+
+void CtrlDialog::Store(Edit& edit) {
+  context_.settings.*edit.parameter.field = edit.text;
+}
+
+void CtrlDialog::Repair(Edit& edit) {
+  context_.nodes.Repair(edit.parameter.field);
+}
+
+void CtrlDialog::Send(Edit& edit) {
+  context_.scope.SendToScope(edit.parameter.Setting(edit.text));
+}
+
+void CtrlDialog::Ask(Edit& edit) {
+  AskFor(edit.parameter.field);
+}
+
+void CtrlDialog::SendRangeIfOn(Edit& edit) {
+  if (context_.settings.*edit.parameter.field != DropFirstChar(kOn)) return;
+  const Field range = VoltDivOf(edit.parameter.group);
+  context_.scope.SendToScope(ParameterOf(range).Setting(context_.settings.*range));
+}
+
+void CtrlDialog::ReadRange(Edit& edit) {
+  context_.waiting.Sleep(kProbePause);
+  AskAndRepair(VoltDivOf(edit.parameter.group));
+}
+
+// While single shots are armed, running again is a key press.
+void CtrlDialog::SendRunState(Edit& edit) {
+  const CtrlSettings& settings = context_.settings;
+  const bool keyPress =
+      settings.TrigMode == DropFirstChar(kSingle) && settings.RunStop == DropFirstChar(kRun);
+  const std::string command = edit.parameter.Setting(edit.text);
+  context_.scope.SendToScope(keyPress ? std::string(kKey) + kRun : command);
+}
+
+void CtrlDialog::GetTimeBaseParameter(Edit&) {
+  for (const Field field : {&S::TimeDelay, &S::Holdoff, &S::MemorySize}) AskAndRepair(field);
+}
+
+void CtrlDialog::ReadType(Edit&) {
+  AskAndRepair(&S::DisplayType);
+}
+
+void CtrlDialog::GetTriggerMethod(Edit&) {
+  const TriggerShape shape = ShapeOf(context_.settings.TrigMethod);
+  for (const MethodRow& row : kMethodRows) {
+    if (row.shape != shape) continue;
+    for (const Field field : row.settings) AskFor(field);
+  }
+}
+
+void CtrlDialog::Rebuild(Edit&) {
+  context_.nodes.SaveTreeExpansion();
+  context_.nodes.BuildCtrlTree();
+  context_.nodes.RestoreTreeExpansion();
+}
+
+void CtrlDialog::AskFor(Field field) {
   const Parameter& parameter = ParameterOf(field);
   context_.settings.*field = parameter.FromReply(context_.scope.AskScope(parameter.Question()));
 }
 
 void CtrlDialog::AskAndRepair(Field field) {
-  Ask(field);
+  AskFor(field);
   context_.nodes.Repair(field);
-}
-
-// While single shots are armed, running again is a key press.
-void CtrlDialog::SendRunState(const std::string& text) {
-  const CtrlSettings& settings = context_.settings;
-  const bool keyPress =
-      settings.TrigMode == DropFirstChar(kSingle) && settings.RunStop == DropFirstChar(kRun);
-  const std::string command = ParameterOf(&S::RunStop).Setting(text);
-  context_.scope.SendToScope(keyPress ? std::string(kKey) + kRun : command);
-}
-
-void CtrlDialog::GetTriggerMethod() {
-  const TriggerShape shape = ShapeOf(context_.settings.TrigMethod);
-  for (const MethodRow& row : kMethodRows) {
-    if (row.shape != shape) continue;
-    for (const Field field : row.settings) Ask(field);
-  }
-}
-
-void CtrlDialog::GetTimeBaseParameter() {
-  for (const Field field : {&S::TimeDelay, &S::Holdoff, &S::MemorySize}) AskAndRepair(field);
 }
 
 }  // namespace oriolemark

@@ -48,35 +48,36 @@ class CtrlDialog : public Form {
   void UseLayout(Layout layout);
 
  private:
-  // What a confirmed edit does, in the order of its setting's row.
-  enum class Step {
-    TakeTime,       // the number as a time; one that is none ends the edit with the dialog open
-    TakeDelay,      // the same, limited to what the time base allows
-    Store,          // the text into the field
-    Repair,         // the field onto its node
-    Send,           // the text to the instrument
-    Ask,            // the instrument's answer into the field
-    SendRunState,   // the run state, as a key press where single shots are armed
-    SendRangeIfOn,  // the channel's range again, once it is on
-    ReadRange,      // after a pause, the channel's range under its new probe
-    ReadTimeBase,
-    ReadType,
-    ReadTrigger,
-    Rebuild
+  // An edit that was confirmed: its setting, and the text that goes out.
+  struct Edit {
+    const Parameter& parameter;
+    std::string text;
   };
+  using Step = void (CtrlDialog::*)(Edit& edit);
   struct Row;
 
   static const Row* RowOf(Field field);
   void cmdEnter_Click(std::size_t index);
   void cmdOK_Click();
-  // False ends the edit.
-  bool Apply(Step step, const Parameter& parameter, std::string& text);
   bool IsNumber();
-  void Ask(Field field);
+
+  // What edits are made of.
+  void TakeTime(Edit& edit);       // the number as a time
+  void TakeDelay(Edit& edit);      // the same, limited to what the time base allows
+  void Store(Edit& edit);          // the text into the field
+  void Repair(Edit& edit);         // the field onto its node
+  void Send(Edit& edit);           // the text to the instrument
+  void Ask(Edit& edit);            // the instrument's answer into the field
+  void SendRunState(Edit& edit);   // as a key press where single shots are armed
+  void SendRangeIfOn(Edit& edit);  // the channel's range again, once it is on
+  void ReadRange(Edit& edit);      // after a pause, the channel's range under its new probe
+  void GetTimeBaseParameter(Edit& edit);
+  void ReadType(Edit& edit);
+  void GetTriggerMethod(Edit& edit);
+  void Rebuild(Edit& edit);
+
+  void AskFor(Field field);
   void AskAndRepair(Field field);
-  void SendRunState(const std::string& text);
-  void GetTriggerMethod();
-  void GetTimeBaseParameter();
 
   CtrlDialogContext context_;
 };
