@@ -13,6 +13,8 @@ struct Choice {
   std::string_view text;
   Value value;
 };
+template <typename Value>
+Choice(const char*, Value) -> Choice<Value>;
 
 constexpr std::array kParities = {
     Choice{"n", QSerialPort::NoParity},    Choice{"N", QSerialPort::NoParity},

@@ -89,6 +89,10 @@ void DrawOSC(const WaveSurface& surface, const WaveRecord& record) {
   for (const Channel& channel : kChannels) {
     if (ShowsChannel(record, channel.number)) DrawChannel(surface, record, channel);
   }
+  if (record.FFTOn) {
+    surface.canvas.SetColor(surface.colors.spectrum);
+    DrawFFT(surface, record.FFTData, record.FFTCount);
+  }
   DrawTimeStatus(surface, record.TimeRange, record.TriggerDelay);
 }
 
@@ -100,6 +104,10 @@ void DrawTrace(const WaveSurface& surface, const SampleArray& samples, int count
   Point* next = std::copy(first.begin(), first.end(), points.data());
   for (int k = 0; k < steps; ++k) *next++ = walk.At(k);
   surface.canvas.Polyline(points);
+}
+
+void DrawFFT(const WaveSurface& surface, const SampleArray& rows, int count) {
+  DrawTrace(surface, rows, count);
 }
 
 void DrawScanTrace(const WaveSurface& surface, const SampleArray& samples, int count, int start,

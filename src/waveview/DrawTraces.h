@@ -15,6 +15,8 @@ void DrawOSC(const WaveSurface& surface, const WaveRecord& record);
 // limit: the walk ends at the right edge or at the end of the array. A count of 0 or less draws
 // the first segment alone.
 void DrawTrace(const WaveSurface& surface, const SampleArray& samples, int count);
+// The spectrum takes the same walk.
+void DrawFFT(const WaveSurface& surface, const SampleArray& rows, int count);
 // Rolling display: what lies between `start` and `start` + `width` grid units, both included, is
 // blank.
 void DrawScanTrace(const WaveSurface& surface, const SampleArray& samples, int count, int start,

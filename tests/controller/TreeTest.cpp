@@ -78,8 +78,7 @@ TEST(CtrlTree, TriggerGroupFollowsTheMethodAndTrig50WritesItsFixedPlace) {
 
 TEST(TreeView, ATreeBuiltAnewIsEnteredWhereItWasLeft) {
   TreeView tree;
-  TreeNode group = kNoNode;
-  TreeNode row = kNoNode;
+  TreeNode group = kNoNode, row = kNoNode;
   const auto build = [&](const std::string& value, bool expanded, const std::string& label) {
     tree.Clear();
     const TreeNode root = tree.Add(kNoNode, "TX5000", 1);

@@ -5,10 +5,7 @@
 #include <cmath>
 #include <ranges>
 #include <sstream>
-#include <string>
-#include <string_view>
 #include <tuple>
-#include <vector>
 
 #include "simulator/SerialSide.h"
 #include "support/Tables.h"

@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <string>
 #include <tuple>
-#include <vector>
 
 #include "support/RecordingCanvas.h"
 #include "support/Tables.h"
@@ -180,6 +178,18 @@ TEST(DrawOSC, XYHasDotsAndItsOwnTextsOnly) {
   EXPECT_EQ(canvas.calls,
             (Calls{"pixel 274,25 00FF00", "pixel 264,45 00FF00", "text 135,10 00FF00 bold X-Y Mode",
                    "text 25,229 FFFF00 bold CH1 1.00V", "text 100,229 00FFFF bold CH2 2mV"}));
+}
+
+TEST(DrawOSC, TheSpectrumIsGreenOnAnyGroundAndBelongsToTime) {
+  WaveRecord record = Record();
+  record.FFTOn = true;
+  record.FFTData.Store(2, 255);
+  for (const bool isYT : {true, false}) {
+    record.IsYT = isYT;
+    RecordingCanvas canvas;
+    DrawOSC(On(canvas, 1.0, false), record);
+    EXPECT_EQ(canvas.CallsOf("line 25,25 26,280 "), Calls(isYT, "00FF00"));
+  }
 }
 
 TEST(DrawOSC, BlackOnWhiteIsBlackThroughout) {

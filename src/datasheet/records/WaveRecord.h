@@ -57,6 +57,12 @@ struct WaveRecord {
   bool ColorOn = false;
   bool GridOn = false;
   bool BestFitOn = false;
+  // The spectrum trace, run-time only. Shown until the record goes once there is one.
+  bool FFTOn = false;
+  std::string FFTWindow;  // name of the window function
+  SampleArray FFTData;    // rows at indexes 0 to FFTCount - 1, of which 0 is never shown
+  bool FFTFull = false;   // over the whole screen; the drawing does not read it
+  std::int32_t FFTCount = 0;
   oriolemark::TreeNode TreeNode = kNoNode;
 };
 
