@@ -153,7 +153,8 @@ RollingGap GapOf(const Settings& settings, const Record& record) {
   if (!settings.Is(Setting::kScan, "ON")) return {};
   const double passes = record.clock / ScreenSeconds(settings);
   const double start = (passes - std::floor(passes)) * kGridUnits;
-  return {static_cast<int>(start + 1e-6), kGapUnits};  // a whole unit may lie a hair below itself
+  // A whole unit may lie a hair below itself.
+  return {static_cast<int>(start + 1e-6) % kGridUnits, kGapUnits};
 }
 
 }  // namespace tx5000

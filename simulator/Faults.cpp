@@ -73,6 +73,8 @@ void PartUnit(Reply& reply, milliseconds) {
   if (!IsBlock(reply) && digit != std::string::npos) reply.bytes.insert(digit + 1, 1, ' ');
 }
 
+constexpr std::size_t kMostDoubled = std::size_t{1} << 20;
+
 constexpr FaultRow kTable[] = {
     {"silence", "no reply at all", [](Reply& r, milliseconds) { r.bytes.clear(); }},
     {"delay", "the reply comes late: by the number that follows, in ms (500)",
@@ -82,7 +84,11 @@ constexpr FaultRow kTable[] = {
        KeepHalf(r);
        r.bytes += '\n';
      }},
-    {"double", "the line comes twice", [](Reply& r, milliseconds) { r.bytes += r.bytes; }},
+    {"double", "the line comes twice",
+     [](Reply& r, milliseconds) {
+       // Ordered again and again, it grows no further than this.
+       if (r.bytes.size() < kMostDoubled) r.bytes += r.bytes;
+     }},
     {"garbage", "a line of the same length with other characters", Garble},
     {"no-lf", "the line end is missing", [](Reply& r, milliseconds) { std::erase(r.bytes, '\n'); }},
     {"die", "the line dies in the middle of the reply and stays dead until \"clear\"",

@@ -63,8 +63,9 @@ enum class Turner { kWire, kHand };
 // The most samples that one trace can have.
 inline constexpr int kMaximumSamples = 17000;
 
-// The instrument's settings as texts in its own form. Each text is at all times one that the
-// setting accepts, so that it can be read as a quantity without a further check.
+// The instrument's settings as texts in its own form. Each text can be read as a quantity at all
+// times without a further check. It is one that the setting accepts now; mains alone stays the
+// trigger's source when the method leaves the edges, which it belongs to.
 class Settings {
  public:
   Settings();

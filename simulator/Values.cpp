@@ -16,14 +16,16 @@ constexpr std::array<Unit, 4> kTimeUnits{{{"ns", 1e9}, {"us", 1e6}, {"ms", 1e3},
 
 bool IsPlainDecimal(std::string_view text) {
   if (text.starts_with('-')) text.remove_prefix(1);
+  const bool zeroTooMany = text.size() > 1 && text[0] == '0' && text[1] != '.';
   const bool digitsOnly = std::all_of(text.begin(), text.end(),
                                       [](char c) { return (c >= '0' && c <= '9') || c == '.'; });
-  return digitsOnly && !text.empty() && text.front() != '.' && text.back() != '.' &&
+  return digitsOnly && !zeroTooMany && !text.empty() && text.front() != '.' && text.back() != '.' &&
          std::count(text.begin(), text.end(), '.') <= 1;
 }
 
 std::optional<double> ParsePlainDecimal(std::string_view text) {
-  return IsPlainDecimal(text) ? ParseNumber(text) : std::nullopt;
+  const auto number = IsPlainDecimal(text) ? ParseNumber(text) : std::nullopt;
+  return number == 0 && text.starts_with('-') ? std::nullopt : number;
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ std::span<const Console::Row> Console::Rows() {
       {"fault", "NAME ...", "misbehaves, see below", &Console::AddFault},
       {"clear", "", "behaves again", &Console::ClearFaults},
       {"unplug", "", "the port goes away", &Console::Unplug},
-      {"plug", "", "and comes back, under a new name unless it has a link", &Console::PlugIn},
+      {"plug", "", "and comes back, under another name unless it has a link", &Console::PlugIn},
       {"count", "", "how many commands were not understood", &Console::CountUnknown},
       {"unknown", "", "lists the first hundred of them", &Console::ListUnknown},
       {"help", "", "shows these lines", &Console::ShowHelp},

@@ -53,9 +53,10 @@ bool Wire::Connect(const std::string& path) {
   address.sun_family = AF_UNIX;
   if (path.size() >= sizeof address.sun_path) return false;
   path.copy(address.sun_path, path.size());
-  descriptor_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  descriptor_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
   path_ = path;
   const auto* where = reinterpret_cast<const sockaddr*>(&address);
+  // Never waits: a simulator that has been stopped takes no more callers at some time.
   if (descriptor_ >= 0 && connect(descriptor_, where, sizeof address) == 0) return true;
   Close();
   return false;
@@ -72,7 +73,7 @@ Wire::Answer Wire::Ask(protocol::Kind kind, std::string_view arguments, millisec
   Answer answer;
   std::string head;
   std::string body;
-  if (Send(protocol::PackMessage(kind, arguments))) {
+  if (Send(protocol::PackMessage(kind, arguments), deadline)) {
     answer.delivery = Receive(head, protocol::kLengthSize, deadline);
   }
   if (answer.delivery == Delivery::kAnswered) {
@@ -89,11 +90,22 @@ Wire::Answer Wire::Ask(protocol::Kind kind, std::string_view arguments, millisec
   return answer;
 }
 
-bool Wire::Send(std::string_view bytes) {
+bool Wire::Await(short events, steady_clock::time_point deadline) const {
+  for (;;) {
+    const auto left = std::chrono::ceil<milliseconds>(deadline - steady_clock::now()).count();
+    pollfd state{descriptor_, events, 0};
+    const int ready = poll(&state, 1, static_cast<int>(std::clamp<long>(left, 0, 3600000)));
+    if (ready > 0) return true;
+    if (ready == 0 && left <= 0) return false;
+  }
+}
+
+bool Wire::Send(std::string_view bytes, steady_clock::time_point deadline) {
   while (!bytes.empty()) {
     const ssize_t count = send(descriptor_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-    if (count < 0 && errno != EINTR) return false;
     if (count > 0) bytes.remove_prefix(static_cast<std::size_t>(count));
+    if (count >= 0 || errno == EINTR) continue;
+    if (errno != EAGAIN || !Await(POLLOUT, deadline)) return false;
   }
   return true;
 }
@@ -102,11 +114,7 @@ Wire::Delivery Wire::Receive(std::string& bytes, std::size_t count,
                              steady_clock::time_point deadline) {
   std::array<char, 16384> buffer;
   while (bytes.size() < count) {
-    const auto left = std::chrono::ceil<milliseconds>(deadline - steady_clock::now()).count();
-    pollfd state{descriptor_, POLLIN, 0};
-    const int ready = poll(&state, 1, static_cast<int>(std::clamp<long>(left, 0, 3600000)));
-    if (ready == 0 && left <= 0) return Delivery::kLate;
-    if (ready <= 0) continue;
+    if (!Await(POLLIN, deadline)) return Delivery::kLate;
     const auto wanted = std::min(buffer.size(), count - bytes.size());
     const ssize_t got = recv(descriptor_, buffer.data(), wanted, 0);
     if (got == 0 || (got < 0 && errno != EINTR)) return Delivery::kLost;

@@ -40,7 +40,9 @@ class Wire {
   bool IsAlive() const;
   bool Connect(const std::string& path);
   void Close();
-  bool Send(std::string_view bytes);
+  // False when the time is over.
+  bool Await(short events, std::chrono::steady_clock::time_point deadline) const;
+  bool Send(std::string_view bytes, std::chrono::steady_clock::time_point deadline);
   Delivery Receive(std::string& bytes, std::size_t count,
                    std::chrono::steady_clock::time_point deadline);
 

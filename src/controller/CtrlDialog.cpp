@@ -89,18 +89,20 @@ bool CtrlDialog::IsNumber() {
 }
 
 void CtrlDialog::cmdEnter_Click(std::size_t index) {
-  if (!IsNumber()) return;
+  if (applying_ || !IsNumber()) return;
   inputTxt.SetText(NumberText(LeadingNumber(inputTxt.Text()) * kUnitFactors[index]));
   cmdOK_Click();
 }
 
 void CtrlDialog::cmdOK_Click() {
+  if (applying_) return;
   const Parameter* parameter = FindParameterByKey(CtrlDialogKey);
   const Row* row = parameter != nullptr ? RowOf(parameter->field) : nullptr;
   if (row != nullptr) {
     const bool time = parameter->kind == ValueKind::Time;
     if (time && !IsNumber()) return;
     Edit edit{*parameter, time ? inputTxt.Text() : Combo.Text()};
+    applying_ = true;
     for (const Step step : row->steps) (this->*step)(edit);
   }
   context_.document.CtrlChanged = true;

@@ -44,6 +44,8 @@ class CtrlDialog : public Form {
   // Names the setting that OK applies.
   std::string CtrlDialogKey;
 
+  void Form_Load() override { applying_ = false; }
+
   enum class Layout { List, Time };
   void UseLayout(Layout layout);
 
@@ -80,6 +82,7 @@ class CtrlDialog : public Form {
   void AskAndRepair(Field field);
 
   CtrlDialogContext context_;
+  bool applying_ = false;  // an edit runs and asks the instrument; a second click is none
 };
 
 }  // namespace oriolemark

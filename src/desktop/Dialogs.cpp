@@ -76,9 +76,18 @@ void FormDialog::reject() {
   form_.Unload();
 }
 
+void FormDialog::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  QWidget* first = nextInFocusChain();
+  const auto takesFocus = [this](const QWidget& widget) {
+    return (widget.focusPolicy() & Qt::TabFocus) != 0 && widget.isVisibleTo(this);
+  };
+  while (first != this && !takesFocus(*first)) first = first->nextInFocusChain();
+  first->setFocus();
+}
+
 void FormDialog::closeEvent(QCloseEvent* event) {
-  event->ignore();
-  form_.Unload();
+  event->setAccepted(form_.Unload());
 }
 
 void FormDialog::moveEvent(QMoveEvent*) {

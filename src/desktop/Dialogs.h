@@ -25,6 +25,8 @@ class FormDialog : public QDialog {
   void reject() override;
 
  protected:
+  // The window lives on between two openings: each begins at its first control.
+  void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void moveEvent(QMoveEvent* event) override;
 

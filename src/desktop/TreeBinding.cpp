@@ -56,9 +56,11 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
           [this](QTreeWidgetItem* item) { model_.SetExpanded(NodeOf(item), true); });
   connect(&widget, &QTreeWidget::itemCollapsed, this,
           [this](QTreeWidgetItem* item) { model_.SetExpanded(NodeOf(item), false); });
-  connect(&widget, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* item) {
-    shown_.clear();  // the widget's text is the user's now: built anew from the model's
-    model_.EndLabelEdit(ToWire(item->text(0)));
+  connect(&widget, &QTreeWidget::itemChanged, this, [this](const QTreeWidgetItem* item) {
+    // Served after the editor has gone: a handler may show a message, or build the tree anew.
+    QTimer::singleShot(0, this, [this, node = NodeOf(item), text = ToWire(item->text(0))] {
+      EndLabelEdit(node, text);
+    });
   });
   const QPointer<TreeBinding> guard(this);
   model.onChanged = [guard] {
@@ -152,6 +154,16 @@ void TreeBinding::AskForMenuByKey() {
   QTimer::singleShot(0, this, [this] { model_.MouseDown(kRightButton); });
 }
 
+// What was clicked to end the edit stays selected.
+void TreeBinding::EndLabelEdit(TreeNode node, const std::string& text) {
+  shown_.clear();  // the widget's text is the user's now: built anew from the model's
+  if (!model_.Exists(node)) return NoteChange();
+  const TreeNode selected = model_.Selected();
+  model_.Select(node);
+  model_.EndLabelEdit(text);
+  if (model_.Selected() == node) model_.Select(selected);
+}
+
 void TreeBinding::NoteChange() {
   if (pending_) return;
   pending_ = true;
@@ -196,6 +208,7 @@ void TreeBinding::Rebuild() {
   for (const Row& row : shown_) {
     parents.resize(static_cast<std::size_t>(row.depth) + 1);
     auto item = std::make_unique<QTreeWidgetItem>(QStringList{row.text});
+    item->setToolTip(0, row.text);
     item->setData(0, Qt::UserRole, row.node);
     const QStringList faces = pictures_.value(row.image - 1).split('/');
     item->setIcon(0, PictureNamed(faces.first(), faces.last()));
@@ -214,6 +227,7 @@ void TreeBinding::ShowTexts() {
   QTreeWidgetItemIterator at(&widget_);
   for (const Row& row : shown_) {
     if ((*at)->text(0) != row.text) (*at)->setText(0, row.text);
+    (*at)->setToolTip(0, row.text);
     ++at;
   }
 }

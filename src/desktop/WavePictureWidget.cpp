@@ -109,6 +109,8 @@ void WavePictureWidget::mousePressEvent(QMouseEvent* event) {
 }
 
 void WavePictureWidget::mouseMoveEvent(QMouseEvent* event) {
+  // A window that came up meanwhile has swallowed the release.
+  if (held_ && event->buttons() == Qt::NoButton) mouseReleaseEvent(event);
   if (!held_ && !OverPicture(event->position())) return;
   picture_.MouseMove(event->position().x() - picture_.Left(),
                      event->position().y() - picture_.Top());

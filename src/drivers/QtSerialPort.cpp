@@ -139,7 +139,7 @@ void QtSerialPort::Close() {
 
 std::string QtSerialPort::DeviceOf(int number) const {
   std::string path = devicePath_ ? devicePath_(number) : std::string();
-  if (!path.empty()) return path;
+  if (!path.empty()) return path.starts_with('/') ? path : "/dev/" + path;
   const auto listed = QSerialPortInfo::availablePorts();
   if (number < 1 || number > listed.size()) return {};
   return listed[number - 1].systemLocation().toStdString();

@@ -36,7 +36,8 @@ bool IsCutShort(const std::string& path) {
   if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0) return false;
   for (int i = 0; i < header.e_phnum; ++i) {
     ElfW(Phdr) part{};
-    file.seekg(static_cast<std::streamoff>(header.e_phoff) + i * header.e_phentsize);
+    file.seekg(static_cast<std::streamoff>(header.e_phoff) +
+               std::streamoff{i} * header.e_phentsize);
     if (!file.read(reinterpret_cast<char*>(&part), sizeof part)) return true;
     if (part.p_type != PT_LOAD) continue;
     if (part.p_offset > size || part.p_filesz > size - part.p_offset) return true;

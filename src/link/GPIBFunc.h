@@ -49,7 +49,7 @@ class GPIBFunc {
   Prompts& prompts_;
   // A program that is closing spends no second time-out on an instrument that has gone.
   bool sendFailed_ = false;
-  int device_ = 0;
+  int device_ = -1;  // none opened yet; 0 would be the board itself
 };
 
 }  // namespace oriolemark

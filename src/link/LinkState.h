@@ -18,7 +18,8 @@ struct LinkSettings {
   int UsbDevice = 0;  // not stored: each run starts with the first instrument
 };
 
-// The state of the link. Written by the link alone, but for CommBusy, which a transfer sets too.
+// The state of the link. Beside the link itself, the main window clears ScopeConnected at its load
+// and counts the ticks, and a transfer sets CommBusy and awaits blocks.
 struct LinkState {
   bool LinkOpened = false;      // the transport could be opened
   bool ScopeConnected = false;  // the instrument has passed the handshake

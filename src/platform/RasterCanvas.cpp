@@ -129,7 +129,10 @@ Rows RowsInColumn(std::int64_t across, std::int64_t down, std::int64_t k) {
 void RasterCanvas::SetSize(int width, int height) {
   width_ = std::max(0, width);
   height_ = std::max(0, height);
-  pixels_.resize(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_));
+  const std::size_t count = static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_);
+  // A picture that was once zoomed far in gives its room back.
+  if (count < pixels_.capacity() / 4) pixels_ = {};
+  pixels_.resize(count);
 }
 
 void RasterCanvas::Clear(Color background) {

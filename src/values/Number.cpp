@@ -76,7 +76,7 @@ bool IsHuge(std::string_view number) {
       std::from_chars(exponent.data() + digits, exponent.data() + exponent.size(), shift);
   if (read.ec == std::errc::result_out_of_range) return !small;
   const long long place = static_cast<long long>(point) - static_cast<long long>(leading);
-  return place + (small ? -shift : shift) > 0;
+  return small ? place > shift : place > -shift;
 }
 
 struct Value {

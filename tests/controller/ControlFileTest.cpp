@@ -123,6 +123,7 @@ TEST_F(ControlFile, OfBadBytesOnlyTheSignatureIsTold) {
       {"a blank behind", "\"Tavik Technologies TX5000 Controller \"" + good, nullptr},
       {"binary", std::string("\0\xFF\x1A\"\n", 5) + good, nullptr},
       {"LF alone", Filled(good, '\r', ""), &plain},
+      {"CR alone", Filled(good, '\n', ""), &plain},
       {"lines behind", good + "\"more\"\r\n", &plain},
       {"NUL and quotes", FileOf(strange), &strange}};
   for (const auto& [name, bytes, read] : rows) {

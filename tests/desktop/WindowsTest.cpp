@@ -4,6 +4,7 @@
 #include <QPalette>
 #include <QTest>
 #include <QToolButton>
+#include <QTreeWidget>
 #include <set>
 
 #include "desktop/Icons.h"
@@ -12,14 +13,17 @@
 namespace oriolemark {
 namespace {
 
-TEST_F(Windows, ClosingTheProgramUnderAModalDialogEndsIt) {
-  Run({[](MainModule& module) {
-         QTimer::singleShot(0, [&module] { module.main.mnuFileNew.Click(); });
-       },
-       [](MainModule& module) {
-         EXPECT_TRUE(module.newDoc.Visible());
-         EXPECT_NE(QApplication::activeModalWidget(), nullptr);
-       }});
+TEST_F(Windows, AModalDialogBeginsAtItsFirstControlAndGoesWithTheProgram) {
+  const auto open = [](MainModule& module) {
+    QTimer::singleShot(0, [&module] { module.main.mnuFileNew.Click(); });
+  };
+  const auto look = [](MainModule&) {
+    QWidget* dialog = QApplication::activeModalWidget();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->focusWidget(), Shown("NewOption0"));
+  };
+  Run({open, look, [](MainModule&) { QTest::mouseClick(Shown("cmdCancel"), Qt::LeftButton); }, open,
+       look});
 }
 
 TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
@@ -66,6 +70,23 @@ TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
          EXPECT_EQ(box->windowTitle(), "Oriolemark");
          QTest::keyClick(box, Qt::Key_Escape);
          EXPECT_FALSE(module.sheet.Waves[0].HasData);
+       }});
+}
+
+TEST_F(Windows, ARefusedRenameGivesTheRootItsNameBack) {
+  const auto tree = [] { return qobject_cast<QTreeWidget*>(Shown("DataSheetTree")); };
+  Run({[&](MainModule&) {
+         tree()->setFocus();
+         QTest::keyClick(tree(), Qt::Key_Home);
+         QTest::keyClick(tree(), Qt::Key_F2);
+       },
+       [](MainModule&) {
+         QTest::keyClicks(QApplication::focusWidget(), "XX");
+         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+       },
+       [&](MainModule&) {
+         EXPECT_EQ(tree()->topLevelItem(0)->text(0), "Data Sheet") << "behind the message already";
+         QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
        }});
 }
 

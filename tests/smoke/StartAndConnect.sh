@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Starts the program itself, as its users have it, with an instrument on its line: it has to connect
-# by itself and to go on running. usage: StartAndConnect.sh ORIOLEMARK TX5000SIM
+# by itself, and to end in order when it is told to. usage: StartAndConnect.sh ORIOLEMARK TX5000SIM
 set -euo pipefail
 
 folder="$(mktemp -d)"
@@ -29,4 +29,7 @@ until grep -q '< "TAVIK' "$folder/log"; do
 done
 # The instrument is known now, and the window comes up.
 sleep 2
-kill -0 "$program"
+kill -TERM "$program"
+wait "$program"
+tail -n 1 "$folder/log" | grep -q '> ":KEY:LOCK:ENABLE'
+grep -q 'MainWidth=6' "$folder/Oriolemark/Oriolemark.ini"

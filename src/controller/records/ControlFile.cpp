@@ -26,13 +26,13 @@ constexpr Field kFileOrder[] = {
     &S::Averages,      &S::AntiAliasing, &S::DisplayType,  &S::Persist,       &S::Grid,
 };
 
-// The next line without its end, LF or CR LF; nothing at the end of the text.
+// The next line without its end, CR, LF or both; nothing at the end of the text.
 std::optional<std::string_view> TakeLine(std::string_view& text) {
   if (text.empty()) return std::nullopt;
-  const std::size_t end = text.find('\n');
-  std::string_view line = text.substr(0, end);
-  text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-  if (line.ends_with('\r')) line.remove_suffix(1);
+  const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+  text.remove_prefix(line.size());
+  if (text.starts_with('\r')) text.remove_prefix(1);
+  if (text.starts_with('\n')) text.remove_prefix(1);
   return line;
 }
 

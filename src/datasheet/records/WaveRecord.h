@@ -13,8 +13,8 @@ namespace oriolemark {
 // sample of a block read over GPIB or USB, unconverted, and is never shown.
 inline constexpr int kLastSample = 17000;
 
-// Rows of the instrument's screen: 0 the top, 199 the bottom, 25 rows a division. A store or a read
-// outside 0 to 17000 is for the caller to skip.
+// Rows of the instrument's screen: 0 the top, 199 the bottom, 25 rows a division. A read outside 0
+// to 17000 is for the caller to skip.
 class SampleArray {
  public:
   SampleArray() : rows_(kLastSample + 1, 0) {}

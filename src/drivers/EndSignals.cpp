@@ -1,0 +1,37 @@
+#include "drivers/EndSignals.h"
+
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include <QSocketNotifier>
+#include <utility>
+
+namespace oriolemark {
+
+EndSignals::EndSignals() {
+  sigset_t ends;
+  sigemptyset(&ends);
+  for (const int signal : {SIGHUP, SIGINT, SIGTERM}) sigaddset(&ends, signal);
+  descriptor_ = ::signalfd(-1, &ends, SFD_CLOEXEC | SFD_NONBLOCK);
+  // Without a descriptor they go on ending the process.
+  pthread_sigmask(SIG_BLOCK, descriptor_ >= 0 ? &ends : nullptr, &before_);
+}
+
+EndSignals::~EndSignals() {
+  notifier_.reset();
+  if (descriptor_ >= 0) ::close(descriptor_);
+  pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+}
+
+void EndSignals::Watch(std::function<void()> onEnd) {
+  if (descriptor_ < 0) return;
+  notifier_ = std::make_unique<QSocketNotifier>(descriptor_, QSocketNotifier::Read);
+  QObject::connect(notifier_.get(), &QSocketNotifier::activated,
+                   [descriptor = descriptor_, onEnd = std::move(onEnd)] {
+                     signalfd_siginfo request{};
+                     while (::read(descriptor, &request, sizeof request) > 0) continue;
+                     onEnd();
+                   });
+}
+
+}  // namespace oriolemark
