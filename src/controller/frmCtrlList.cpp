@@ -5,8 +5,6 @@
 namespace oriolemark {
 namespace {
 
-constexpr int kEnterKey = 13;
-constexpr int kRightButton = 2;
 constexpr Milliseconds kAutoSetTime(4000);
 
 // The screen copy of the virtual panel needs this firmware.
@@ -38,9 +36,6 @@ frmCtrlList::frmCtrlList(const CtrlListContext& context)
   SetCaption("DSO Controller");
   CtrlTreeView.nodeClick = [this](TreeNode node) { CtrlNodePath = CtrlTreeView.FullPath(node); };
   CtrlTreeView.doubleClick = [this] { EditClicked(); };
-  CtrlTreeView.keyDown = [this](int code) {
-    if (code == kEnterKey) EditClicked();
-  };
   CtrlTreeView.mouseDown = [this](int button) {
     if (button == kRightButton) popmenu1.Popup();
   };

@@ -89,10 +89,6 @@ std::string ToWire(const QString& text) {
   return bytes;
 }
 
-QString FromUtf8(const std::string& text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 QRect ToPixels(const UnitRect& place) {
   // A stored place may be anything; beyond every screen it is no more than far away.
   static constexpr double kFar = 1e6;
@@ -200,7 +196,7 @@ void Bind(QAction& action, MenuEntry& model) {
     if (model.onChanged) model.onChanged();
   });
   Follow(action, model, [&] {
-    action.setText(FromUtf8(model.Caption()));
+    action.setText(QString::fromStdString(model.Caption()));
     // Only an entry that has once had a mark keeps the room for one.
     if (model.Checked()) action.setCheckable(true);
     action.setChecked(model.Checked());

@@ -39,8 +39,6 @@ Widget& Make(Arguments&&... arguments) {
 // Text of the core is 8-bit: byte values are Latin-1, and what has no such byte becomes '?'.
 QString FromWire(const std::string& text);
 std::string ToWire(const QString& text);
-// Paths and menu captions are UTF-8.
-QString FromUtf8(const std::string& text);
 
 QRect ToPixels(const UnitRect& place);
 UnitRect ToUnits(const QRect& place);

@@ -30,7 +30,7 @@ void AddUnitKeys(QBoxLayout& row, CtrlDialog& form) {
 }  // namespace
 
 CtrlDialogWindow::CtrlDialogWindow(CtrlDialog& form, QWidget* parent)
-    : FormDialog(form, "CtrlDialog", parent), combo_(Make<QComboBox>()), input_(Make<QLineEdit>()) {
+    : FormDialog(form, "CtrlDialog", parent) {
   auto& layout = Make<QVBoxLayout>(this);
   layout.setSizeConstraint(QLayout::SetFixedSize);
   auto& frame = Make<QGroupBox>();
@@ -38,37 +38,31 @@ CtrlDialogWindow::CtrlDialogWindow(CtrlDialog& form, QWidget* parent)
   frame.setMinimumWidth(260);
   layout.addWidget(&frame);
   auto& row = Make<QHBoxLayout>(&frame);
-  Name(combo_, "Combo", "Value");
-  combo_.setMaxVisibleItems(kRowsInSight);
+  auto& combo = Make<QComboBox>();
+  Name(combo, "Combo", "Value");
+  combo.setMaxVisibleItems(kRowsInSight);
   // A list with a scroll bar: a menu of 601 levels would be as high as the screen.
-  combo_.setStyleSheet("QComboBox { combobox-popup: 0; }");
-  row.addWidget(&combo_);
-  Bind(combo_, form.Combo);
-  Name(input_, "inputTxt", "Time in seconds");
-  input_.setToolTip("A time; OK takes it in seconds, the keys beside it in their unit");
-  row.addWidget(&input_, 1);
-  Bind(input_, form.inputTxt);
+  combo.setStyleSheet("QComboBox { combobox-popup: 0; }");
+  row.addWidget(&combo);
+  Bind(combo, form.Combo);
+  auto& input = Make<QLineEdit>();
+  Name(input, "inputTxt", "Time in seconds");
+  input.setToolTip("A time; OK takes it in seconds, the keys beside it in their unit");
+  row.addWidget(&input, 1);
+  Bind(input, form.inputTxt);
   AddUnitKeys(row, form);
   const QPointer<QGroupBox> guard(&frame);
-  form.Frame.onChanged = [guard, this, &form] {
+  form.Frame.onChanged = [guard, &combo, &form] {
     if (!guard) return;
     const QString label = FromWire(form.Frame.Text());
     guard->setTitle(label);
-    combo_.setAccessibleName(label);
+    combo.setAccessibleName(label);
   };
   auto& buttons = Make<QHBoxLayout>();
   layout.addLayout(&buttons);
   buttons.addStretch(1);
   AddButton(buttons, "cmdOK", "OK", form.cmdOK).setDefault(true);
   AddButton(buttons, "cmdCancel", "Cancel", form.cmdCancel);
-}
-
-void CtrlDialogWindow::showEvent(QShowEvent* event) {
-  FormDialog::showEvent(event);
-  // The window is the same for every setting: the value has the focus, not what had it last.
-  if (!combo_.isHidden()) return combo_.setFocus();
-  input_.setFocus();
-  input_.selectAll();
 }
 
 }  // namespace oriolemark

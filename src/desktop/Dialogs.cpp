@@ -83,7 +83,8 @@ void FormDialog::showEvent(QShowEvent* event) {
     return (widget.focusPolicy() & Qt::TabFocus) != 0 && widget.isVisibleTo(this);
   };
   while (first != this && !takesFocus(*first)) first = first->nextInFocusChain();
-  first->setFocus();
+  // As with Tab, so that a line of text is selected.
+  first->setFocus(Qt::TabFocusReason);
 }
 
 void FormDialog::closeEvent(QCloseEvent* event) {

@@ -74,6 +74,7 @@ const MenuName kMenuNames[] = {
 // Pictures of the trees, by image from 1 on.
 const QStringList kSheetPictures{"TreeGroupClosed/TreeGroupOpen", "TreeSheet", "Wave", "Measure",
                                  "Data"};
+
 // A lamp's outline is drawn anew with each theme.
 class LampLabel : public QLabel {
  public:

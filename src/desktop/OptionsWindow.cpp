@@ -120,12 +120,15 @@ void FillRefresh(QVBoxLayout& page, frmOptions& form) {
 
 // A tool tip takes what looks like a mark for one.
 QString PlainToolTip(const std::string& text) {
-  return text.empty() ? QString() : Qt::convertFromPlainText(FromUtf8(text));
+  return text.empty() ? QString() : Qt::convertFromPlainText(QString::fromStdString(text));
 }
 
-// Tells anew, at each opening, which library does the work.
-void ShowMeaning(QComboBox& combo, const QString& what, const std::string& library) {
-  combo.setToolTip(Qt::convertFromPlainText(what + "\n" + FromUtf8(library)));
+// What a choice leads to is told anew whenever the choices change, at each opening at least.
+void AtEachChange(ComboBox& model, const std::function<void()>& tell) {
+  model.onChanged = [follow = model.onChanged, tell] {
+    follow();
+    tell();
+  };
 }
 
 // The entries tell what they lead to, and the box tells it of the chosen one.
@@ -139,22 +142,19 @@ void ShowPortMeanings(QComboBox& combo, const frmOptions& form) {
 void FillCommunication(QVBoxLayout& page, frmOptions& form) {
   QComboBox& device =
       AddCombo(AddFormGroup(page, "USB"), "DeviceCombo", "&Device", {}, form.DeviceCombo);
-  form.DeviceCombo.onChanged = [&device, &form, follow = form.DeviceCombo.onChanged] {
-    follow();
-    ShowMeaning(device, "The instruments found on USB, numbered from 0.", form.DeviceMeaning());
-  };
+  AtEachChange(form.DeviceCombo, [&] {
+    device.setToolTip(
+        PlainToolTip("The instruments found on USB, numbered from 0.\n" + form.DeviceMeaning()));
+  });
   QComboBox& address = AddCombo(AddFormGroup(page, "GPIB Setting"), "GPIB_AddrCombo", "&Address",
                                 {}, form.GPIB_AddrCombo);
-  form.GPIB_AddrCombo.onChanged = [&address, &form, follow = form.GPIB_AddrCombo.onChanged] {
-    follow();
-    ShowMeaning(address, "The GPIB address set at the instrument.", form.AddressMeaning());
-  };
+  AtEachChange(form.GPIB_AddrCombo, [&] {
+    address.setToolTip(
+        PlainToolTip("The GPIB address set at the instrument.\n" + form.AddressMeaning()));
+  });
   QFormLayout& serial = AddFormGroup(page, "RS232 Setting");
   QComboBox& port = AddCombo(serial, "PortCombo", "RS232 &Port", {}, form.PortCombo);
-  form.PortCombo.onChanged = [&port, &form, follow = form.PortCombo.onChanged] {
-    follow();
-    ShowPortMeanings(port, form);
-  };
+  AtEachChange(form.PortCombo, [&] { ShowPortMeanings(port, form); });
   AddCombo(serial, "BaudCombo", "&Baud Rate", "The baud rate set at the instrument",
            form.BaudCombo);
   page.addStretch(1);

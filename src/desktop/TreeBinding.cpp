@@ -20,15 +20,12 @@
 namespace oriolemark {
 namespace {
 
-constexpr int kLeftButton = 1;
-constexpr int kRightButton = 2;
-
-// Virtual key codes of the keys that a tree's form may ask for.
-const std::map<int, int> kKeyCodes{{Qt::Key_F2, 113},
-                                   {Qt::Key_F5, 116},
-                                   {Qt::Key_Delete, 46},
-                                   {Qt::Key_Return, 13},
-                                   {Qt::Key_Enter, 13}};
+// The keys that a tree's form may ask for.
+const std::map<int, int> kKeyCodes{{Qt::Key_F2, kF2Key},
+                                   {Qt::Key_F5, kF5Key},
+                                   {Qt::Key_Delete, kDeleteKey},
+                                   {Qt::Key_Return, kEnterKey},
+                                   {Qt::Key_Enter, kEnterKey}};
 
 TreeNode NodeOf(const QTreeWidgetItem* item) {
   return item != nullptr ? item->data(0, Qt::UserRole).toInt() : kNoNode;
@@ -59,7 +56,8 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
   connect(&widget, &QTreeWidget::itemChanged, this, [this](const QTreeWidgetItem* item) {
     // Served after the editor has gone: a handler may show a message, or build the tree anew.
     QTimer::singleShot(0, this, [this, node = NodeOf(item), text = ToWire(item->text(0))] {
-      EndLabelEdit(node, text);
+      shown_.clear();  // the widget's text is the user's now: built anew from the model's
+      model_.EndLabelEdit(node, text);
     });
   });
   const QPointer<TreeBinding> guard(this);
@@ -152,16 +150,6 @@ void TreeBinding::AskForMenuByKey() {
   }
   model_.Select(NodeOf(widget_.currentItem()));
   QTimer::singleShot(0, this, [this] { model_.MouseDown(kRightButton); });
-}
-
-// What was clicked to end the edit stays selected.
-void TreeBinding::EndLabelEdit(TreeNode node, const std::string& text) {
-  shown_.clear();  // the widget's text is the user's now: built anew from the model's
-  if (!model_.Exists(node)) return NoteChange();
-  const TreeNode selected = model_.Selected();
-  model_.Select(node);
-  model_.EndLabelEdit(text);
-  if (model_.Selected() == node) model_.Select(selected);
 }
 
 void TreeBinding::NoteChange() {

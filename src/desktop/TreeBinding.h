@@ -5,7 +5,6 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
-#include <string>
 #include <vector>
 
 #include "platform/TreeView.h"
@@ -44,7 +43,6 @@ class TreeBinding : public QObject {
   void TakeDoubleClick(const QMouseEvent& mouse);
   void Later(const std::function<void()>& gesture);
   void AskForMenuByKey();
-  void EndLabelEdit(TreeNode node, const std::string& text);
   void NoteChange();
   void ShowModel();
   void Collect(TreeNode node, int depth, std::vector<Row>& rows) const;

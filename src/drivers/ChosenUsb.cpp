@@ -10,7 +10,6 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr int kCountPhase = 0;
 constexpr milliseconds kLongestSilence{5000};
 // A caller polls without a pause of its own; less than this would only warm the processor.
 constexpr milliseconds kEmptyPause{1};
@@ -42,7 +41,7 @@ bool ChosenUsb::Write_USB(int device, std::uint8_t byte) {
 
 bool ChosenUsb::Read_USB(int device, int phase, int count, std::span<std::uint8_t> buffer) {
   const bool read = Driver().Read_USB(device, phase, count, buffer);
-  const bool empty = read && phase == kCountPhase && !buffer.empty() && buffer.front() == 0;
+  const bool empty = read && phase == kUsbCountPhase && !buffer.empty() && buffer.front() == 0;
   if (!empty) {
     silence_.reset();
     return read;

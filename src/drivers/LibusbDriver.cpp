@@ -31,7 +31,6 @@ constexpr int kVendorOut =
     int{LIBUSB_ENDPOINT_OUT} | int{LIBUSB_REQUEST_TYPE_VENDOR} | int{LIBUSB_RECIPIENT_DEVICE};
 constexpr int kVendorIn =
     int{LIBUSB_ENDPOINT_IN} | int{LIBUSB_REQUEST_TYPE_VENDOR} | int{LIBUSB_RECIPIENT_DEVICE};
-constexpr int kCountPhase = 0;
 constexpr int kLongestControl = 0xFFFF;
 
 enum class Handle { Keep, GiveUp };
@@ -119,7 +118,7 @@ bool LibusbDriver::Control_Command_Send(int device, int request, int value, int 
 }
 
 bool LibusbDriver::Read_USB(int device, int phase, int count, std::span<std::uint8_t> buffer) {
-  const auto request = phase == kCountPhase ? kInstrument.countWaiting : kInstrument.fetchReply;
+  const auto request = phase == kUsbCountPhase ? kInstrument.countWaiting : kInstrument.fetchReply;
   return ReceiveControl(device, request, count, buffer);
 }
 

@@ -156,7 +156,7 @@ std::string QtPrompts::AskFileName(const FileQuestion& question) {
   dialog.setNameFilters(names);
   const auto followFilter = [&](const QString& name) {
     const qsizetype at = names.indexOf(name);
-    if (at >= 0) dialog.setDefaultSuffix(filters[at].suffix);
+    if (saves && at >= 0) dialog.setDefaultSuffix(filters[at].suffix);
   };
   QObject::connect(&dialog, &QFileDialog::filterSelected, followFilter);
   followFilter(names.value(0));

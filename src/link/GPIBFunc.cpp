@@ -60,10 +60,10 @@ void GPIBFunc::GPIBInit() {
 void GPIBFunc::GPIBSend(std::string_view command) {
   // A write of nothing is not defined by the call set.
   if (command.empty()) return;
-  if (sendFailed_ && waiting_.Closing()) return;
+  if (failedAtClose_) return;
   const auto length = static_cast<int>(command.size());
   driver_.ibwrt(device_, command);
-  sendFailed_ = Failed() && waiting_.Closing();
+  failedAtClose_ = Failed() && waiting_.Closing();
   if (Failed()) GPIBError("Unable to write to device", device_);
   waiting_.Sleep(kTimePerCharacter * length);
 }

@@ -48,7 +48,7 @@ class GPIBFunc {
   Waiting& waiting_;
   Prompts& prompts_;
   // A program that is closing spends no second time-out on an instrument that has gone.
-  bool sendFailed_ = false;
+  bool failedAtClose_ = false;
   int device_ = -1;  // none opened yet; 0 would be the board itself
 };
 

@@ -6,8 +6,6 @@
 namespace oriolemark {
 namespace {
 
-constexpr int kCountPhase = 0;
-constexpr int kFetchPhase = 1;
 constexpr Milliseconds kPollPause{2};
 constexpr const char* kNoDevice = "Can't Connect to USB Device";
 
@@ -26,18 +24,18 @@ USB_FUNC::USB_FUNC(UsbDriver& driver, const LinkSettings& settings, LinkState& s
 
 void USB_FUNC::USBInit() {
   std::array<std::uint8_t, 257> buffer{};
-  if (driver_.Read_USB(settings_.UsbDevice, kCountPhase, 1, buffer)) return;
+  if (driver_.Read_USB(settings_.UsbDevice, kUsbCountPhase, 1, buffer)) return;
   prompts_.Show({.text = kNoDevice, .title = "USB Init", .icon = MessageIcon::Exclamation});
   state_.LinkOpened = false;
 }
 
 void USB_FUNC::USBSend(std::string_view command) {
-  if (sendFailed_ && waiting_.Closing()) return;
+  if (failedAtClose_) return;
   const std::string frame = std::string(command) + '\r';
   const bool written = std::all_of(frame.begin(), frame.end(), [this](char c) {
     return driver_.Write_USB(settings_.UsbDevice, static_cast<std::uint8_t>(c));
   });
-  sendFailed_ = !written && waiting_.Closing();
+  failedAtClose_ = !written && waiting_.Closing();
   if (written) return;
   prompts_.Show({.text = kNoDevice, .title = "USB Send Message", .icon = MessageIcon::Exclamation});
 }
@@ -57,7 +55,7 @@ std::string USB_FUNC::ReadBlock(Polling polling) {
   state_.UsbTicks = 0;
   while (waitingBytes == 0 && state_.UsbTicks < kBlockTicks) {
     if (waiting_.Closing()) return "";
-    if (!driver_.Read_USB(settings_.UsbDevice, kCountPhase, 1, buffer)) {
+    if (!driver_.Read_USB(settings_.UsbDevice, kUsbCountPhase, 1, buffer)) {
       return RefuseRead(kNoDevice);
     }
     if (polling == Polling::Blocking) continue;
@@ -70,7 +68,7 @@ std::string USB_FUNC::ReadBlock(Polling polling) {
   if (waiting_.Closing()) return "";
   if (state_.UsbTicks >= kBlockTicks) return RefuseRead("Read USB time out");
   const int count = waitingBytes;
-  if (!driver_.Read_USB(settings_.UsbDevice, kFetchPhase, count, buffer)) {
+  if (!driver_.Read_USB(settings_.UsbDevice, kUsbFetchPhase, count, buffer)) {
     return RefuseRead(kNoDevice);
   }
   return {buffer.begin(), buffer.begin() + count};

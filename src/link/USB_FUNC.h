@@ -53,7 +53,7 @@ class USB_FUNC {
   Waiting& waiting_;
   Prompts& prompts_;
   // A program that is closing spends no second time-out on an instrument that has gone.
-  bool sendFailed_ = false;
+  bool failedAtClose_ = false;
 };
 
 }  // namespace oriolemark

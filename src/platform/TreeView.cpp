@@ -3,11 +3,6 @@
 #include <algorithm>
 
 namespace oriolemark {
-namespace {
-
-constexpr int kEnterKey = 13;
-
-}  // namespace
 
 TreeView::Node* TreeView::Find(TreeNode node) {
   const auto found = nodes_.find(node);
@@ -116,21 +111,23 @@ void TreeView::Select(TreeNode node) {
   if (Exists(node)) Change(selected_, node);
 }
 
+std::string TreeView::LabelOf(TreeNode node) const {
+  return Text(node).substr(0, Text(node).find(" ["));
+}
+
 std::vector<std::string> TreeView::PlaceOf(TreeNode node) const {
   if (node == kNoNode) return {};
   std::vector<std::string> place = PlaceOf(Parent(node));
-  place.push_back(Text(node).substr(0, Text(node).find(" [")));
+  place.push_back(LabelOf(node));
   return place;
 }
 
 TreeNode TreeView::ReturnToPlace() {
-  std::vector<std::string> way;
   TreeNode nearest = kNoNode;
   for (const std::string& label : place_) {
     if (nearest != kNoNode && !Expanded(nearest)) return nearest;
-    way.push_back(label);
     const auto children = Children(nearest);
-    const auto next = std::ranges::find(children, way, [this](TreeNode n) { return PlaceOf(n); });
+    const auto next = std::ranges::find(children, label, [this](TreeNode n) { return LabelOf(n); });
     if (next == children.end()) return nearest;
     nearest = *next;
   }
@@ -142,13 +139,15 @@ void TreeView::StartLabelEdit() const {
   if (onStartLabelEdit) onStartLabelEdit();
 }
 
-void TreeView::EndLabelEdit(std::string text) {
-  const TreeNode edited = Selected();
-  if (edited == kNoNode) return;
+void TreeView::EndLabelEdit(TreeNode node, std::string text) {
   // The widget shows the user's text; what the handler tells comes after the node's own is back.
   Tell();
+  if (!Exists(node)) return;
+  const TreeNode clicked = Selected();
+  Select(node);
   if (afterLabelEdit) afterLabelEdit(text);
-  SetText(edited, text);
+  SetText(node, text);
+  if (Selected() == node) Select(clicked);
 }
 
 void TreeView::Click(TreeNode node) {

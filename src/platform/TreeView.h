@@ -13,6 +13,14 @@ namespace oriolemark {
 using TreeNode = int;
 inline constexpr TreeNode kNoNode = 0;
 
+// Codes of keys and mouse buttons, as a tree's form gets them.
+inline constexpr int kEnterKey = 13;
+inline constexpr int kDeleteKey = 46;
+inline constexpr int kF2Key = 113;
+inline constexpr int kF5Key = 116;
+inline constexpr int kLeftButton = 1;
+inline constexpr int kRightButton = 2;
+
 // A tree with pictures, one node selected at the most. The path separator is a backslash.
 class TreeView : public Control {
  public:
@@ -50,9 +58,10 @@ class TreeView : public Control {
 
   // Asks the toolkit's side to open the label of the selected node for editing.
   void StartLabelEdit() const;
-  // The user's edit of the selected node's label has ended with this text. A cancelled edit is not
-  // reported. The handler may put another text in its place.
-  void EndLabelEdit(std::string text);
+  // The user's edit of this node's label has ended with this text. A cancelled edit is not
+  // reported. The node is selected for the handler, which may put another text in its place; what
+  // was clicked to end the edit is selected again afterwards.
+  void EndLabelEdit(TreeNode node, std::string text);
 
   // The user's gestures: the node is selected first, as far as there is one under the pointer.
   // Enter stands for the double click where the form knows no keys of its own.
@@ -84,14 +93,16 @@ class TreeView : public Control {
   Node* Find(TreeNode node);
   const Node* Find(TreeNode node) const;
   void Drop(TreeNode node);
+  // The label without a value in brackets behind it.
+  std::string LabelOf(TreeNode node) const;
   std::vector<std::string> PlaceOf(TreeNode node) const;
 
   std::map<TreeNode, Node> nodes_;
   std::vector<TreeNode> top_;
   TreeNode next_ = 1;
   TreeNode selected_ = kNoNode;
-  std::vector<std::string>
-      place_;  // labels from the top to what was selected before the last Clear
+  // Labels from the top down to what was selected before the last Clear.
+  std::vector<std::string> place_;
 };
 
 }  // namespace oriolemark

@@ -158,9 +158,10 @@ void frmMain::TimerInit_Timer() {
   TimerInit.SetEnabled(false);
   tabDock.ShowPane(kSheetPane);
   tabDock.ShowPane(kControllerPane);
-  const std::string& latest = recentCtrls_.Path(0);
+  // A copy: opening it moves the entries.
+  const std::string latest = recentCtrls_.Path(0);
   if (context_.preferences.startup.StartupLoadCtrl && !latest.empty()) {
-    context_.controller.OpenCtrl(std::string(latest));
+    context_.controller.OpenCtrl(latest);
   }
 }
 

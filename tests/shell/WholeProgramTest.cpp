@@ -106,9 +106,11 @@ TEST(WholeProgram, ALabelEditNamesTheItemAndItsViewButNotTheRoot) {
   bench.module.browser.files.AddWaveItem();
   sheet.Modified = false;
   for (const bool isRoot : {true, false}) {
-    tree.Select(isRoot ? sheet.RootNode : sheet.Waves[0].TreeNode);
-    tree.EndLabelEdit("A \\ B");
-    EXPECT_EQ(tree.Text(tree.Selected()), isRoot ? "Data Sheet" : "A \\ B");
+    const TreeNode node = isRoot ? sheet.RootNode : sheet.Waves[0].TreeNode;
+    tree.Select(sheet.SheetNode);
+    tree.EndLabelEdit(node, "A \\ B");
+    EXPECT_EQ(tree.Text(node), isRoot ? "Data Sheet" : "A \\ B");
+    EXPECT_EQ(tree.Selected(), sheet.SheetNode) << "what the click that ended the edit was for";
     EXPECT_EQ(sheet.Waves[0].Name, isRoot ? "Wave0" : "A \\ B");
     EXPECT_EQ(bench.wave->Caption(), sheet.Waves[0].Name);
     EXPECT_EQ(sheet.Modified, !isRoot);
