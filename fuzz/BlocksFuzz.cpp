@@ -42,17 +42,19 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   WaveReader reader({bench.settings, bench.state, bench.waiting, bench.scope, bench.rs232,
                      bench.gpib, bench.usb, bench.sheet, bench.scratch,
                      bench.progress.Progressing(), [] { return "11/21/26"; }});
-  for (const char* query :
-       {":DATA:WinMemSize:?", ":TimeBase:FORMAT:?", ":TimeBase:SCAN:?", ":DATA:RollingStartPos:?",
-        ":DATA:RollingEraseWidth:?", ":ACQUIRE:ACQUISITION:?", ":CHANNEL1:RANGE:?",
-        ":CHANNEL1:OFFSET:?", ":TimeBase:RANGE:?", ":TimeBase:TRIGGER DELAY:?"}) {
-    // A rolling record is not asked how it was acquired, another one not for its gap.
-    const bool rolling = std::string(query).find("Rolling") != std::string::npos;
-    const bool acquired = std::string(query).find("ACQUISITION") != std::string::npos;
-    if ((choice & 8) != 0 ? acquired : rolling) continue;
-    const bool scan = std::string(query).find("SCAN") != std::string::npos;
-    bench.script.Answer(query, scan ? ((choice & 8) != 0 ? "ON\n" : "OFF\n") : TakeLine(text));
+  const auto answer = [&](std::initializer_list<const char*> queries) {
+    for (const char* query : queries) bench.script.Answer(query, TakeLine(text));
+  };
+  const bool rolling = (choice & 8) != 0;
+  answer({":DATA:WinMemSize:?", ":TimeBase:FORMAT:?"});
+  bench.script.Answer(":TimeBase:SCAN:?", rolling ? "ON\n" : "OFF\n");
+  if (rolling) {
+    answer({":DATA:RollingStartPos:?", ":DATA:RollingEraseWidth:?"});
+  } else {
+    answer({":ACQUIRE:ACQUISITION:?"});
   }
+  answer({":CHANNEL1:RANGE:?", ":CHANNEL1:OFFSET:?", ":TimeBase:RANGE:?",
+          ":TimeBase:TRIGGER DELAY:?"});
   bench.script.Answer(":DATA:CHANNEL1", text);
   bench.clock.SetDeadline(Milliseconds(3600000));
   reader.ReadWaveform("CH1");

@@ -5,13 +5,11 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <ranges>
 #include <regex>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "support/Tables.h"

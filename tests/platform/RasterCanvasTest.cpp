@@ -5,9 +5,7 @@
 #include <algorithm>
 #include <limits>
 #include <random>
-#include <string>
 #include <tuple>
-#include <vector>
 
 namespace oriolemark {
 namespace {

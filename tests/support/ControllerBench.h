@@ -155,7 +155,6 @@ struct ControllerBench : ProgramBench {
   void ExpectRest() {
     EXPECT_FALSE(module.Transfer().TransferActive || module.progress.Loaded() || dialog.Loaded());
     EXPECT_EQ(waiting.Depth(), 0);
-    EXPECT_FALSE(clock.Stuck());
   }
   frmCtrlList& controller = module.controller;
   TreeView& tree = module.controller.CtrlTreeView;
