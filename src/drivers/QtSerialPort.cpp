@@ -8,7 +8,6 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include <QElapsedTimer>
 #include <QList>
 #include <QMetaObject>
 #include <QSerialPortInfo>
@@ -28,6 +27,9 @@ namespace {
 
 constexpr std::size_t kReceivedLimit = std::size_t{64} << 20;
 constexpr qint64 kWriteLimit = 1000;  // ms
+// From the start of the last write to the end of the close, in ms: a program that is closing has to
+// end within 2 s.
+constexpr qint64 kCloseLimit = 1800;
 
 struct CountedError {
   int serial_icounter_struct::*counter;
@@ -102,16 +104,10 @@ int WriteAll(int handle, std::string_view bytes, qint64 limit) {
   return 0;
 }
 
-// Closing sets the speed back and drops what has not left yet, so the last bytes are waited for.
-void AwaitSent(int handle, qint64 limit) {
-  QElapsedTimer clock;
-  clock.start();
-  int unsent = 0;
-  while (::ioctl(handle, TIOCOUTQ, &unsent) == 0 && unsent > 0) {
-    if (clock.hasExpired(limit)) return;
-    QThread::msleep(1);
-  }
-  ::tcdrain(handle);
+// Bytes that the system still holds for the line; 0 where it does not know.
+int Unsent(int handle) {
+  int bytes = 0;
+  return ::ioctl(handle, TIOCOUTQ, &bytes) == 0 ? bytes : 0;
 }
 
 }  // namespace
@@ -128,13 +124,30 @@ QtSerialPort::~QtSerialPort() {
 }
 
 void QtSerialPort::Close() {
-  if (state_ == State::Open && !stalled_) AwaitSent(port_.handle(), kWriteLimit);
+  if (state_ == State::Open) FinishSending();
   state_ = State::Closed;
   stalled_ = false;
   if (port_.isOpen()) port_.close();
   received_.clear();
   counters_.reset();
   pins_.reset();
+}
+
+// The close sets the speed back and then waits, for up to half a minute, until the line has taken
+// what is left. So the line gets the time that it needs, and the rest is dropped.
+void QtSerialPort::FinishSending() {
+  const int handle = port_.handle();
+  const qint64 limit =
+      std::min(TimeToSend(Unsent(handle), port_.baudRate()), kCloseLimit - lastWrite_.elapsed());
+  QElapsedTimer clock;
+  clock.start();
+  while (!stalled_ && Unsent(handle) > 0 && clock.elapsed() < limit) QThread::msleep(1);
+  if (stalled_ || Unsent(handle) > 0) {
+    ::tcflush(handle, TCOFLUSH);
+  } else {
+    // The last bytes are in the device itself.
+    ::tcdrain(handle);
+  }
 }
 
 std::string QtSerialPort::DeviceOf(int number) const {
@@ -191,6 +204,7 @@ std::optional<std::string> QtSerialPort::Open() {
   }
   port_.clear();
   state_ = State::Open;
+  lastWrite_.start();
   counters_ = ReadCounters();
   pins_ = ReadPins();
   return std::nullopt;
@@ -199,6 +213,7 @@ std::optional<std::string> QtSerialPort::Open() {
 std::optional<std::string> QtSerialPort::Write(std::string_view bytes) {
   if (state_ == State::Vanishing || state_ == State::Vanished) return WriteFailure(EIO);
   if (state_ == State::Closed) return SystemText(EBADF);
+  lastWrite_.start();
   // A line that took nothing for that long is not waited for a second time.
   const int error = WriteAll(port_.handle(), bytes, stalled_ ? 0 : kWriteLimit);
   stalled_ = error == ETIMEDOUT;

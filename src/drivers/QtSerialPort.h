@@ -2,6 +2,7 @@
 
 #include <linux/serial.h>
 
+#include <QElapsedTimer>
 #include <QSerialPort>
 
 #include "platform/SerialPort.h"
@@ -20,6 +21,8 @@ class QtSerialPort : public SerialPort {
   ~QtSerialPort() override;
 
   bool IsOpen() const override { return state_ == State::Open; }
+  // Blocks until the line has taken what was written, as long as its speed allows and within 2 s of
+  // the last write; drops the rest.
   void Close() override;
   void SetSettings(const std::string& settings) override { settings_ = settings; }
   void SetPort(int number) override { number_ = number; }
@@ -39,6 +42,7 @@ class QtSerialPort : public SerialPort {
   std::string Failure(const std::string& text, const std::string& cure) const;
   std::string OpenFailure() const;
   std::string WriteFailure(int error) const;
+  void FinishSending();
   void TakeReceived();
   void NoteError(QSerialPort::SerialPortError error);
   void FinishVanishing();
@@ -52,7 +56,8 @@ class QtSerialPort : public SerialPort {
   std::string path_;  // as last opened
   State state_ = State::Closed;
   std::string received_;
-  bool stalled_ = false;  // the last write found no room
+  bool stalled_ = false;     // the last write found no room
+  QElapsedTimer lastWrite_;  // since it began, or since the port was opened
   // As last seen; nothing where the device has none.
   std::optional<serial_icounter_struct> counters_;
   std::optional<int> pins_;

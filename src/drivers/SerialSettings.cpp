@@ -85,4 +85,11 @@ std::optional<SerialSettings> ParseSerialSettings(std::string_view text) {
   return std::nullopt;
 }
 
+qint64 TimeToSend(qint64 bytes, qint64 baudRate) {
+  constexpr qint64 kBits = 10;
+  constexpr qint64 kSpare = 100;
+  if (bytes <= 0 || baudRate <= 0) return 0;
+  return bytes * kBits * 1000 / baudRate + kSpare;
+}
+
 }  // namespace oriolemark

@@ -17,4 +17,8 @@ struct SerialSettings {
 // around a field are skipped. Nothing for any other text.
 std::optional<SerialSettings> ParseSerialSettings(std::string_view text);
 
+// The time in ms in which a line that works has sent so many bytes, of ten bits each, with a little
+// to spare. 0 for none.
+qint64 TimeToSend(qint64 bytes, qint64 baudRate);
+
 }  // namespace oriolemark

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QSocketNotifier>
 #include <ctime>
@@ -11,6 +12,7 @@
 #include "desktop/RunWindows.h"
 #include "drivers/QtEventSource.h"
 #include "drivers/QtSerialPort.h"
+#include "drivers/SerialSettings.h"
 #include "link/SerialEvents.h"
 #include "support/RecordingPrompts.h"
 
@@ -135,6 +137,34 @@ TEST(BadLine, ALineOfTenMegabytesComesWholeAndTheNextOneToo) {
   cable.answer = "1.00V\n";
   EXPECT_EQ(Ask(line), "1.00V");
   EXPECT_TRUE(line.prompts.shown.empty());
+}
+
+TEST(BadLine, ALineIsGivenTheTimeOfItsSpeed) {
+  // Bytes, baud rate and ms.
+  const std::tuple<int, int, int> rows[] = {{0, 300, 0},    {-1, 9600, 0},      {1, 38400, 100},
+                                            {17, 300, 666}, {17, 9600, 117},    {96, 9600, 200},
+                                            {17, 0, 0},     {4096, 300, 136633}};
+  for (const auto& [bytes, baud, time] : rows) EXPECT_EQ(TimeToSend(bytes, baud), time) << bytes;
+}
+
+TEST(BadLine, ALineThatTakesNothingIsClosedWithinTwoSecondsAndDropsWhatHasNotLeft) {
+  Application application;
+  Cable cable;
+  cable.heard.setEnabled(false);
+  Line line(cable.path);
+  line.rs232.RS232Init();
+  QElapsedTimer clock;
+  do {
+    clock.start();
+  } while (!line.port.Write(std::string(1000, 'x')));
+  line.port.Write(":KEY:LOCK:ENABLE\r");
+  line.port.Close();
+  EXPECT_LT(clock.elapsed(), 2000);
+  ::fcntl(cable.near, F_SETFL, O_NONBLOCK);
+  char bytes[20000];
+  ssize_t came = 0, more = 0;
+  while ((more = ::read(cable.near, bytes, sizeof(bytes))) > 0) came += more;
+  EXPECT_LE(came, 4096) << "more than what the far end had: it would leave at another speed";
 }
 
 TEST(BadLine, APortThatDoesNotOpenNamesItselfAndTheCure) {
