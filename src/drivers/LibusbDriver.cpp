@@ -109,33 +109,43 @@ bool LibusbDriver::Write_USB(int device, std::uint8_t byte) {
 }
 
 bool LibusbDriver::Control_Command_Send(int device, int request, int value, int index) {
-  if (!Open(device)) return false;
-  const int result =
-      libusb_control_transfer(handle_.get(), kVendorOut, static_cast<std::uint8_t>(request),
-                              static_cast<std::uint16_t>(value), static_cast<std::uint16_t>(index),
-                              nullptr, 0, kInstrument.controlTimeOut);
-  return Judge(result, 0);
+  return Control(device, {.type = kVendorOut, .request = request, .value = value, .index = index});
 }
 
 bool LibusbDriver::Read_USB(int device, int phase, int count, std::span<std::uint8_t> buffer) {
+  if (count > kLongestControl || !Fits(count, buffer)) return false;
   const auto request = phase == kUsbCountPhase ? kInstrument.countWaiting : kInstrument.fetchReply;
-  return ReceiveControl(device, request, count, buffer);
-}
-
-bool LibusbDriver::ReceiveControl(int device, std::uint8_t request, int count,
-                                  std::span<std::uint8_t> buffer) {
-  if (count > kLongestControl || !Fits(count, buffer) || !Open(device)) return false;
-  received_.assign(static_cast<std::size_t>(count), 0);
-  const int result =
-      libusb_control_transfer(handle_.get(), kVendorIn, request, 0, 0, received_.data(),
-                              static_cast<std::uint16_t>(count), kInstrument.controlTimeOut);
-  if (!Judge(result, count)) return false;
+  if (!Control(device, {.type = kVendorIn, .request = request, .count = count})) return false;
   std::copy(received_.begin(), received_.end(), buffer.begin());
   return true;
 }
 
+// A handle outlives its instrument and takes nothing more: where the instrument has been plugged in
+// again, it gets the request by a new one. A bulk transfer has no such second try, because what was
+// selected for it is forgotten by then.
+bool LibusbDriver::Control(int device, const ControlRequest& request) {
+  const bool isKept = handle_ && opened_ == device;
+  received_.assign(static_cast<std::size_t>(request.count), 0);
+  int result = Transfer(device, request);
+  if (result == LIBUSB_ERROR_NO_DEVICE && isKept) {
+    handle_.reset();
+    result = Transfer(device, request);
+  }
+  return Judge(result, request.count);
+}
+
+int LibusbDriver::Transfer(int device, const ControlRequest& request) {
+  if (const int error = Open(device); error != LIBUSB_SUCCESS) return error;
+  return libusb_control_transfer(
+      handle_.get(), static_cast<std::uint8_t>(request.type),
+      static_cast<std::uint8_t>(request.request), static_cast<std::uint16_t>(request.value),
+      static_cast<std::uint16_t>(request.index), received_.data(),
+      static_cast<std::uint16_t>(request.count), kInstrument.controlTimeOut);
+}
+
 bool LibusbDriver::Bulk_DataTransfer_Read(int device, int count, std::span<std::uint8_t> buffer) {
-  if (!Fits(count, buffer) || !Open(device)) return false;
+  if (!Fits(count, buffer)) return false;
+  if (const int error = Open(device); error != LIBUSB_SUCCESS) return Judge(error, count);
   received_.assign(static_cast<std::size_t>(count), 0);
   int result = ReceiveBulk(count);
   if (result == LIBUSB_ERROR_PIPE &&
@@ -187,33 +197,47 @@ std::vector<LibusbDriver::Device> LibusbDriver::FindInstruments() {
   return found;
 }
 
-bool LibusbDriver::Open(int device) {
-  if (handle_ && opened_ == device) return true;
+int LibusbDriver::Open(int device) {
+  if (handle_ && opened_ == device) return LIBUSB_SUCCESS;
   handle_.reset();
   const std::vector<Device> instruments = FindInstruments();
-  auto found = instruments.end();
-  if (opened_ == device) {
-    // One that was unplugged is not replaced by its neighbour, which takes over its number.
-    found = std::find_if(instruments.begin(), instruments.end(),
-                         [this](const Device& one) { return PlaceOf(one.get()) == place_; });
-  } else if (device >= 0 && static_cast<std::size_t>(device) < instruments.size()) {
-    found = instruments.begin() + device;
+  libusb_device* const found = opened_ == device ? FindAgain(instruments) : nullptr;
+  if (found != nullptr) return Claim(found);
+  const bool isNew = opened_ != device && device >= 0;
+  if (!isNew || static_cast<std::size_t>(device) >= instruments.size()) {
+    return LIBUSB_ERROR_NO_DEVICE;
   }
-  if (found == instruments.end()) return Judge(LIBUSB_ERROR_NO_DEVICE, 0);
   opened_ = device;
-  place_ = PlaceOf(found->get());
-  return Claim(found->get());
+  neighbours_.clear();
+  for (const Device& one : instruments) neighbours_.push_back(PlaceOf(one.get()));
+  neighbours_.erase(neighbours_.begin() + device);
+  return Claim(instruments[static_cast<std::size_t>(device)].get());
 }
 
-bool LibusbDriver::Claim(libusb_device* instrument) {
-  libusb_device_handle* handle = nullptr;
-  if (const int error = libusb_open(instrument, &handle); error != LIBUSB_SUCCESS) {
-    return Judge(error, 0);
+// Where it was, or else, if it is the only one on the bus, where it is now. A neighbour that has
+// stayed behind alone would take over its number and is not it.
+libusb_device* LibusbDriver::FindAgain(const std::vector<Device>& instruments) const {
+  for (const Device& one : instruments) {
+    if (PlaceOf(one.get()) == place_) return one.get();
   }
+  if (instruments.size() != 1) return nullptr;
+  libusb_device* const only = instruments.front().get();
+  const bool isNeighbour =
+      std::find(neighbours_.begin(), neighbours_.end(), PlaceOf(only)) != neighbours_.end();
+  return isNeighbour ? nullptr : only;
+}
+
+int LibusbDriver::Claim(libusb_device* instrument) {
+  place_ = PlaceOf(instrument);
+  libusb_device_handle* handle = nullptr;
+  if (const int error = libusb_open(instrument, &handle); error != LIBUSB_SUCCESS) return error;
   handle_.reset(handle);
   // A driver of the system that took the instrument for something else steps back meanwhile.
   libusb_set_auto_detach_kernel_driver(handle, 1);
-  return Judge(libusb_claim_interface(handle, kInstrument.interface), 0);
+  const int error = libusb_claim_interface(handle, kInstrument.interface);
+  // Without it nothing can be asked for.
+  if (error != LIBUSB_SUCCESS) handle_.reset();
+  return error;
 }
 
 bool LibusbDriver::Judge(int result, int wanted) {

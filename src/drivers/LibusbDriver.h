@@ -37,9 +37,11 @@ struct UsbPlace {
 
 // The USB operations over the system's own USB access. An instrument is opened and claimed on first
 // use and kept so until another one is asked for or it fails beyond repair; the next use opens it
-// anew, so that one that was unplugged and plugged in again answers. Instruments are numbered by
-// their places on the bus; a number that has been used means the same place until the instruments
-// are counted anew. Every call blocks, at most about a second for each piece of data.
+// anew. One that was unplugged and plugged in again, or switched off and on, answers the first
+// control request. Instruments are numbered by their places on the bus; a number that has been used
+// means the same place until the instruments are counted anew, or the place to which the instrument
+// was moved if it is the only one on the bus. Every call blocks, at most about a second for each
+// piece of data.
 class LibusbDriver : public UsbDriver {
  public:
   explicit LibusbDriver(UsbIds ids) : ids_(ids) {}
@@ -66,12 +68,23 @@ class LibusbDriver : public UsbDriver {
   };
   using Device = std::unique_ptr<libusb_device, Release>;
 
+  struct ControlRequest {
+    int type;
+    int request;
+    int value = 0;
+    int index = 0;
+    int count = 0;  // bytes that are expected, into `received_`
+  };
+
   std::vector<Device> FindInstruments();
-  bool Open(int device);
-  bool Claim(libusb_device* instrument);
+  libusb_device* FindAgain(const std::vector<Device>& instruments) const;
+  // 0 or an error.
+  int Open(int device);
+  int Claim(libusb_device* instrument);
   // `result` is a count of bytes or an error; true if it is the count that was wanted.
   bool Judge(int result, int wanted);
-  bool ReceiveControl(int device, std::uint8_t request, int count, std::span<std::uint8_t> buffer);
+  bool Control(int device, const ControlRequest& request);
+  int Transfer(int device, const ControlRequest& request);
   int ReceiveBulk(int count);
 
   UsbIds ids_;
@@ -79,6 +92,7 @@ class LibusbDriver : public UsbDriver {
   std::unique_ptr<libusb_device_handle, CloseHandle> handle_;
   int opened_ = -1;  // the number of the instrument that `handle_` holds, or held last
   UsbPlace place_;   // and where that one is plugged in
+  std::vector<UsbPlace> neighbours_;  // where the others were when its number was first used
   std::vector<std::uint8_t> received_;
   std::string problem_;
 };

@@ -30,6 +30,7 @@ class SimulatedUsbDevice {
                              "0904000001FF0000000705820200020A\n";
     umockdev_testbed_add_from_string(bed_, text.c_str(), nullptr);
     path_ = "/sys/devices/usb" + std::to_string(number);
+    umockdev_testbed_uevent(bed_, path_.c_str(), "add");
     handler_ = umockdev_ioctl_base_new();
     g_signal_connect(handler_, "handle-ioctl", G_CALLBACK(&SimulatedUsbDevice::HandleRequest),
                      this);
@@ -46,7 +47,10 @@ class SimulatedUsbDevice {
     g_object_unref(handler_);
   }
 
-  void Remove() { umockdev_testbed_uevent(bed_, path_.c_str(), "remove"); }
+  void Remove() {
+    umockdev_testbed_uevent(bed_, path_.c_str(), "remove");
+    umockdev_testbed_remove_device(bed_, path_.c_str());
+  }
 
   // Who may open the node. Rights do not bind root, who is this other user from then on.
   void SetRights(mode_t rights, uid_t insteadOfRoot) {
@@ -64,6 +68,7 @@ class SimulatedUsbDevice {
   bool silent = false;            // control requests get no answer
   bool busy = false;              // somebody else has claimed it
   int transfersLeft = 1'000'000;  // before it is unplugged
+  bool replugged = false;         // it was, so that none but a new handle serves
 
  private:
   using Data = std::shared_ptr<UMockdevIoctlData>;
@@ -88,7 +93,9 @@ class SimulatedUsbDevice {
   // The error number of the outcome, or 0.
   int Handle(unsigned long request, UMockdevIoctlData* argument) {
     if (request == USBDEVFS_REAPURBNDELAY) return Reap(argument);
-    if (transfersLeft <= 0) return ENODEV;
+    // The first request on each new handle.
+    if (request == USBDEVFS_GET_CAPABILITIES) replugged = false;
+    if (transfersLeft <= 0 || replugged) return ENODEV;
     if (request == USBDEVFS_SUBMITURB) return Submit(argument);
     if (request == USBDEVFS_DISCARDURB) return Discard(argument);
     if (request == USBDEVFS_CLEAR_HALT) stalls = 0;

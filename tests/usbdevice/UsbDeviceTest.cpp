@@ -19,6 +19,15 @@ constexpr UsbIds kIds{.vendor = 0x5458, .product = 0x5000};
 struct UsbDeviceTest : ::testing::Test {
   SimulatedUsbDevice& Plug() { return devices.emplace_back(bed.get(), devices.size() + 1); }
 
+  // The drivers hear of a change some time after it.
+  static void AwaitOnBus(int count) {
+    LibusbDriver watcher(kIds);
+    for (int tick = 0; tick < 500 && watcher.GetDeviceNum() != count; ++tick) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    EXPECT_EQ(watcher.GetDeviceNum(), count);
+  }
+
   std::unique_ptr<UMockdevTestbed, decltype(&g_object_unref)> bed{umockdev_testbed_new(),
                                                                   &g_object_unref};
   std::deque<SimulatedUsbDevice> devices;
@@ -130,10 +139,36 @@ TEST_F(UsbDeviceTest, UnpluggedInstrumentFailsEachOperationAndAnswersWhenItIsBac
     }
   }
   device.Remove();
-  for (int tick = 0; tick < 500 && driver.GetDeviceNum() > 0; ++tick) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
+  AwaitOnBus(0);
   EXPECT_EQ(driver.GetDeviceNum(), 0);
+}
+
+TEST_F(UsbDeviceTest, InstrumentThatIsPluggedInAgainAnswersAtOnceAndIsNotTakenForItsNeighbour) {
+  SimulatedUsbDevice& device = Plug();
+  EXPECT_TRUE(driver.Read_USB(0, 0, 1, buffer));
+  device.replugged = true;
+  EXPECT_TRUE(driver.Read_USB(0, 0, 1, buffer)) << driver.Problem();
+  device.replugged = true;
+  EXPECT_TRUE(driver.Write_USB(0, 'a')) << driver.Problem();
+  device.replugged = true;
+  EXPECT_FALSE(driver.Bulk_DataTransfer_Read(0, 1, screen)) << "nothing was selected there";
+  EXPECT_TRUE(driver.Write_USB(0, 'b')) << driver.Problem();
+  EXPECT_EQ(device.written, "ab");
+  device.transfersLeft = 0;
+  device.Remove();
+  SimulatedUsbDevice& elsewhere = Plug();
+  AwaitOnBus(1);
+  EXPECT_TRUE(driver.Write_USB(0, 'c')) << driver.Problem();
+  EXPECT_EQ(elsewhere.written, "c");
+  Plug();
+  AwaitOnBus(2);
+  EXPECT_TRUE(driver.Write_USB(1, 'd'));
+  EXPECT_TRUE(driver.Write_USB(0, 'e'));
+  elsewhere.transfersLeft = 0;
+  elsewhere.Remove();
+  AwaitOnBus(1);
+  EXPECT_FALSE(driver.Write_USB(0, 'f'));
+  EXPECT_EQ(elsewhere.written + devices[2].written, "ced");
 }
 
 }  // namespace
