@@ -4,6 +4,8 @@
 #include <array>
 #include <charconv>
 
+#include "link/CauseAndCure.h"
+
 namespace oriolemark {
 namespace {
 
@@ -46,6 +48,7 @@ void GPIBFunc::GPIBInit() {
   if (Failed()) {
     state_.LinkOpened = false;
     prompts_.Show({.text = "Unable to open GPIB IO device\r" + StatusText(),
+                   .systemText = CauseAndCure(driver_.Problem()),
                    .title = "GPIB Init",
                    .icon = MessageIcon::Critical});
     return;
@@ -81,7 +84,10 @@ std::string GPIBFunc::GPIBRead() {
 void GPIBFunc::GPIBError(const std::string& message, int device) {
   const std::string text =
       message + "\r" + StatusText() + " <" + Mnemonic(driver_.Status().iberr) + ">";
-  prompts_.Show({.text = text, .title = "Error", .icon = MessageIcon::Critical});
+  prompts_.Show({.text = text,
+                 .systemText = CauseAndCure(driver_.Problem()),
+                 .title = "Error",
+                 .icon = MessageIcon::Critical});
   driver_.ibonl(device, 0);
 }
 

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <array>
 
+#include "link/CauseAndCure.h"
+
 namespace oriolemark {
 namespace {
 
 constexpr Milliseconds kPollPause{2};
-constexpr const char* kNoDevice = "Can't Connect to USB Device";
+constexpr const char* kReadTitle = "USB Read Message";
 
 // The screen read, as fixed numbers of the instrument.
 constexpr int kSelectMemory = 8;
@@ -25,7 +27,7 @@ USB_FUNC::USB_FUNC(UsbDriver& driver, const LinkSettings& settings, LinkState& s
 void USB_FUNC::USBInit() {
   std::array<std::uint8_t, 257> buffer{};
   if (driver_.Read_USB(settings_.UsbDevice, kUsbCountPhase, 1, buffer)) return;
-  prompts_.Show({.text = kNoDevice, .title = "USB Init", .icon = MessageIcon::Exclamation});
+  ShowNoDevice("USB Init");
   state_.LinkOpened = false;
 }
 
@@ -37,7 +39,7 @@ void USB_FUNC::USBSend(std::string_view command) {
   });
   failedAtClose_ = !written && waiting_.Closing();
   if (written) return;
-  prompts_.Show({.text = kNoDevice, .title = "USB Send Message", .icon = MessageIcon::Exclamation});
+  ShowNoDevice("USB Send Message");
 }
 
 std::string USB_FUNC::USBRead() {
@@ -56,7 +58,8 @@ std::string USB_FUNC::ReadBlock(Polling polling) {
   while (waitingBytes == 0 && state_.UsbTicks < kBlockTicks) {
     if (waiting_.Closing()) return "";
     if (!driver_.Read_USB(settings_.UsbDevice, kUsbCountPhase, 1, buffer)) {
-      return RefuseRead(kNoDevice);
+      ShowNoDevice(kReadTitle);
+      return "";
     }
     if (polling == Polling::Blocking) continue;
     if (waitingBytes != 0) {
@@ -66,17 +69,24 @@ std::string USB_FUNC::ReadBlock(Polling polling) {
     }
   }
   if (waiting_.Closing()) return "";
-  if (state_.UsbTicks >= kBlockTicks) return RefuseRead("Read USB time out");
+  if (state_.UsbTicks >= kBlockTicks) {
+    prompts_.Show(
+        {.text = "Read USB time out", .title = kReadTitle, .icon = MessageIcon::Exclamation});
+    return "";
+  }
   const int count = waitingBytes;
   if (!driver_.Read_USB(settings_.UsbDevice, kUsbFetchPhase, count, buffer)) {
-    return RefuseRead(kNoDevice);
+    ShowNoDevice(kReadTitle);
+    return "";
   }
   return {buffer.begin(), buffer.begin() + count};
 }
 
-std::string USB_FUNC::RefuseRead(const char* text) {
-  prompts_.Show({.text = text, .title = "USB Read Message", .icon = MessageIcon::Exclamation});
-  return "";
+void USB_FUNC::ShowNoDevice(const char* title) {
+  prompts_.Show({.text = "Can't Connect to USB Device",
+                 .systemText = CauseAndCure(driver_.Problem()),
+                 .title = title,
+                 .icon = MessageIcon::Exclamation});
 }
 
 bool USB_FUNC::SendControl(int request, int number) {

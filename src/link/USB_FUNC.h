@@ -44,7 +44,7 @@ class USB_FUNC {
   enum class Polling { Blocking, ServingEvents };
 
   std::string ReadBlock(Polling polling);
-  std::string RefuseRead(const char* text);
+  void ShowNoDevice(const char* title);
   bool SendControl(int request, int number);
 
   UsbDriver& driver_;

@@ -31,6 +31,9 @@ class GpibDriver {
   // Which library does the work, or what is missing and where it was looked for: plain text for the
   // user, UTF-8.
   virtual std::string Meaning() { return {}; }
+  // Cause and cure of the last failure: plain text for the user, UTF-8; empty where the driver does
+  // not know them.
+  virtual std::string Problem() { return {}; }
 };
 
 }  // namespace oriolemark

@@ -64,6 +64,23 @@ TEST_F(TransportsTest, GpibDeviceThatIsSilentOrDeadIsToldAtEachCallAndStaysConne
   EXPECT_TRUE(state.ScopeConnected);
 }
 
+TEST_F(TransportsTest, CauseAndCureFollowTheSystemsWordsAfterAnEmptyLine) {
+  gpibDriver.problem = usbDriver.problem = "No right: ask f\xC3\xBCr it.";
+  usbDriver.operationsLeft = 0;
+  usb.USBInit();
+  usb.USBSend(":A");
+  usb.USBRead();
+  gpibDriver.failures["ibdev"] = gpibDriver.failures["ibrd"] = {.ibsta = 0x8000};
+  gpib.GPIBInit();
+  gpib.GPIBRead();
+  std::vector<Message> expected{
+      NoDevice("USB Init"), NoDevice("USB Send Message"), NoDevice("USB Read Message"),
+      Critical("Unable to open GPIB IO device\ribsta = &H8000\riberr = 0", "GPIB Init"),
+      Critical("Unable to read from device\ribsta = &H8000\riberr = 0 <EDVR>", "Error")};
+  for (Message& message : expected) message.systemText = "\n\n" + usbDriver.problem;
+  ExpectShown(expected);
+}
+
 TEST_F(TransportsTest, UsbInstrumentThatIsSilentOrUnpluggedIsToldAtEachStepAndStaysConnected) {
   Connect(kLinkUsb);
   EXPECT_EQ(scope.AskScope(":A:?"), "");

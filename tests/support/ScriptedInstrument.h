@@ -72,7 +72,9 @@ class FakeGpib : public GpibDriver {
     if (reply_.empty()) status_.ibsta = kGpibEnd;
   }
   const GpibStatus& Status() const override { return status_; }
+  std::string Problem() override { return problem; }
 
+  std::string problem;                         // cause and cure of a failure
   std::string calls;                           // such as "ibwrt 3 *IDN?; ibonl 3 0; "
   std::map<std::string, GpibStatus> failures;  // what each call of this name leaves
 
@@ -105,6 +107,7 @@ class FakeUsb : public UsbDriver {
   }
 
   int GetDeviceNum() override { return devices; }
+  std::string Problem() override { return problem; }
   bool Write_USB(int, std::uint8_t byte) override {
     if (operationsLeft-- <= 0) return false;
     written += static_cast<char>(byte);
@@ -134,6 +137,7 @@ class FakeUsb : public UsbDriver {
   }
 
   int devices = 1;
+  std::string problem;                      // cause and cure of a failure
   std::string written;                      // every byte, terminators and all
   std::vector<std::vector<int>> transfers;  // the arguments of control and of bulk transfers
   std::string screen;                       // what the bulk read gives, from its first byte on
