@@ -36,19 +36,17 @@ int ChosenUsb::GetDeviceNum() {
 
 bool ChosenUsb::Write_USB(int device, std::uint8_t byte) {
   silence_.reset();
+  gaveUp_ = false;
   return Driver().Write_USB(device, byte);
 }
 
 bool ChosenUsb::Read_USB(int device, int phase, int count, std::span<std::uint8_t> buffer) {
   const bool read = Driver().Read_USB(device, phase, count, buffer);
   const bool empty = read && phase == kUsbCountPhase && !buffer.empty() && buffer.front() == 0;
-  if (!empty) {
-    silence_.reset();
-    return read;
-  }
-  if (SilentTooLong()) return false;
-  time_.sleep(kEmptyPause);
-  return true;
+  if (!empty) silence_.reset();
+  gaveUp_ = empty && SilentTooLong();
+  if (empty && !gaveUp_) time_.sleep(kEmptyPause);
+  return read && !gaveUp_;
 }
 
 bool ChosenUsb::Control_Command_Send(int device, int request, int value, int index) {
@@ -62,11 +60,28 @@ bool ChosenUsb::Bulk_DataTransfer_Read(int device, int count, std::span<std::uin
 std::string ChosenUsb::Meaning() {
   Driver();
   std::string text = builtIn_ == nullptr ? "USB library: " + asked_.library : "Built-in USB driver";
-  if (!refusal_.empty()) text += ". The library named in the settings does not serve: " + refusal_;
-  if (builtIn_ != nullptr && !builtIn_->Problem().empty()) {
-    text += ". The last failure: " + builtIn_->Problem();
-  }
+  if (!refusal_.empty()) text += ". " + Refusal();
+  const std::string failure = Failure();
+  if (!failure.empty()) text += ". The last failure: " + failure;
   return text;
+}
+
+std::string ChosenUsb::Problem() {
+  const std::string failure = Failure();
+  if (refusal_.empty() || failure.empty()) return failure;
+  return failure + " " + Refusal() + ".";
+}
+
+std::string ChosenUsb::Refusal() const {
+  return "The library named in the settings does not serve: " + refusal_;
+}
+
+std::string ChosenUsb::Failure() const {
+  if (gaveUp_) {
+    return "The instrument has not answered for " + std::to_string(kLongestSilence.count() / 1000) +
+           " s: switch it off and on, and connect again.";
+  }
+  return builtIn_ != nullptr ? builtIn_->Problem() : "";
 }
 
 ChosenUsb::Asked ChosenUsb::ReadSettings() const {

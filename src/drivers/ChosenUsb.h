@@ -42,6 +42,8 @@ class ChosenUsb : public UsbDriver {
 
   // Also tells why the named library does not serve, and what went wrong last.
   std::string Meaning() override;
+  // A loaded library gives no cause but silence.
+  std::string Problem() override;
 
  private:
   struct Asked {
@@ -59,6 +61,8 @@ class ChosenUsb : public UsbDriver {
   void Choose(Asked asked);
   UsbDriver& Driver();
   bool SilentTooLong();
+  std::string Refusal() const;
+  std::string Failure() const;
 
   SettingsStore& store_;
   UsbTime time_;
@@ -67,6 +71,7 @@ class ChosenUsb : public UsbDriver {
   LibusbDriver* builtIn_ = nullptr;    // the same, if it is that
   std::string refusal_;                // why the named library does not serve
   std::optional<Silence> silence_;
+  bool gaveUp_ = false;  // the last read or write ended by silence
 };
 
 }  // namespace oriolemark

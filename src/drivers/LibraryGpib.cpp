@@ -1,5 +1,10 @@
 #include "drivers/LibraryGpib.h"
 
+#include <algorithm>
+#include <filesystem>
+
+#include "drivers/DeviceRights.h"
+
 namespace oriolemark {
 namespace {
 
@@ -19,6 +24,19 @@ constexpr int kRegisteredBefore = 1;
 constexpr int kFirstRefusal = 2;
 constexpr int kLastRefusal = 3;
 constexpr long kNotBoundCount = 0xDEAD37F0;
+
+// The board's device under the system's usual driver.
+constexpr const char* kBoard = "/dev/gpib0";
+
+struct Fault {
+  int iberr;
+  const char* words;
+};
+
+constexpr Fault kFaults[] = {
+    {2, "No instrument listens on the bus: look at its power, its cable and its address."},
+    {6, "The instrument has not answered in time: look at its power, its cable and its address."},
+};
 
 const std::vector<std::string>& UsualNames() {
   static const std::vector<std::string> names{"libgpib.so.0", "libni4882.so", "libgpibapi.so"};
@@ -83,11 +101,31 @@ std::string LibraryGpib::Meaning() {
   const bool standing = library_.IsOpen() && names == names_;
   const SharedLibrary found = standing ? SharedLibrary() : SharedLibrary(names, RequiredExports());
   const SharedLibrary& library = standing ? library_ : found;
-  if (library.IsOpen()) return "GPIB library: " + library.Name();
+  if (library.IsOpen()) {
+    const std::string failure = standing ? Problem() : "";
+    return "GPIB library: " + library.Name() +
+           (failure.empty() ? "" : ". The last failure: " + failure);
+  }
   return "There is no GPIB library that serves. Looked for by its path, or in the system's "
          "library folders: " +
          library.Reason() +
          ". Another one can be named in the settings: section Drivers, key GpibLibrary.";
+}
+
+std::string LibraryGpib::Problem() {
+  if ((status_.ibsta & kGpibErr) == 0) return {};
+  if (!library_.IsOpen()) return Meaning();
+  const auto* const fault =
+      std::find_if(std::begin(kFaults), std::end(kFaults),
+                   [this](const Fault& row) { return row.iberr == status_.iberr; });
+  if (fault != std::end(kFaults)) return fault->words;
+  if (opened_) return {};
+  std::error_code error;
+  if (std::filesystem::exists(kBoard, error) && !MayUse(kBoard)) {
+    return std::string("You have no right to use ") + kBoard + ". " +
+           JoinGroup(GroupOf(kBoard, "gpib"));
+  }
+  return "The library " + library_.Name() + " finds no board 0: set it up with its driver.";
 }
 
 std::vector<std::string> LibraryGpib::AskedNames() const {

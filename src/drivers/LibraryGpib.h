@@ -28,6 +28,7 @@ class LibraryGpib : public GpibDriver {
 
   // Also tells which library would serve at the next connect.
   std::string Meaning() override;
+  std::string Problem() override;
 
  private:
   // The status words as the library's threads write them.

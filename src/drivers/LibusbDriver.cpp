@@ -7,6 +7,8 @@
 #include <charconv>
 #include <string_view>
 
+#include "drivers/DeviceRights.h"
+
 namespace oriolemark {
 namespace {
 
@@ -42,17 +44,30 @@ struct Fault {
 };
 
 constexpr Fault kFaults[] = {
-    {LIBUSB_ERROR_NO_DEVICE, "the instrument is not plugged in", Handle::GiveUp},
-    {LIBUSB_ERROR_ACCESS,
-     "no right to use the instrument: a udev rule that gives its user access is missing",
+    {LIBUSB_ERROR_NO_DEVICE, "The instrument is not on USB: switch it on and plug it in.",
      Handle::GiveUp},
-    {LIBUSB_ERROR_BUSY, "another program uses the instrument", Handle::GiveUp},
-    {LIBUSB_ERROR_TIMEOUT, "the instrument does not answer", Handle::Keep},
-    {LIBUSB_ERROR_PIPE, "the instrument refuses the request", Handle::Keep},
-    {LIBUSB_ERROR_OVERFLOW, "the instrument sends more than was asked for", Handle::Keep},
+    {LIBUSB_ERROR_ACCESS, "You have no right to use the instrument.", Handle::GiveUp},
+    {LIBUSB_ERROR_BUSY, "Another program uses the instrument: close it.", Handle::GiveUp},
+    {LIBUSB_ERROR_TIMEOUT, "The instrument does not answer: switch it off and on.", Handle::Keep},
+    {LIBUSB_ERROR_PIPE, "The instrument refuses the request.", Handle::Keep},
+    {LIBUSB_ERROR_OVERFLOW, "The instrument sends more than was asked for.", Handle::Keep},
 };
 
-constexpr const char* kShortAnswer = "the instrument sent less than was asked for";
+constexpr const char* kShortAnswer = "The instrument sent less than was asked for.";
+constexpr const char* kInstallRule =
+    "Install the udev rule 60-oriolemark.rules (the manual says how, under Connecting), then plug "
+    "it in again.";
+
+std::string Digits(int number, int base, std::size_t width) {
+  char text[16];
+  const std::string digits(text, std::to_chars(text, text + sizeof text, number, base).ptr);
+  return std::string(width - std::min(width, digits.size()), '0') + digits;
+}
+
+std::string NodeOf(libusb_device* device) {
+  return "/dev/bus/usb/" + Digits(libusb_get_bus_number(device), 10, 3) + "/" +
+         Digits(libusb_get_device_address(device), 10, 3);
+}
 
 std::uint16_t ReadId(SettingsStore& store, const char* key, std::uint16_t standard) {
   const std::string text = store.Read("Drivers", key).value_or("");
@@ -229,6 +244,7 @@ libusb_device* LibusbDriver::FindAgain(const std::vector<Device>& instruments) c
 
 int LibusbDriver::Claim(libusb_device* instrument) {
   place_ = PlaceOf(instrument);
+  node_ = NodeOf(instrument);
   libusb_device_handle* handle = nullptr;
   if (const int error = libusb_open(instrument, &handle); error != LIBUSB_SUCCESS) return error;
   handle_.reset(handle);
@@ -240,6 +256,17 @@ int LibusbDriver::Claim(libusb_device* instrument) {
   return error;
 }
 
+// What hangs on the ids or on the very device, with a blank in front.
+std::string LibusbDriver::CureOf(int error) const {
+  if (error == LIBUSB_ERROR_NO_DEVICE) {
+    return " It is looked for by the ids " + Digits(ids_.vendor, 16, 4) + ":" +
+           Digits(ids_.product, 16, 4) + "; lsusb lists those on the bus.";
+  }
+  if (error != LIBUSB_ERROR_ACCESS) return {};
+  const std::string group = GroupOf(node_, "");
+  return " " + (group.empty() ? kInstallRule : JoinGroup(group));
+}
+
 bool LibusbDriver::Judge(int result, int wanted) {
   if (result == wanted) return true;
   if (result >= 0) {
@@ -249,7 +276,7 @@ bool LibusbDriver::Judge(int result, int wanted) {
   const auto* const fault = std::find_if(std::begin(kFaults), std::end(kFaults),
                                          [result](const Fault& row) { return row.code == result; });
   const bool known = fault != std::end(kFaults);
-  problem_ = known ? fault->words : libusb_strerror(result);
+  problem_ = (known ? fault->words : libusb_strerror(result)) + CureOf(result);
   if (!known || fault->handle == Handle::GiveUp) handle_.reset();
   return false;
 }

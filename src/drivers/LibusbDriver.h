@@ -53,8 +53,8 @@ class LibusbDriver : public UsbDriver {
   bool Bulk_DataTransfer_Read(int device, int count, std::span<std::uint8_t> buffer) override;
   bool Control_Command_Send(int device, int request, int value, int index) override;
 
-  // What was wrong with the last operation that failed, in words for the user; empty before any.
-  const std::string& Problem() const { return problem_; }
+  // Of the last operation that failed, whatever succeeded since; empty before any.
+  std::string Problem() override { return problem_; }
 
  private:
   struct CloseContext {
@@ -83,6 +83,7 @@ class LibusbDriver : public UsbDriver {
   int Claim(libusb_device* instrument);
   // `result` is a count of bytes or an error; true if it is the count that was wanted.
   bool Judge(int result, int wanted);
+  std::string CureOf(int error) const;
   bool Control(int device, const ControlRequest& request);
   int Transfer(int device, const ControlRequest& request);
   int ReceiveBulk(int count);
@@ -93,6 +94,7 @@ class LibusbDriver : public UsbDriver {
   int opened_ = -1;  // the number of the instrument that `handle_` holds, or held last
   UsbPlace place_;   // and where that one is plugged in
   std::vector<UsbPlace> neighbours_;  // where the others were when its number was first used
+  std::string node_;                  // and its path, of the one that was tried last
   std::vector<std::uint8_t> received_;
   std::string problem_;
 };

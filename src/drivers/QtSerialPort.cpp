@@ -1,10 +1,7 @@
 #include "drivers/QtSerialPort.h"
 
-#include <fcntl.h>
-#include <grp.h>
 #include <poll.h>
 #include <sys/ioctl.h>
-#include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -19,6 +16,7 @@
 #include <system_error>
 #include <utility>
 
+#include "drivers/DeviceRights.h"
 #include "drivers/SerialSettings.h"
 
 namespace oriolemark {
@@ -58,19 +56,6 @@ constexpr std::array kPins = {
 
 std::string SystemText(int error) {
   return std::generic_category().message(error);
-}
-
-// By the rights that count when a file is opened.
-bool MayUse(const std::string& path) {
-  return ::faccessat(AT_FDCWD, path.c_str(), R_OK | W_OK, AT_EACCESS) == 0;
-}
-
-std::string GroupOf(const std::string& path) {
-  struct stat status = {};
-  if (::stat(path.c_str(), &status) == 0 && status.st_gid != 0) {
-    if (const auto* const entry = ::getgrgid(status.st_gid)) return entry->gr_name;
-  }
-  return "dialout";
 }
 
 // 0 once the line takes more bytes, an error number where it does not within `limit` ms.
@@ -158,9 +143,9 @@ std::string QtSerialPort::DeviceOf(int number) const {
   return listed[number - 1].systemLocation().toStdString();
 }
 
-// The system's words, which port is meant, and what to do about it.
+// The system's words, and after an empty line which port is meant and what to do about it.
 std::string QtSerialPort::Failure(const std::string& text, const std::string& cure) const {
-  return text + "\nCOM" + std::to_string(number_) + " is " + path_ + ". " + cure;
+  return text + "\n\nCOM" + std::to_string(number_) + " is " + path_ + ". " + cure;
 }
 
 std::string QtSerialPort::OpenFailure() const {
@@ -171,8 +156,7 @@ std::string QtSerialPort::OpenFailure() const {
     case QSerialPort::PermissionError:
       // The same error tells of a missing right and of another program's lock.
       if (MayUse(path_)) return Failure(text, "Close the other program that is using it.");
-      return Failure(text,
-                     "Join the group " + GroupOf(path_) + ", which may use it, and log in again.");
+      return Failure(text, JoinGroup(GroupOf(path_, "dialout")));
     default:
       return Failure(text, "It cannot be used as a serial line at " + settings_ + ".");
   }
@@ -187,10 +171,10 @@ std::string QtSerialPort::WriteFailure(int error) const {
 std::optional<std::string> QtSerialPort::Open() {
   Close();
   const auto settings = ParseSerialSettings(settings_);
-  if (!settings) return SystemText(EINVAL) + "\nNo serial line can be set to " + settings_ + ".";
+  if (!settings) return SystemText(EINVAL) + "\n\nNo serial line can be set to " + settings_ + ".";
   path_ = DeviceOf(number_);
   if (path_.empty()) {
-    return SystemText(ENOENT) + "\nNo serial device was found for COM" + std::to_string(number_) +
+    return SystemText(ENOENT) + "\n\nNo serial device was found for COM" + std::to_string(number_) +
            ". Plug one in, or choose another port in the options.";
   }
   port_.setPortName(QString::fromStdString(path_));

@@ -10,7 +10,7 @@
 namespace oriolemark {
 
 // A serial device of this system. Belongs to the application's thread. Error texts are UTF-8: the
-// system's own words, and where there is one the cure on a second line.
+// system's own words, and after an empty line cause and cure.
 class QtSerialPort : public SerialPort {
  public:
   // Path of the device (UTF-8) that a port number stands for; empty where none is set up.

@@ -122,7 +122,7 @@ TEST(BadLine, APortThatVanishesIsToldAtEachSendAndTakesNoProcessor) {
     line.rs232.RS232Send(":A:?");
     EXPECT_EQ(line.prompts.shown.size(), messages + 1);
     EXPECT_EQ(line.prompts.shown.back(),
-              Failure("RS232 Send Message", "Input/output error\nCOM1 is " + cable.path +
+              Failure("RS232 Send Message", "Input/output error\n\nCOM1 is " + cable.path +
                                                 ". It has gone: plug it in and connect again."));
   }
 }
@@ -179,17 +179,17 @@ TEST(BadLine, APortThatDoesNotOpenNamesItselfAndTheCure) {
   // Of this process alone: ports are locked by their names.
   const std::string none = "/dev/none" + std::to_string(::getpid());
   expectRefusal(none, "9600",
-                "No such file or directory\nCOM1 is " + none +
+                "No such file or directory\n\nCOM1 is " + none +
                     ". Plug it in, or choose another port in the options.");
   const QTemporaryDir folder;
   const std::string plain = folder.filePath("plain").toStdString();
   ::close(::open(plain.c_str(), O_CREAT | O_RDWR, 0644));
   expectRefusal(plain, "9600",
-                "Inappropriate ioctl for device\nCOM1 is " + plain +
+                "Inappropriate ioctl for device\n\nCOM1 is " + plain +
                     ". It cannot be used as a serial line at 9600,n,8,1.");
   Cable cable;
-  expectRefusal(cable.path, "fast", "Invalid argument\nNo serial line can be set to fast,n,8,1.");
-  const std::string is = "\nCOM1 is " + cable.path + ". ";
+  expectRefusal(cable.path, "fast", "Invalid argument\n\nNo serial line can be set to fast,n,8,1.");
+  const std::string is = "\n\nCOM1 is " + cable.path + ". ";
   {
     Line other(cable.path);
     other.rs232.RS232Init();

@@ -68,9 +68,10 @@ TEST_F(DriversTest, GpibLibraryThatDoesNotServeFailsEachCallAndSaysWhy) {
     EXPECT_NE(gpibDriver.Meaning().find(reason), std::string::npos) << gpibDriver.Meaning();
     gpib.GPIBInit();
     EXPECT_EQ(gpib.GPIBRead(), "");
+    const std::string cause = "\n\n" + gpibDriver.Meaning();
     EXPECT_EQ(prompts.Told(),
-              (Texts{"Unable to open GPIB IO device\ribsta = &H8000\riberr = 0",
-                     "Unable to read from device\ribsta = &H8000\riberr = 0 <EDVR>"}));
+              (Texts{"Unable to open GPIB IO device\ribsta = &H8000\riberr = 0" + cause,
+                     "Unable to read from device\ribsta = &H8000\riberr = 0 <EDVR>" + cause}));
   }
 }
 
@@ -79,13 +80,18 @@ TEST_F(DriversTest, EachConnectLooksForTheLibraryThatIsAskedForThen) {
   EXPECT_EQ(gpib.Status().ibsta, kGpibErr);
   const GpibScript& first = UseGpib("function");
   gpib.GPIBInit();
-  const GpibScript& second = UseGpib("variable");
+  GpibScript& second = UseGpib("variable");
   EXPECT_EQ(gpibDriver.Meaning(), "GPIB library: " + kLibraries + "gpib_by_variable.so");
   gpib.GPIBSend("a");
   gpibDriver.ibwrt(0, "");
   gpib.GPIBInit();
   EXPECT_EQ(first.calls, "ibdev ibclr ibwrt ");
   EXPECT_EQ(second.calls, "ibdev ibclr ");
+  second.ibsta = kGpibErr;
+  gpib.GPIBInit();
+  EXPECT_EQ(gpibDriver.Meaning(),
+            "GPIB library: " + kLibraries + "gpib_by_variable.so. The last failure: The library " +
+                kLibraries + "gpib_by_variable.so finds no board 0: set it up with its driver.");
 }
 
 TEST_F(DriversTest, StatusWordsComeWholeHoweverTheLibraryGivesThem) {
@@ -105,6 +111,7 @@ TEST_F(DriversTest, StatusWordsComeWholeHoweverTheLibraryGivesThem) {
       const Texts shown = prompts.Told();
       ASSERT_EQ(shown.size(), 1U) << name << call;
       EXPECT_NE(shown[0].find("ibsta = &H8100\riberr = 6"), std::string::npos) << shown[0];
+      EXPECT_NE(shown[0].find("\n\nThe instrument has not answered"), std::string::npos);
     }
   }
 }
@@ -173,6 +180,13 @@ TEST_F(DriversTest, UsbLibraryIsUsedIfItServesAndEachFailureComesThrough) {
   EXPECT_EQ(usbDriver.GetDeviceNum(), 0);
   EXPECT_TRUE(usbDriver.Meaning().starts_with(
       "Built-in USB driver. The library named in the settings does not serve: libm.so.6: lacks "));
+  usb.USBInit();
+  const Texts shown = prompts.Told();
+  ASSERT_EQ(shown.size(), 1U);
+  EXPECT_TRUE(shown[0].starts_with("Can't Connect to USB Device\n\nThe instrument is not on USB"));
+  EXPECT_NE(shown[0].find(". The library named in the settings does not serve: libm.so.6: lacks"),
+            std::string::npos)
+      << shown[0];
 }
 
 TEST_F(DriversTest, SilentInstrumentEndsAWaitThatServesNoEventsAfterFiveSeconds) {
@@ -180,7 +194,10 @@ TEST_F(DriversTest, SilentInstrumentEndsAWaitThatServesNoEventsAfterFiveSeconds)
   usb.USBSend("?");
   EXPECT_EQ(usb.USBRead() + usb.USBRead(), "");
   EXPECT_EQ(now, Milliseconds(10000));
-  EXPECT_EQ(prompts.Told(), Texts(2, "Can't Connect to USB Device"));
+  EXPECT_EQ(prompts.Told(),
+            Texts(2,
+                  "Can't Connect to USB Device\n\nThe instrument has not answered for 5 s: "
+                  "switch it off and on, and connect again."));
   std::array<std::uint8_t, 1> count{};
   const std::function<void()> breaks[] = {
       [this] { ++eventsServed; }, [this] { usbDriver.Write_USB(0, 'a'); },
