@@ -118,9 +118,42 @@ void FillRefresh(QVBoxLayout& page, frmOptions& form) {
   page.addStretch(1);
 }
 
-// A tool tip takes what looks like a mark for one.
-QString PlainToolTip(const std::string& text) {
-  return text.empty() ? QString() : Qt::convertFromPlainText(QString::fromStdString(text));
+// The toolkit would take what looks like a mark for one, and would break a path in its middle:
+// lines end at blanks alone.
+QString PlainToolTip(const QString& text) {
+  constexpr qsizetype kLine = 70;
+  QString lines;
+  for (const QString& word : text.split(' ')) {
+    const qsizetype used = lines.size() - lines.lastIndexOf('\n') - 1;
+    if (!lines.isEmpty()) lines += used + word.size() < kLine ? ' ' : '\n';
+    lines += word;
+  }
+  return "<p style='white-space:pre'>" + lines.toHtmlEscaped() + "</p>";
+}
+
+// Room below a box for what its choice leads to.
+QLabel& AddMeaning(QFormLayout& layout, const QComboBox& combo) {
+  constexpr int kCharacters = 60;
+  auto& label = Make<QLabel>();
+  label.setObjectName(combo.objectName() + "Meaning");
+  label.setTextFormat(Qt::PlainText);
+  label.setWordWrap(true);
+  label.setFixedWidth(kCharacters * label.fontMetrics().averageCharWidth());
+  layout.addRow(&label);
+  return label;
+}
+
+// In sight, to be selected and copied; with the focus on the box for who cannot see it; and in the
+// tool tip, behind what the box is for.
+void ShowMeaning(QComboBox& combo, QLabel& label, const QString& purpose,
+                 const std::string& meaning) {
+  const auto text = QString::fromStdString(meaning);
+  label.setText(text);
+  label.setTextInteractionFlags(text.isEmpty()
+                                    ? Qt::NoTextInteraction
+                                    : Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  combo.setAccessibleDescription(text);
+  combo.setToolTip(PlainToolTip(purpose + text));
 }
 
 // What a choice leads to is told anew whenever the choices change, at each opening at least.
@@ -131,30 +164,35 @@ void AtEachChange(ComboBox& model, const std::function<void()>& tell) {
   };
 }
 
-// The entries tell what they lead to, and the box tells it of the chosen one.
-void ShowPortMeanings(QComboBox& combo, const frmOptions& form) {
+// Each entry tells what it leads to.
+void ShowPortMeanings(QComboBox& combo, QLabel& label, const frmOptions& form) {
   for (int i = 0; i < combo.count(); ++i) {
-    combo.setItemData(i, PlainToolTip(form.PortMeaning(i)), Qt::ToolTipRole);
+    combo.setItemData(i, PlainToolTip(QString::fromStdString(form.PortMeaning(i))),
+                      Qt::ToolTipRole);
   }
-  combo.setToolTip(combo.currentData(Qt::ToolTipRole).toString());
+  const int chosen = combo.currentIndex();
+  ShowMeaning(combo, label, {}, chosen < 0 ? std::string() : form.PortMeaning(chosen));
 }
 
 void FillCommunication(QVBoxLayout& page, frmOptions& form) {
-  QComboBox& device =
-      AddCombo(AddFormGroup(page, "USB"), "DeviceCombo", "&Device", {}, form.DeviceCombo);
+  QFormLayout& usb = AddFormGroup(page, "USB");
+  QComboBox& device = AddCombo(usb, "DeviceCombo", "&Device", {}, form.DeviceCombo);
+  QLabel& driver = AddMeaning(usb, device);
   AtEachChange(form.DeviceCombo, [&] {
-    device.setToolTip(
-        PlainToolTip("The instruments found on USB, numbered from 0.\n" + form.DeviceMeaning()));
+    ShowMeaning(device, driver, "The instruments found on USB, numbered from 0.\n",
+                form.DeviceMeaning());
   });
-  QComboBox& address = AddCombo(AddFormGroup(page, "GPIB Setting"), "GPIB_AddrCombo", "&Address",
-                                {}, form.GPIB_AddrCombo);
+  QFormLayout& gpib = AddFormGroup(page, "GPIB Setting");
+  QComboBox& address = AddCombo(gpib, "GPIB_AddrCombo", "&Address", {}, form.GPIB_AddrCombo);
+  QLabel& library = AddMeaning(gpib, address);
   AtEachChange(form.GPIB_AddrCombo, [&] {
-    address.setToolTip(
-        PlainToolTip("The GPIB address set at the instrument.\n" + form.AddressMeaning()));
+    ShowMeaning(address, library, "The GPIB address set at the instrument.\n",
+                form.AddressMeaning());
   });
   QFormLayout& serial = AddFormGroup(page, "RS232 Setting");
   QComboBox& port = AddCombo(serial, "PortCombo", "RS232 &Port", {}, form.PortCombo);
-  AtEachChange(form.PortCombo, [&] { ShowPortMeanings(port, form); });
+  QLabel& path = AddMeaning(serial, port);
+  AtEachChange(form.PortCombo, [&] { ShowPortMeanings(port, path, form); });
   AddCombo(serial, "BaudCombo", "&Baud Rate", "The baud rate set at the instrument",
            form.BaudCombo);
   page.addStretch(1);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QLabel>
 #include <QPalette>
 #include <QTest>
 #include <QToolButton>
@@ -24,6 +25,34 @@ TEST_F(Windows, AModalDialogBeginsAtItsFirstControlAndGoesWithTheProgram) {
   };
   Run({open, look, [](MainModule&) { QTest::mouseClick(Shown("cmdCancel"), Qt::LeftButton); }, open,
        look});
+}
+
+TEST_F(Windows, TheLinkPageShowsWhatStandsBehindEachLinkToBeReadAndCopied) {
+  Run({[](MainModule& module) {
+         QTimer::singleShot(0, [&module] { module.main.mnuToolsOptions.Click(); });
+       },
+       [](MainModule& module) { module.options.tbsOptions.Select(2); },
+       [](MainModule& module) {
+         const std::pair<const char*, std::string> rows[] = {
+             {"DeviceCombo", module.options.DeviceMeaning()},
+             {"GPIB_AddrCombo", module.options.AddressMeaning()},
+             {"PortCombo", module.options.PortMeaning(0)}};
+         for (const auto& [name, meaning] : rows) {
+           auto* label = qobject_cast<QLabel*>(Shown(QString(name) + "Meaning"));
+           ASSERT_NE(label, nullptr) << name;
+           EXPECT_EQ(label->text().toStdString(), meaning);
+           EXPECT_EQ(label->textFormat(), Qt::PlainText);
+           EXPECT_TRUE(label->textInteractionFlags() & Qt::TextSelectableByMouse);
+           EXPECT_FALSE(label->focusPolicy() & Qt::TabFocus) << "no stop on the way to the button";
+           EXPECT_GE(label->height(), label->heightForWidth(label->width())) << "whole";
+           EXPECT_EQ(Shown(name)->accessibleDescription().toStdString(), meaning);
+           // Lines end at blanks alone, so that a path stays whole.
+           EXPECT_TRUE(Shown(name)->toolTip().startsWith("<p style='white-space:pre'>"));
+         }
+         EXPECT_LT(Shown("frmOptions")->width(), 640);
+         EXPECT_LT(Shown("frmOptions")->height(), 560);
+         QTest::mouseClick(Shown("cmdCancel"), Qt::LeftButton);
+       }});
 }
 
 TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
