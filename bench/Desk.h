@@ -44,7 +44,7 @@ struct Desk {
   FatalPrompts prompts;
   NoStore store;
   LibraryGpib gpibDriver{store};
-  ChosenUsb usbDriver{store, MakeUsbTime([] { return 0U; })};
+  ChosenUsb usbDriver{store, MakeUsbTime(waiting, [] { return 0U; })};
   LinkSettings settings;
   LinkState state;
   RS232Func rs232{port, settings, state, waiting, prompts};

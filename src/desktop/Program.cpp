@@ -55,7 +55,7 @@ struct Program::Parts {
     return store.Read("Drivers", "COM" + std::to_string(number)).value_or(std::string());
   }};
   LibraryGpib gpib{store};
-  ChosenUsb usb{store, MakeUsbTime([this] { return events.Turns(); })};
+  ChosenUsb usb{store, MakeUsbTime(waiting, [this] { return events.Turns(); })};
   HelpWindow help{nullptr};
   MainModule module{Platform{events, waiting, prompts, store, serial, gpib, usb, SystemShortDate,
                              MakeRasterCanvas, ORIOLEMARK_VERSION, help, HelpFilePath()}};

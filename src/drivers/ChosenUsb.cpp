@@ -1,6 +1,5 @@
 #include "drivers/ChosenUsb.h"
 
-#include <thread>
 #include <utility>
 
 #include "drivers/LibraryUsb.h"
@@ -16,13 +15,13 @@ constexpr milliseconds kEmptyPause{1};
 
 }  // namespace
 
-UsbTime MakeUsbTime(std::function<unsigned()> eventsServed) {
+UsbTime MakeUsbTime(Waiting& waiting, std::function<unsigned()> eventsServed) {
   return {.now =
               [] {
                 return std::chrono::duration_cast<milliseconds>(
                     std::chrono::steady_clock::now().time_since_epoch());
               },
-          .sleep = [](milliseconds time) { std::this_thread::sleep_for(time); },
+          .sleep = [&waiting](milliseconds time) { waiting.Sleep(time); },
           .eventsServed = std::move(eventsServed)};
 }
 

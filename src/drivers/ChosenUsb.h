@@ -9,6 +9,7 @@
 #include "drivers/LibusbDriver.h"
 #include "platform/SettingsStore.h"
 #include "platform/UsbDriver.h"
+#include "platform/Waiting.h"
 
 namespace oriolemark {
 
@@ -22,8 +23,8 @@ struct UsbTime {
   std::function<unsigned()> eventsServed;
 };
 
-// The system's own clock.
-UsbTime MakeUsbTime(std::function<unsigned()> eventsServed);
+// The system's own clock. `waiting` outlives what is made.
+UsbTime MakeUsbTime(Waiting& waiting, std::function<unsigned()> eventsServed);
 
 // The library that the settings store names (section "Drivers", key "UsbLibrary") if it serves,
 // else the built-in driver. Chosen at the first use, and again by GetDeviceNum where the settings
