@@ -110,7 +110,11 @@ QTreeWidgetItem* TreeBinding::RowAt(QPoint place) const {
 void TreeBinding::TakePress(const QMouseEvent& mouse) {
   if (QTreeWidgetItem* item = RowAt(mouse.position().toPoint())) {
     const QSignalBlocker blocker(widget_);
+    // A row that is partly out of sight stays where it is: the toolkit still has to serve this very
+    // press, and the second one of a double click, at the same place.
+    widget_.setAutoScroll(false);
     widget_.setCurrentItem(item);
+    widget_.setAutoScroll(true);
     model_.Click(NodeOf(item));
   }
   menuPlace_ = mouse.globalPosition().toPoint();

@@ -1,0 +1,58 @@
+#include <QScrollBar>
+#include <QTest>
+#include <QTreeWidget>
+
+#include "desktop/RunWindows.h"
+#include "desktop/TreeBinding.h"
+
+namespace oriolemark {
+namespace {
+
+// A tree of its own in a window that shows some of its rows.
+struct Tree : testing::Test, Application {
+  Tree() {
+    for (int i = 0; i < 40; ++i) model.Add(kNoNode, "Row " + std::to_string(i), 1);
+    widget.resize(200, 210);
+    widget.show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&widget));
+    QCoreApplication::processEvents();
+  }
+  TreeView model;
+  QTreeWidget widget;
+  TreeBinding& binding =
+      *std::make_unique<TreeBinding>(widget, model, QStringList{"Wave"}).release();
+};
+
+TEST_F(Tree, AClickOnARowThatIsPartlyHiddenMeansThatRowAndMovesNothing) {
+  TreeNode opened = kNoNode;
+  std::vector<TreeNode> clicked;
+  model.nodeClick = [&](TreeNode node) { clicked.push_back(node); };
+  model.doubleClick = [&] { opened = model.Selected(); };
+  QScrollBar& bar = *widget.verticalScrollBar();
+  const int rowHeight = widget.visualItemRect(widget.topLevelItem(0)).height();
+  for (const bool top : {true, false}) {
+    SCOPED_TRACE(top);
+    // Only a tree that scrolls by pixels can hide a part of its uppermost row.
+    if (top) widget.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    if (!top) widget.setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    const int frame = widget.height() - widget.viewport()->height();
+    widget.resize(200, frame + 10 * rowHeight + rowHeight / 2);
+    bar.setValue(top ? 5 * rowHeight + rowHeight / 2 : 5);
+    const QPoint place(40, top ? 0 : widget.viewport()->height() - 1);
+    const int scrolled = bar.value();
+    const TreeNode meant = widget.itemAt(place)->data(0, Qt::UserRole).toInt();
+    const QPoint at = widget.viewport()->mapTo(&widget, place);
+    clicked.clear();
+    QTest::mouseClick(widget.windowHandle(), Qt::LeftButton, {}, at);
+    EXPECT_EQ(clicked, std::vector{meant});
+    QTest::qWait(QApplication::doubleClickInterval() + 50);
+    QTest::mouseDClick(widget.windowHandle(), Qt::LeftButton, {}, at);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(opened, meant);
+    EXPECT_EQ(widget.currentItem(), widget.itemAt(place));
+    EXPECT_EQ(bar.value(), scrolled);
+  }
+}
+
+}  // namespace
+}  // namespace oriolemark
