@@ -10,11 +10,13 @@
 #include <QPointer>
 #include <QProgressBar>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <memory>
 
+#include "drivers/ShownText.h"
 #include "platform/Rounding.h"
 
 namespace oriolemark {
@@ -196,13 +198,33 @@ void Bind(QAction& action, MenuEntry& model) {
     if (model.onChanged) model.onChanged();
   });
   Follow(action, model, [&] {
-    action.setText(QString::fromStdString(model.Caption()));
+    // What stands behind a tab would be shown as a key.
+    action.setText(Shortened(QString::fromStdString(model.Caption())).replace('\t', ' '));
     // Only an entry that has once had a mark keeps the room for one.
     if (model.Checked()) action.setCheckable(true);
     action.setChecked(model.Checked());
     action.setEnabled(model.Enabled());
     action.setVisible(model.Visible());
   });
+}
+
+void ShowTitle(QWidget& widget, const Form& form) {
+  // Doubled, the toolkit's mark of a changed document stands for itself.
+  widget.setWindowTitle(Shortened(FromWire(form.Caption())).replace("[*]", "[*][*]"));
+}
+
+QString PlainToolTip(const QString& text) {
+  if (text.isEmpty()) return {};
+  constexpr qsizetype kLine = 70;
+  // No path is as long as this: the toolkit would show it beyond the edges of the screen.
+  static const QRegularExpression kEndless("(\\S{120})");
+  QString lines;
+  for (const QString& word : Shortened(text).replace(kEndless, "\\1 ").split(' ')) {
+    const qsizetype used = lines.size() - lines.lastIndexOf('\n') - 1;
+    if (!lines.isEmpty()) lines += used + word.size() < kLine ? ' ' : '\n';
+    lines += word;
+  }
+  return "<p style='white-space:pre'>" + lines.toHtmlEscaped() + "</p>";
 }
 
 void Name(QWidget& widget, const char* objectName, const QString& accessibleName) {

@@ -60,6 +60,14 @@ void Bind(QScrollBar& widget, ScrollBar& model);
 void Bind(QProgressBar& widget, ProgressBar& model);
 void Bind(QAction& action, MenuEntry& model);
 
+// A title as the form's caption has it, shortened.
+void ShowTitle(QWidget& widget, const Form& form);
+
+// A tool tip that shows the text as it is, shortened, in lines that fit a screen and end at blanks.
+// Without this the toolkit takes a text that looks like marks for rich text, and loads what it
+// names.
+QString PlainToolTip(const QString& text);
+
 // Object name and accessible name: how screen readers and tests find a widget.
 void Name(QWidget& widget, const char* objectName, const QString& accessibleName);
 

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "desktop/Bind.h"
+#include "drivers/ShownText.h"
 
 namespace oriolemark {
 namespace {
@@ -54,8 +55,8 @@ CtrlDialogWindow::CtrlDialogWindow(CtrlDialog& form, QWidget* parent)
   const QPointer<QGroupBox> guard(&frame);
   form.Frame.onChanged = [guard, &combo, &form] {
     if (!guard) return;
-    const QString label = FromWire(form.Frame.Text());
-    guard->setTitle(label);
+    const QString label = Shortened(FromWire(form.Frame.Text()));
+    guard->setTitle(QString(label).replace('&', "&&"));
     combo.setAccessibleName(label);
   };
   auto& buttons = Make<QHBoxLayout>();

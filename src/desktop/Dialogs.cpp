@@ -96,7 +96,7 @@ void FormDialog::moveEvent(QMoveEvent*) {
 }
 
 void FormDialog::ShowForm() {
-  setWindowTitle(FromWire(form_.Caption()));
+  ShowTitle(*this, form_);
   if (isHidden() != form_.Visible()) return;
   if (form_.Visible()) setWindowModality(form_.Modal() ? Qt::ApplicationModal : Qt::NonModal);
   setVisible(form_.Visible());

@@ -29,6 +29,7 @@
 #include "desktop/PaneDock.h"
 #include "desktop/TreeBinding.h"
 #include "desktop/WaveWindow.h"
+#include "drivers/ShownText.h"
 #include "platform/Rounding.h"
 
 namespace oriolemark {
@@ -244,6 +245,8 @@ void MainWindow::BuildStatusBar() {
   auto& text = Make<QLabel>();
   text.setTextFormat(Qt::PlainText);
   text.setObjectName("Status");
+  // Its length is no reason to widen the window.
+  text.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   date_.setObjectName("Date");
   time_.setObjectName("Time");
   statusBar()->setObjectName("sbrStatus");
@@ -252,7 +255,7 @@ void MainWindow::BuildStatusBar() {
   statusBar()->addPermanentWidget(&time_);
   const QPointer<QLabel> guard(&text);
   form_.StatusPanel.onChanged = [guard, this] {
-    if (guard) guard->setText(FromWire(form_.StatusPanel.Text()));
+    if (guard) guard->setText(Shortened(FromWire(form_.StatusPanel.Text())));
   };
   form_.StatusPanel.onChanged();
   auto& clock = Make<QTimer>(this);
@@ -316,7 +319,7 @@ void MainWindow::Follow() {
 
 void MainWindow::ShowForm() {
   BuildToolBar();
-  setWindowTitle(FromWire(form_.Caption()));
+  ShowTitle(*this, form_);
   if (isHidden() != form_.Visible()) return;
   setVisible(form_.Visible());
   if (!form_.Visible()) return;

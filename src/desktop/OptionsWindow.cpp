@@ -118,19 +118,6 @@ void FillRefresh(QVBoxLayout& page, frmOptions& form) {
   page.addStretch(1);
 }
 
-// The toolkit would take what looks like a mark for one, and would break a path in its middle:
-// lines end at blanks alone.
-QString PlainToolTip(const QString& text) {
-  constexpr qsizetype kLine = 70;
-  QString lines;
-  for (const QString& word : text.split(' ')) {
-    const qsizetype used = lines.size() - lines.lastIndexOf('\n') - 1;
-    if (!lines.isEmpty()) lines += used + word.size() < kLine ? ' ' : '\n';
-    lines += word;
-  }
-  return "<p style='white-space:pre'>" + lines.toHtmlEscaped() + "</p>";
-}
-
 // Room below a box for what its choice leads to.
 QLabel& AddMeaning(QFormLayout& layout, const QComboBox& combo) {
   constexpr int kCharacters = 60;

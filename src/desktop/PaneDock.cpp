@@ -32,7 +32,7 @@ void PaneDock::closeEvent(QCloseEvent* event) {
 
 void PaneDock::ShowForm() {
   const Form& form = *pane_.form;
-  setWindowTitle(FromWire(form.Caption()));
+  ShowTitle(*this, form);
   if (isHidden() == form.Visible()) setVisible(form.Visible());
 }
 

@@ -16,6 +16,7 @@
 
 #include "desktop/Bind.h"
 #include "desktop/Icons.h"
+#include "drivers/ShownText.h"
 
 namespace oriolemark {
 namespace {
@@ -189,7 +190,7 @@ void TreeBinding::ShowModel() {
 
 void TreeBinding::Collect(TreeNode node, int depth, std::vector<Row>& rows) const {
   for (const TreeNode child : model_.Children(node)) {
-    rows.push_back({child, depth, FromWire(model_.Text(child)), model_.Image(child)});
+    rows.push_back({child, depth, Shortened(FromWire(model_.Text(child))), model_.Image(child)});
     Collect(child, depth + 1, rows);
   }
 }
@@ -200,7 +201,7 @@ void TreeBinding::Rebuild() {
   for (const Row& row : shown_) {
     parents.resize(static_cast<std::size_t>(row.depth) + 1);
     auto item = std::make_unique<QTreeWidgetItem>(QStringList{row.text});
-    item->setToolTip(0, row.text);
+    item->setToolTip(0, PlainToolTip(row.text));
     item->setData(0, Qt::UserRole, row.node);
     const QStringList faces = pictures_.value(row.image - 1).split('/');
     item->setIcon(0, PictureNamed(faces.first(), faces.last()));
@@ -218,8 +219,10 @@ bool TreeBinding::SameNodes(const std::vector<Row>& a, const std::vector<Row>& b
 void TreeBinding::ShowTexts() {
   QTreeWidgetItemIterator at(&widget_);
   for (const Row& row : shown_) {
-    if ((*at)->text(0) != row.text) (*at)->setText(0, row.text);
-    (*at)->setToolTip(0, row.text);
+    if ((*at)->text(0) != row.text) {
+      (*at)->setText(0, row.text);
+      (*at)->setToolTip(0, PlainToolTip(row.text));
+    }
     ++at;
   }
 }

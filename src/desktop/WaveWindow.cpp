@@ -198,8 +198,7 @@ void WaveWindow::closeEvent(QCloseEvent* event) {
 }
 
 void WaveWindow::ShowForm() {
-  // Doubled, the toolkit's mark of a changed document stands for itself.
-  setWindowTitle(FromWire(form_.Caption()).replace("[*]", "[*][*]"));
+  ShowTitle(*this, form_);
   if (isHidden() == form_.Visible()) setVisible(form_.Visible());
 }
 

@@ -16,6 +16,8 @@
 #include <memory>
 #include <optional>
 
+#include "drivers/ShownText.h"
+
 namespace oriolemark {
 
 namespace {
@@ -77,8 +79,8 @@ QList<Filter> FiltersOf(const std::string& text) {
 
 void Fill(QMessageBox& box, const Message& message) {
   box.setTextFormat(Qt::PlainText);
-  box.setText(Lines(message.text) + QString::fromStdString(message.systemText));
-  box.setWindowTitle(Lines(message.title));
+  box.setText(Shortened(Lines(message.text) + QString::fromStdString(message.systemText)));
+  box.setWindowTitle(Shortened(Lines(message.title)));
   box.setIcon(IconOf(message.icon));
   if (message.buttons == MessageButtons::Ok) {
     box.setStandardButtons(QMessageBox::Ok);

@@ -2,6 +2,7 @@
 #include <QTest>
 #include <QTreeWidget>
 
+#include "desktop/Bind.h"
 #include "desktop/RunWindows.h"
 #include "desktop/TreeBinding.h"
 
@@ -51,6 +52,22 @@ TEST_F(Tree, AClickOnARowThatIsPartlyHiddenMeansThatRowAndMovesNothing) {
     EXPECT_EQ(opened, meant);
     EXPECT_EQ(widget.currentItem(), widget.itemAt(place));
     EXPECT_EQ(bar.value(), scrolled);
+  }
+}
+
+TEST_F(Tree, ATextIsShownAsItIsAndOneOfAMegabyteInPart) {
+  const TreeNode added = model.Add(kNoNode, "x", 1);
+  for (const std::string text : {"<img src='/dev/zero'>", "Wide [A <b>&lt;"}) {
+    QCoreApplication::processEvents();
+    const std::string wide = text + std::string(1'000'000, 'w');
+    model.SetText(model.First(), text);
+    model.SetText(added, wide);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(widget.topLevelItem(0)->text(0), FromWire(text));
+    EXPECT_EQ(widget.topLevelItem(0)->toolTip(0), "<p>" + FromWire(text).toHtmlEscaped() + "</p>");
+    EXPECT_LT(widget.topLevelItem(40)->toolTip(0).size(), 1000);
+    EXPECT_LT(widget.columnWidth(0), 10'000);
+    EXPECT_EQ(model.Text(added), wide);
   }
 }
 

@@ -134,6 +134,34 @@ TEST_F(Windows, TheMainWindowFitsASmallScreenAndItsPicturesADarkOne) {
   }});
 }
 
+TEST_F(Windows, ANameOfAMegabyteMakesNoTitleNoEntryAndNoMessageLong) {
+  const std::string name = "[*]&" + std::string(1'000'000, 'w') + ".ctl";
+  Run({[](MainModule& module) { module.main.Tools[10].action(); },
+       [&](MainModule& module) {
+         module.sheet.WaveViews[0]->SetCaption(name);
+         module.main.mnuFileNew.SetCaption(name);
+         module.main.StatusPanel.SetText(name);
+         module.controller.dialog.Frame.SetText(name);
+         EXPECT_LT(Shown("frmMain")->minimumSizeHint().width(), 800);
+         EXPECT_TRUE(Shown("frmWave")->windowTitle().endsWith("www.ctl"));
+         for (const QWidget* widget : QApplication::allWidgets()) {
+           EXPECT_LT(widget->windowTitle().size() + widget->minimumSizeHint().width(), 5000)
+               << widget->metaObject()->className() << widget->objectName().toStdString();
+           for (const QAction* action : widget->actions()) EXPECT_LT(action->text().size(), 1000);
+         }
+         module.controlDocument.CtrlChanged = true;
+         module.controlDocument.CtrlFileName = name;
+         QTimer::singleShot(0, [&module] { module.main.mnuFileExit.Click(); });
+       },
+       [](MainModule& module) {
+         QWidget* box = QApplication::activeModalWidget();
+         ASSERT_NE(box, nullptr);
+         EXPECT_LT(box->property("text").toString().size(), 1000);
+         QTest::keyClick(box, Qt::Key_Escape);
+         module.controlDocument.CtrlChanged = false;
+       }});
+}
+
 bool Worked(QAccessibleInterface& element) {
   // Lines, rooms and the inner window of a scrolled one take clicks without meaning anything.
   static const std::set kSilent = {QAccessible::Client, QAccessible::Window, QAccessible::Dialog};
