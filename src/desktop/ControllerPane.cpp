@@ -52,7 +52,6 @@ ControllerPane::ControllerPane(frmCtrlList& form) {
   tree.setIndentation(kIndentation);
   const auto& binding = Make<TreeBinding>(tree, form.CtrlTreeView, kPictures);
   column.addWidget(&tree, 1);
-  setFocusProxy(&tree);
   auto& menu = Make<QMenu>(this);
   menu.setObjectName("popmenu1");
   FillMenu(menu, form.popmenu1.entries);
