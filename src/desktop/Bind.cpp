@@ -34,8 +34,33 @@ void Follow(Shown& shown, Model& model, Show show) {
   show();
 }
 
+// A control that is disabled under the keyboard leaves its focus to a stand-in, which may be
+// disabled in its turn. Enabled again, it gets the focus back unless the user has gone elsewhere.
+void ShowEnabled(QWidget& widget, bool enabled) {
+  static constexpr char kOwner[] = "focusOwner";
+  static constexpr char kStandIn[] = "focusStandIn";
+  QWidget& window = *widget.window();
+  const auto noted = [&window](const char* name) {
+    return window.property(name).value<QPointer<QWidget>>();
+  };
+  const auto note = [&window](const char* name, QWidget* which) {
+    window.setProperty(name, QVariant::fromValue(QPointer<QWidget>(which)));
+  };
+  const QWidget* before = window.focusWidget();
+  widget.setEnabled(enabled);
+  QWidget* after = window.focusWidget();
+  if (before == &widget && after != before) {
+    if (before != noted(kStandIn)) note(kOwner, &widget);
+    note(kStandIn, after);
+  } else if (enabled && noted(kOwner) == &widget) {
+    if (after == noted(kStandIn)) widget.setFocus(Qt::OtherFocusReason);
+    note(kOwner, nullptr);
+    note(kStandIn, nullptr);
+  }
+}
+
 void ShowCommon(QWidget& widget, const Control& model) {
-  widget.setEnabled(model.Enabled());
+  ShowEnabled(widget, model.Enabled());
   if (widget.isHidden() == model.Visible()) widget.setVisible(model.Visible());
 }
 
@@ -72,7 +97,7 @@ void ShowOptions(const std::vector<QRadioButton*>& options, QButtonGroup& group,
     const int index = static_cast<int>(i);
     const QSignalBlocker blocker(options[i]);
     options[i]->setChecked(model.IsSelected(index));
-    options[i]->setEnabled(model.Enabled() && model.OptionEnabled(index));
+    ShowEnabled(*options[i], model.Enabled() && model.OptionEnabled(index));
   }
   group.setExclusive(true);
 }

@@ -56,7 +56,6 @@ void ShowFace(QToolButton& button, const Button& model) {
   button.setIcon(PictureNamed(face));
   button.setAccessibleName(face);
   button.setToolTip(face == kRefreshFace ? QString("Refresh (F5)") : face);
-  button.setEnabled(model.Enabled());
 }
 
 void AddRefresh(QGroupBox& group, Button& model) {
@@ -70,7 +69,8 @@ void AddRefresh(QGroupBox& group, Button& model) {
   group.layout()->addWidget(&button);
   Bind(button, model);
   const QPointer<QToolButton> guard(&button);
-  model.onChanged = [guard, &model] {
+  model.onChanged = [guard, follow = model.onChanged, &model] {
+    follow();
     if (guard) ShowFace(*guard, model);
   };
   model.onChanged();
