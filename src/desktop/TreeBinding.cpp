@@ -68,7 +68,18 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
   model.onStartLabelEdit = [guard] {
     if (guard) guard->EditSelected();
   };
+  MuteSelection();
   ShowModel();
+}
+
+// A tree without the focus marks its row in the grey of the theme's mark, whose text stays as easy
+// to read.
+void TreeBinding::MuteSelection() {
+  const QColor mark = QApplication::palette(&widget_).color(QPalette::Active, QPalette::Highlight);
+  const int grey = qGray(mark.rgb());
+  QPalette muted;
+  muted.setColor(QPalette::Inactive, QPalette::Highlight, QColor(grey, grey, grey));
+  widget_.setPalette(muted);
 }
 
 bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
@@ -88,6 +99,7 @@ bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
     // The mark of a selected row goes across the whole pane.
     widget_.header()->setMinimumSectionSize(static_cast<QResizeEvent&>(*event).size().width());
   }
+  if (event->type() == QEvent::ApplicationPaletteChange && watched == &widget_) MuteSelection();
   if (event->type() == QEvent::KeyPress && watched == &widget_) {
     const auto& key = static_cast<const QKeyEvent&>(*event);
     if (key.key() == Qt::Key_F10 && key.modifiers() == Qt::ShiftModifier) AskForMenuByKey();

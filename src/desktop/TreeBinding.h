@@ -38,6 +38,7 @@ class TreeBinding : public QObject {
     bool operator==(const Row&) const = default;
   };
 
+  void MuteSelection();
   QTreeWidgetItem* RowAt(QPoint place) const;
   void TakePress(const QMouseEvent& mouse);
   void TakeDoubleClick(const QMouseEvent& mouse);

@@ -1,3 +1,4 @@
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QTest>
 #include <QTreeWidget>
@@ -68,6 +69,24 @@ TEST_F(Tree, ATextIsShownAsItIsAndOneOfAMegabyteInPart) {
     EXPECT_LT(widget.topLevelItem(40)->toolTip(0).size(), 1000);
     EXPECT_LT(widget.columnWidth(0), 10'000);
     EXPECT_EQ(model.Text(added), wide);
+  }
+}
+
+TEST_F(Tree, ASelectionIsMutedAsLongAsTheTreeHasNotTheFocus) {
+  QLineEdit other(&widget);
+  other.show();
+  model.Select(model.Children(kNoNode)[3]);
+  const auto ground = [&](QWidget& focus) {
+    focus.setFocus();
+    QCoreApplication::processEvents();
+    const QRect row = widget.visualItemRect(widget.topLevelItem(3));
+    return widget.viewport()->grab().toImage().pixelColor(row.right() - 3, row.center().y());
+  };
+  for (const QColor& theme : {QColor(240, 240, 240), QColor(50, 50, 50)}) {
+    QApplication::setPalette(QPalette(theme));
+    EXPECT_GT(ground(widget).saturation(), 100);
+    EXPECT_LT(ground(other).saturation(), 20);
+    EXPECT_NE(ground(other), widget.palette().color(QPalette::Base));
   }
 }
 
