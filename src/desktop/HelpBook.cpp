@@ -92,15 +92,15 @@ HelpBook::~HelpBook() {
   qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
 }
 
-void HelpBook::Turn(HelpCommand command) {
-  if (command == HelpCommand::Contents) {
-    tabs_.setCurrentIndex(kContentsTab);
-    page_.setSource(file_->StartPage());
-    contents_.setFocus();
-  } else {
+void HelpBook::Turn(HelpCommand command, const QString& page) {
+  if (command == HelpCommand::PartialKey) {
     tabs_.setCurrentIndex(kIndexTab);
     keyword_->clear();
     keyword_->setFocus();
+  } else {
+    tabs_.setCurrentIndex(kContentsTab);
+    page_.setSource(file_->StartPage().resolved(QUrl(page)));
+    contents_.setFocus();
   }
 }
 

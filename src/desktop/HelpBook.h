@@ -40,9 +40,9 @@ class HelpBook : public QWidget {
   ~HelpBook() override;
 
   const HelpFile& File() const { return *file_; }
-  // Contents: their tab and the start page. PartialKey: the index, with the cursor in its empty
-  // search line.
-  void Turn(HelpCommand command);
+  // Contents: their tab and the start page. Context: their tab and this page. PartialKey: the
+  // index, with the cursor in its empty search line.
+  void Turn(HelpCommand command, const QString& page);
 
  private:
   QWidget& MakeBar();

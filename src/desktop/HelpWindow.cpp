@@ -29,7 +29,8 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
 
 HelpWindow::~HelpWindow() = default;
 
-std::optional<std::string> HelpWindow::Open(const std::string& path, HelpCommand command) {
+std::optional<std::string> HelpWindow::Open(const std::string& path, HelpCommand command,
+                                            const std::string& page) {
   auto file = std::make_unique<HelpFile>(QString::fromStdString(path));
   if (file->Failure()) return file->Failure()->toStdString();
   // Read anew each time, so that a window never shows a file that has been replaced.
@@ -37,7 +38,7 @@ std::optional<std::string> HelpWindow::Open(const std::string& path, HelpCommand
   layout()->addWidget(book_.get());
   setWindowState(windowState() & ~Qt::WindowMinimized);
   show();
-  book_->Turn(command);
+  book_->Turn(command, QString::fromStdString(page));
   raise();
   activateWindow();
   return std::nullopt;

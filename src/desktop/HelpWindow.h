@@ -17,7 +17,8 @@ class HelpWindow : public QWidget, public HelpViewer {
   explicit HelpWindow(QWidget* parent);
   ~HelpWindow() override;
 
-  std::optional<std::string> Open(const std::string& path, HelpCommand command) override;
+  std::optional<std::string> Open(const std::string& path, HelpCommand command,
+                                  const std::string& page) override;
 
  private:
   std::unique_ptr<HelpBook> book_;  // none before the first file is open

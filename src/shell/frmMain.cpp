@@ -208,8 +208,8 @@ void frmMain::mnuFilePageSetup_Click() {
   context_.prompts.ShowPrinterDialog("Page Setup");
 }
 
-void frmMain::ShowHelp(HelpCommand command) {
-  const auto error = context_.help.Open(context_.helpFile, command);
+void frmMain::ShowHelp(HelpCommand command, const std::string& page) {
+  const auto error = context_.help.Open(context_.helpFile, command, page);
   if (error) context_.prompts.Show({.systemText = *error});
 }
 

@@ -110,6 +110,9 @@ class frmMain : public Form {
   // program ends when all that runs has ended. False when it is cancelled, or asked already.
   bool Close();
 
+  // Opens the help file beside the program; a failure is reported. `page` is for Context.
+  void ShowHelp(HelpCommand command, const std::string& page = {});
+
  protected:
   void Form_Unload() override;
 
@@ -121,7 +124,6 @@ class frmMain : public Form {
   void mnuFileOpen_Click();
   void mnuToolsOptions_Click();
   void mnuFilePageSetup_Click();
-  void ShowHelp(HelpCommand command);
   void TimerInit_Timer();
   void ShowStatus(const std::string& text);
   void ShowIndicator(bool connected);

@@ -40,7 +40,7 @@ TEST_F(Help, AFileThatCannotBeShownIsDescribedAndShowsNoWindow) {
   QFile file(folder.filePath("broken.hlp"));
   HelpWindow window(nullptr);
   const auto open = [&](const QString& path) {
-    return window.Open(path.toStdString(), HelpCommand::Contents).value_or("");
+    return window.Open(path.toStdString(), HelpCommand::Contents, {}).value_or("");
   };
   EXPECT_NE(open(file.fileName()), "");
   EXPECT_NE(open(folder.path()), "");

@@ -121,11 +121,13 @@ TEST(WholeProgram, ALabelEditNamesTheItemAndItsViewButNotTheRoot) {
 TEST(WholeProgram, HelpOpensTheFileBesideTheProgramAndTellsWhenItCannot) {
   ProgramBench bench;
   bench.module.main.mnuHelpContents.Click();
+  bench.module.main.ShowHelp(HelpCommand::Context, "#page");
   EXPECT_TRUE(bench.prompts.shown.empty());
   bench.help.error = "no such file";
   bench.module.main.mnuHelpSearchForHelpOn.Click();
   const std::string file = "/program/Oriolemark.hlp";
   const decltype(bench.help.opened) opened = {{file, HelpCommand::Contents},
+                                              {file + "#page", HelpCommand::Context},
                                               {file, HelpCommand::PartialKey}};
   EXPECT_EQ(bench.help.opened, opened);
   EXPECT_EQ(bench.prompts.shown, std::vector<Message>{{.systemText = "no such file"}});

@@ -22,8 +22,9 @@ struct MemoryStore : SettingsStore {
 
 // A viewer of help files that only notes what it is asked to open.
 struct FakeHelp : HelpViewer {
-  std::optional<std::string> Open(const std::string& path, HelpCommand command) override {
-    opened.emplace_back(path, command);
+  std::optional<std::string> Open(const std::string& path, HelpCommand command,
+                                  const std::string& page) override {
+    opened.emplace_back(path + page, command);
     return error;
   }
 
