@@ -6,6 +6,7 @@
 #include "desktop/Bind.h"
 #include "desktop/CtrlDialogWindow.h"
 #include "desktop/Dialogs.h"
+#include "desktop/HelpKey.h"
 #include "desktop/HelpWindow.h"
 #include "desktop/Icons.h"
 #include "desktop/MainWindow.h"
@@ -67,6 +68,8 @@ struct Program::Parts {
   OptionsWindow options{module.options, &main};
   CtrlDialogWindow ctrlDialog{module.controller.dialog, &main};
   ProgressWindow progress{module.progress, &main};
+  HelpKey helpKey{
+      help, [this](const std::string& page) { module.main.ShowHelp(HelpCommand::Context, page); }};
 };
 
 Program::Program(QApplication& application) {

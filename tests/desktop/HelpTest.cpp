@@ -1,5 +1,7 @@
 #include <QHelpLink>
 #include <QRegularExpression>
+#include <QTest>
+#include <QTextBrowser>
 
 #include "desktop/HelpFile.h"
 #include "desktop/HelpWindow.h"
@@ -52,6 +54,45 @@ TEST_F(Help, AFileThatCannotBeShownIsDescribedAndShowsNoWindow) {
   }
   EXPECT_EQ(open(HELP_FILE_PATH), "");
   EXPECT_TRUE(window.isVisible());
+}
+
+// Keys for the window, not for one of its widgets: a window that is blocked gets none.
+void Press(QWidget& window, Qt::Key key) {
+  QTest::keyClick(window.windowHandle(), key);
+}
+
+TEST_F(Windows, F1InADialogOpensItsPageInAHelpWindowThatIsNotBlocked) {
+  const std::pair<void (*)(MainModule&), QString> rows[] = {
+      {[](MainModule& module) { module.main.mnuToolsOptions.Click(); }, "options.html"},
+      {[](MainModule& module) { module.main.mnuHelpAbout.Click(); }, "index.html"},
+      {[](MainModule& module) { module.main.mnuFileNew.Click(); }, "controlfile.html"},
+      {[](MainModule& module) { module.main.Tools[10].action(); }, ""},
+      {[](MainModule& module) {
+         dynamic_cast<frmWave&>(*module.sheet.WaveViews[0]).cmdRefresh.Click();
+       },
+       "messages.html"},
+  };
+  std::vector<std::function<void(MainModule&)>> steps;
+  for (const auto& [open, page] : rows) {
+    steps.push_back([open = open](MainModule& module) {
+      QTimer::singleShot(0, [open, &module] { open(module); });
+    });
+    if (page.isEmpty()) continue;
+    steps.push_back([](MainModule&) {
+      ASSERT_NE(QApplication::activeModalWidget(), nullptr);
+      Press(*QApplication::activeModalWidget(), Qt::Key_F1);
+    });
+    steps.push_back([page = page](MainModule&) {
+      QWidget* help = Shown("HelpWindow");
+      ASSERT_NE(help, nullptr) << page.toStdString();
+      EXPECT_EQ(qobject_cast<QTextBrowser*>(Shown("HelpPage"))->source().fileName(), page);
+      Press(*help, Qt::Key_Escape);
+      EXPECT_FALSE(help->isVisible()) << page.toStdString();
+      help->show();  // and beside the next dialog
+      Press(*QApplication::activeModalWidget(), Qt::Key_Escape);
+    });
+  }
+  Run(steps);
 }
 
 }  // namespace
