@@ -37,6 +37,7 @@ namespace {
 
 constexpr int kSecond = 1000;
 constexpr int kFramePatience = 200;    // ms until the desktop has put its frame around the window
+constexpr int kLampRoom = 28;          // pixels at the right end of the toolbar
 constexpr QSize kLeastView(360, 450);  // the controls of a view and a small picture
 constexpr UnitRect kIconSize{.width = 160, .height = 32};  // pixels
 
@@ -79,7 +80,10 @@ const QStringList kSheetPictures{"TreeGroupClosed/TreeGroupOpen", "TreeSheet", "
 // A lamp's outline is drawn anew with each theme.
 class LampLabel : public QLabel {
  public:
-  explicit LampLabel(const QString& picture) : picture_(PictureNamed(picture)) { ShowPicture(); }
+  explicit LampLabel(const QString& picture) : picture_(PictureNamed(picture)) {
+    setAlignment(Qt::AlignCenter);
+    ShowPicture();
+  }
 
  protected:
   void changeEvent(QEvent* event) override {
@@ -206,9 +210,8 @@ void MainWindow::BuildToolBar() {
     more->setAccessibleName("More tools");
     more->setFocusPolicy(Qt::TabFocus);
   }
-  auto& gap = Make<QWidget>();
-  gap.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-  toolBar_.addWidget(&gap);
+  toolBar_.setContentsMargins(0, 0, kLampRoom, 0);
+  toolBar_.installEventFilter(this);
   AddLamp("picLED_ON", "LedOn", form_.picLED_ON);
   AddLamp("picLED_OFF", "LedOff", form_.picLED_OFF);
 }
@@ -232,13 +235,19 @@ void MainWindow::AddLamp(const char* name, const QString& picture, Lamp& model) 
   auto& lamp = Make<LampLabel>(picture);
   Name(lamp, name, FromWire(model.ToolTip));
   lamp.setToolTip(FromWire(model.ToolTip));
-  // A widget in a toolbar shows and hides by the action that stands for it.
-  QAction& holder = *toolBar_.addWidget(&lamp);
-  const QPointer<QAction> guard(&holder);
+  // On the toolbar but no tool of it: what a narrow bar has no room for goes into its menu.
+  lamp.setParent(&toolBar_);
+  const QPointer<QLabel> guard(&lamp);
   model.onChanged = [guard, &model] {
     if (guard) guard->setVisible(model.Visible());
   };
   model.onChanged();
+}
+
+void MainWindow::PlaceLamps() {
+  for (QLabel* lamp : toolBar_.findChildren<QLabel*>(Qt::FindDirectChildrenOnly)) {
+    lamp->setGeometry(toolBar_.width() - kLampRoom, 0, kLampRoom, toolBar_.height());
+  }
 }
 
 void MainWindow::BuildStatusBar() {
@@ -362,6 +371,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
   if (watched == &area_ && event->type() == QEvent::Resize) {
     form_.NoteInnerSize(PixelsToUnits(area_.width()), PixelsToUnits(area_.height()));
   }
+  if (watched == &toolBar_ && event->type() == QEvent::Resize) PlaceLamps();
   return QMainWindow::eventFilter(watched, event);
 }
 

@@ -42,6 +42,7 @@ class MainWindow : public QMainWindow {
   void BuildToolBar();
   void AddTool(const frmMain::Tool& tool, Button& model);
   void AddLamp(const char* name, const QString& picture, Lamp& model);
+  void PlaceLamps();
   void BuildStatusBar();
   void AddPanes();
   QWidget* MakePaneContent(const Form& form);

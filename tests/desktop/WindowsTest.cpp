@@ -119,6 +119,27 @@ TEST_F(Windows, ARefusedRenameGivesTheRootItsNameBack) {
        }});
 }
 
+TEST_F(Windows, TheLampStaysOnTheToolbarOfANarrowWindow) {
+  Run({[](MainModule&) { Shown("frmMain")->resize(1000, 500); },
+       [](MainModule&) {
+         EXPECT_NE(Shown("picLED_OFF"), nullptr);
+         Shown("frmMain")->resize(300, 500);
+       },
+       [](MainModule& module) {
+         EXPECT_LT(Shown("frmMain")->width(), 430);
+         for (const char* name : {"picLED_OFF", "picLED_ON"}) {
+           const QWidget* lamp = Shown(name);
+           ASSERT_NE(lamp, nullptr) << name;
+           EXPECT_EQ(lamp->visibleRegion().boundingRect(), lamp->rect());
+           const QWidget* more = Shown("qt_toolbar_ext_button");
+           EXPECT_TRUE(more && !more->geometry().intersects(lamp->geometry()));
+           module.main.picLED_ON.SetVisible(true);
+           module.main.picLED_OFF.SetVisible(false);
+         }
+         EXPECT_EQ(Shown("picLED_OFF"), nullptr);
+       }});
+}
+
 TEST_F(Windows, TheMainWindowFitsASmallScreenAndItsPicturesADarkOne) {
   Run({[](MainModule&) {
     const QSize least = Shown("frmMain")->minimumSizeHint();
