@@ -241,10 +241,9 @@ void ShowTitle(QWidget& widget, const Form& form) {
 QString PlainToolTip(const QString& text) {
   if (text.isEmpty()) return {};
   constexpr qsizetype kLine = 70;
-  // No path is as long as this: the toolkit would show it beyond the edges of the screen.
-  static const QRegularExpression kEndless("(\\S{120})");
+  static const QRegularExpression kBreak("[ \u200b]");
   QString lines;
-  for (const QString& word : Shortened(text).replace(kEndless, "\\1 ").split(' ')) {
+  for (const QString& word : Breakable(Shortened(text)).split(kBreak)) {
     const qsizetype used = lines.size() - lines.lastIndexOf('\n') - 1;
     if (!lines.isEmpty()) lines += used + word.size() < kLine ? ' ' : '\n';
     lines += word;

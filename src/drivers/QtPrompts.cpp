@@ -79,7 +79,8 @@ QList<Filter> FiltersOf(const std::string& text) {
 
 void Fill(QMessageBox& box, const Message& message) {
   box.setTextFormat(Qt::PlainText);
-  box.setText(Shortened(Lines(message.text) + QString::fromStdString(message.systemText)));
+  const QString text = Lines(message.text) + QString::fromStdString(message.systemText);
+  box.setText(Breakable(Shortened(text, kShownInMessage)));
   box.setWindowTitle(Shortened(Lines(message.title)));
   box.setIcon(IconOf(message.icon));
   if (message.buttons == MessageButtons::Ok) {

@@ -1,16 +1,18 @@
 #include "drivers/ShownText.h"
 
+#include <QRegularExpression>
+
 namespace oriolemark {
-namespace {
 
-constexpr qsizetype kHead = 400;
-constexpr qsizetype kEnd = 100;
+QString Shortened(const QString& text, qsizetype limit) {
+  if (text.size() <= limit) return text;
+  const qsizetype end = limit / 5;
+  return text.first(limit - end) + "..." + text.last(end);
+}
 
-}  // namespace
-
-QString Shortened(const QString& text) {
-  if (text.size() <= kHead + kEnd) return text;
-  return text.first(kHead) + "..." + text.last(kEnd);
+QString Breakable(QString text) {
+  static const QRegularExpression kEndless("(\\S{120})");
+  return text.replace(kEndless, "\\1\u200b");
 }
 
 }  // namespace oriolemark
