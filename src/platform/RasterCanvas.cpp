@@ -130,9 +130,11 @@ void RasterCanvas::SetSize(int width, int height) {
   width_ = std::max(0, width);
   height_ = std::max(0, height);
   const std::size_t count = static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_);
-  // A picture that was once zoomed far in gives its room back.
-  if (count < pixels_.capacity() / 4) pixels_ = {};
-  pixels_.resize(count);
+  if (count == pixels_.size()) return;
+  // Anew, for a vector that shrinks keeps its memory; and empty in between, so that the memory of
+  // two pictures is never held at once.
+  std::vector<std::uint32_t>().swap(pixels_);
+  pixels_ = std::vector<std::uint32_t>(count);
 }
 
 void RasterCanvas::Clear(Color background) {

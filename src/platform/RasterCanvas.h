@@ -26,6 +26,8 @@ class RasterCanvas final : public Canvas {
   // until the next SetSize or CopyFrom.
   const std::uint32_t* Pixels() const { return pixels_.data(); }
   std::uint32_t* Pixels() { return pixels_.data(); }
+  // Pixels that memory is held for.
+  std::size_t Capacity() const { return pixels_.capacity(); }
 
   void Clear(Color background) override;
   void SetColor(Color color) override { color_ = color; }

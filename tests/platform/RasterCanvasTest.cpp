@@ -55,6 +55,14 @@ TEST(RasterCanvas, LinesSetTheirPixels) {
   }
 }
 
+TEST(RasterCanvas, MemoryIsHeldForTheSizeItHasAndNoMore) {
+  RasterCanvas canvas;
+  for (const int width : {10, 11, 3500, 1200, 1199, 0}) {
+    canvas.SetSize(width, 2);
+    EXPECT_EQ(canvas.Capacity(), 2 * width);
+  }
+}
+
 TEST(RasterCanvas, WildCoordinatesCostNothingAndStayOutside) {
   constexpr int kMany = std::numeric_limits<int>::max();
   using Limits = std::numeric_limits<double>;
