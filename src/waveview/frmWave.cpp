@@ -45,6 +45,11 @@ std::optional<double> ZoomOf(const std::string& text) {
   return *percent / 100;
 }
 
+// Whole pixels, for a fitted zoom times the picture's size is the room but for rounding.
+double PixelsBeyond(double size, double room) {
+  return std::max(0.0, static_cast<double>(RoundToInt(size)) - RoundToInt(room));
+}
+
 int ScrolledBy(const ScrollBar& bar, double range) {
   return RoundToInt(-bar.Value() * range / 100);
 }
@@ -229,14 +234,14 @@ void frmWave::FitPicture() {
   ScrollPicture();
 }
 
-// A bar shows where the picture is larger than the room for it; where both show, each leaves the
-// corner to the other.
+// A bar shows where the picture is larger than the room for it by a whole pixel; where both show,
+// each leaves the corner to the other.
 void frmWave::PlaceScrollBars() {
   const UnitRect& back = BackPic.Place();
   const double width = UnitsToPixels(back.width);
   const double height = UnitsToPixels(back.height);
-  HRange = std::max(0.0, kPictureWidth * ZoomFactor - width);
-  VRange = std::max(0.0, kPictureHeight * ZoomFactor - height);
+  HRange = PixelsBeyond(kPictureWidth * ZoomFactor, width);
+  VRange = PixelsBeyond(kPictureHeight * ZoomFactor, height);
   const double corner = HRange > 0 && VRange > 0 ? kBarThickness : 0;
   HScroll.SetPlace({.left = back.left + kBarInset,
                     .top = back.top + back.height - kBarFromEdge,

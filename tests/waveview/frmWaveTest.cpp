@@ -132,6 +132,17 @@ TEST(frmWave, ScrollBarsShowWhereThePictureIsLarger) {
   }
 }
 
+TEST(frmWave, NoBarShowsForAPartOfAPixel) {
+  WaveBench bench;
+  for (const int size : {358, 359, 366, 398}) {
+    bench.GiveRoom(size, size + 1.0 / 3);
+    bench.view.BestFitChk.SetValue(true);
+    bench.view.BestFitChk.SetValue(false);
+    bench.view.ChkCursorX.SetValue(!bench.view.ChkCursorX.Value());
+    EXPECT_FALSE(bench.view.HScroll.Visible() || bench.view.VScroll.Visible()) << size;
+  }
+}
+
 TEST(frmWave, APictureBeyond64MillionPixelsIsNotDrawn) {
   WaveBench bench;
   bench.view.ZoomCombo.EndEdit("2700%");
