@@ -88,7 +88,7 @@ Readouts MakeReadouts(const WaveRecord& record, const WaveCursors& cursors, doub
 
 double ReadoutColumn(double zoom) {
   const double base = zoom >= 1.2 ? (5.0 / 6) * kGridWidth * zoom - 50 : kGridWidth * zoom - 120;
-  return RoundToInt(base + kMargin);
+  return base + kMargin;
 }
 
 }  // namespace
@@ -116,19 +116,19 @@ void DisplayCursorM(const WaveSurface& surface, const WaveRecord& record,
   canvas.SetBold(true);
   if (cursors.CursorXOn && !record.TimeRange.empty()) {
     canvas.SetColor(surface.colors.timeReadout);
-    canvas.Text({x, 30}, readouts.frequency);
-    canvas.Text({x, 50}, readouts.time);
+    surface.Text({x, 30}, readouts.frequency);
+    surface.Text({x, 50}, readouts.time);
     row = 45;
   }
   if (!cursors.CursorYOn) return;
   if (ShowsChannel(record, 1)) {
     canvas.SetColor(surface.colors.ch1Readout);
-    canvas.Text({x, row + 25}, readouts.ch1);
+    surface.Text({x, row + 25}, readouts.ch1);
     row += 20;
   }
   if (ShowsChannel(record, 2)) {
     canvas.SetColor(surface.colors.ch2Readout);
-    canvas.Text({x, row + 25}, readouts.ch2);
+    surface.Text({x, row + 25}, readouts.ch2);
   }
 }
 

@@ -103,7 +103,7 @@ void DrawScrGrid(const WaveSurface& surface, GridDots dots) {
   if (dots == GridDots::Shown) DrawGridDots(surface);
   canvas.SetColor(surface.colors.brand);
   canvas.SetBold(true);
-  canvas.Text({kMargin, kTitleLine}, kBrand);
+  surface.Text({kMargin, kTitleLine}, kBrand);
   canvas.SetBold(false);
 }
 

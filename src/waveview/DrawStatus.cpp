@@ -23,7 +23,7 @@ constexpr double kCenterY = kGridHeight / 2;
 constexpr std::size_t kOffsetUnit = 3;
 
 void DrawStatusText(const WaveSurface& surface, double units, const std::string& text) {
-  surface.canvas.Text({surface.At(units), surface.At(kStatusLine)}, text);
+  surface.Text({surface.At(units), surface.At(kStatusLine)}, text);
 }
 
 double OffsetDivisions(const std::string& offset) {
@@ -45,12 +45,12 @@ void DrawCenterMark(Canvas& canvas, double left) {
   canvas.Polyline(mark);
 }
 
-void DrawTriggerTag(Canvas& canvas, double left) {
+void DrawTriggerTag(const WaveSurface& surface, double left) {
   const std::array<Point, 6> tag{
       {{left, 30}, {left + 8, 30}, {left + 8, 40}, {left + 4, 44}, {left, 40}, {left, 30}}};
-  canvas.Polyline(tag);
-  canvas.SetBold(false);
-  canvas.Text({left + 1, 31}, "T");
+  surface.canvas.Polyline(tag);
+  surface.canvas.SetBold(false);
+  surface.Text({left + 1, 31}, "T");
 }
 
 }  // namespace
@@ -60,7 +60,7 @@ void DrawXYStatus(const WaveSurface& surface, const std::string& ch1Range,
   Canvas& canvas = surface.canvas;
   canvas.SetBold(true);
   canvas.SetColor(surface.colors.xyDots);
-  canvas.Text({surface.At(kXYTitle), kTitleLine}, "X-Y Mode");
+  surface.Text({surface.At(kXYTitle), kTitleLine}, "X-Y Mode");
   canvas.SetColor(surface.colors.ch1);
   DrawStatusText(surface, kCH1Text, "CH1 " + ch1Range);
   canvas.SetColor(surface.colors.ch2);
@@ -75,7 +75,7 @@ void DrawChannelStatus(const WaveSurface& surface, const std::string& channel,
   const double top = surface.At(ground) - 5;
   DrawFlag(canvas, top);
   canvas.SetBold(false);
-  canvas.Text({10, top - 1}, channel.substr(channel.size() - 1));
+  surface.Text({10, top - 1}, channel.substr(channel.size() - 1));
   canvas.SetBold(true);
   DrawStatusText(surface, channel == "CH1" ? kCH1Text : kCH2Text, channel + " " + range);
 }
@@ -89,7 +89,7 @@ void DrawTimeStatus(const WaveSurface& surface, const std::string& timeBase,
       kCenterX - kDivision * ConvertStrToTime(delay).value / ConvertStrToTime(timeBase).value;
   if (trigger > 0 && trigger < kGridWidth) {
     DrawCenterMark(canvas, surface.At(kCenterX) - 4);
-    DrawTriggerTag(canvas, surface.At(trigger) - 4);
+    DrawTriggerTag(surface, surface.At(trigger) - 4);
   }
   canvas.SetBold(false);
   DrawStatusText(surface, kDelayText, "Delay:" + delay);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Canvas.h"
+#include "platform/Rounding.h"
 
 namespace oriolemark {
 
@@ -78,6 +79,10 @@ struct WaveSurface {
 
   // The pixel of a place in grid units, along either axis.
   double At(double units) const { return units * zoom + kMargin; }
+  // A text at the nearest pixel.
+  void Text(Point at, std::string_view text) const {
+    canvas.Text({double(RoundToInt(at.x)), double(RoundToInt(at.y))}, text);
+  }
 };
 
 }  // namespace oriolemark

@@ -115,7 +115,7 @@ TEST(DrawChannelStatus, TheMarkerStandsAtTheGroundLevelInsideTheGrid) {
 TEST(DrawTimeStatus, TriggerMarksStandInsideTheGridOnly) {
   // The time base, the delay, and where the "T" stands, empty without marks.
   for (const auto& row : Rows(R"(
-1ms | 0.0000s | 172,31 || 1ms | 2ms | 122,31 || 1ms | -5.99ms | 321.75,31 || 1ms | 6ms | -
+1ms | 0.0000s | 172,31 || 1ms | 2ms | 122,31 || 1ms | -5.99ms | 322,31 || 1ms | 6ms | -
 1ms | -6ms | - || 0s | 1ms | - || 0s | 0s | - || - | 1ms | - || 1ms | - | 172,31
 1ms | >1s | 172,31
 )")) {
