@@ -59,9 +59,13 @@ constexpr std::array<Channel, 2> kChannels{{
      &WaveRecord::CH2Range},
 }};
 
-void DrawChannel(const WaveSurface& surface, const WaveRecord& record, const Channel& channel) {
-  surface.canvas.SetColor(surface.colors.*channel.color);
+using DrawPart = void (*)(const WaveSurface&, const WaveRecord&, const Channel&);
+
+void DrawStatusOf(const WaveSurface& surface, const WaveRecord& record, const Channel& channel) {
   DrawChannelStatus(surface, channel.name, record.*channel.offset, record.*channel.range);
+}
+
+void DrawDataOf(const WaveSurface& surface, const WaveRecord& record, const Channel& channel) {
   const SampleArray& data = record.*channel.data;
   if (record.IsScan) {
     DrawScanTrace(surface, data, record.Count, record.RollingStartPos, record.RollingEraseWidth);
@@ -69,6 +73,21 @@ void DrawChannel(const WaveSurface& surface, const WaveRecord& record, const Cha
   }
   DrawTrace(surface, data, record.Count);
   if (record.Envelope) DrawTrace(surface, record.*channel.least, record.Count);
+}
+
+void DrawStatusAndDataOf(const WaveSurface& surface, const WaveRecord& record,
+                         const Channel& channel) {
+  DrawStatusOf(surface, record, channel);
+  DrawDataOf(surface, record, channel);
+}
+
+// Those parts of each channel that the record holds, in the channel's colour.
+void DrawChannels(const WaveSurface& surface, const WaveRecord& record, DrawPart draw) {
+  for (const Channel& channel : kChannels) {
+    if (!ShowsChannel(record, channel.number)) continue;
+    surface.canvas.SetColor(surface.colors.*channel.color);
+    draw(surface, record, channel);
+  }
 }
 
 }  // namespace
@@ -86,8 +105,12 @@ void DrawOSC(const WaveSurface& surface, const WaveRecord& record) {
     DrawXYStatus(surface, record.CH1Range, record.CH2Range);
     return;
   }
-  for (const Channel& channel : kChannels) {
-    if (ShowsChannel(record, channel.number)) DrawChannel(surface, record, channel);
+  if (record.ColorOn) {
+    DrawChannels(surface, record, DrawStatusAndDataOf);
+  } else {
+    // With no colour to tell them apart, the texts of both channels come before the data of any.
+    DrawChannels(surface, record, DrawStatusOf);
+    DrawChannels(surface, record, DrawDataOf);
   }
   if (record.FFTOn) {
     surface.canvas.SetColor(surface.colors.spectrum);

@@ -169,6 +169,22 @@ TEST(DrawOSC, TracesFollowInOrderOfChannelsMaximumFirst) {
   }
 }
 
+TEST(DrawOSC, BlackOnWhiteTheTextsOfBothChannelsComeBeforeTheData) {
+  for (const auto& [colorOn, order] : {std::pair(true, "1t2t"), std::pair(false, "12tt")}) {
+    WaveRecord record = Record();
+    record.ColorOn = colorOn;
+    record.CH1Offset = record.CH2Offset = "0div";
+    RecordingCanvas canvas;
+    DrawOSC(On(canvas, 1.0, colorOn), record);
+    std::string found;
+    for (const std::string& call : canvas.calls) {
+      if (call.starts_with("text 10,119")) found += call.back();
+      if (call.starts_with("line 25,25 26,")) found += 't';
+    }
+    EXPECT_EQ(found, order);
+  }
+}
+
 TEST(DrawOSC, XYHasDotsAndItsOwnTextsOnly) {
   WaveRecord record = Record();
   record.IsYT = false;
