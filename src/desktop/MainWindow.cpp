@@ -39,7 +39,7 @@ constexpr int kSecond = 1000;
 constexpr int kFramePatience = 200;    // ms until the desktop has put its frame around the window
 constexpr int kLampRoom = 28;          // pixels at the right end of the toolbar
 constexpr QSize kLeastView(360, 450);  // the controls of a view and a small picture
-constexpr UnitRect kIconSize{.width = 160, .height = 32};  // pixels
+constexpr UnitRect kIconSize{.width = 2400, .height = 480};
 
 struct MenuName {
   MenuEntry frmMain::*entry;
@@ -355,15 +355,13 @@ void MainWindow::Arrange(Arrangement arrangement) {
     return window->isHidden() || window->isMinimized() != icons;
   });
   // The scroll bars go when all windows are inside.
-  const QSize room = area_.maximumViewportSize();
-  const std::vector<UnitRect> places = ArrangeWindows(arrangement, room.width(), room.height(),
+  const UnitRect room = ToUnits({QPoint(), area_.maximumViewportSize()});
+  const std::vector<UnitRect> places = ArrangeWindows(arrangement, room.width, room.height,
                                                       static_cast<int>(windows.size()), kIconSize);
   for (std::size_t i = 0; i < places.size(); ++i) {
     QMdiSubWindow& window = *windows[static_cast<qsizetype>(i)];
     if (window.isMaximized()) window.showNormal();
-    const UnitRect& place = places[i];
-    window.setGeometry(RoundToInt(place.left), RoundToInt(place.top), RoundToInt(place.width),
-                       RoundToInt(place.height));
+    window.setGeometry(ToPixels(places[i]));
   }
 }
 

@@ -13,7 +13,8 @@ constexpr int kMostInOneRow = 3;
 
 std::vector<UnitRect> Cascade(double width, double height, int count) {
   const UnitRect size{0, 0, width * kCascadeShare, height * kCascadeShare};
-  const double room = std::max(1.0, std::floor((height - size.height) / kCascadeStep) + 1);
+  const double left = std::min(width, height) * (1 - kCascadeShare);
+  const double room = std::floor(std::max(0.0, left) / kCascadeStep) + 1;
   std::vector<UnitRect> places;
   for (int i = 0; i < count; ++i) {
     const double step = std::fmod(i, room) * kCascadeStep;

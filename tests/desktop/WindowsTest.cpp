@@ -2,6 +2,8 @@
 
 #include <QAccessible>
 #include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPalette>
 #include <QTest>
 #include <QToolButton>
@@ -10,6 +12,7 @@
 
 #include "desktop/Icons.h"
 #include "desktop/RunWindows.h"
+#include "platform/RasterCanvas.h"
 
 namespace oriolemark {
 namespace {
@@ -83,6 +86,7 @@ TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
          EXPECT_TRUE(Shown("frmWave")->isAncestorOf(QApplication::focusWidget()));
          QTest::keyClick(QApplication::focusWidget(), Qt::Key_W, Qt::ControlModifier);
          EXPECT_FALSE(view.Loaded());
+         EXPECT_EQ(dynamic_cast<RasterCanvas&>(view.WavePic.Surface()).Capacity(), 0);
          QWidget* tree = Shown("DataSheetTree");
          tree->setFocus();
          QTest::keyClick(tree, Qt::Key_End);
@@ -100,6 +104,44 @@ TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
          QTest::keyClick(box, Qt::Key_Escape);
          EXPECT_FALSE(module.sheet.Waves[0].HasData);
        }});
+}
+
+// The wave views that are open, the first one at the back.
+QList<QMdiSubWindow*> Views() {
+  return qobject_cast<QMdiArea*>(Shown("MdiArea"))->subWindowList(QMdiArea::StackingOrder);
+}
+
+// A main window with three wave views.
+std::vector<std::function<void(MainModule&)>> OpenThreeViews() {
+  const auto add = [](MainModule& module) { module.main.Tools[10].action(); };
+  return {add, add, add, [](MainModule&) { Shown("frmMain")->resize(1200, 900); }};
+}
+
+TEST_F(Windows, WaveViewsAreArrangedInPixels) {
+  auto steps = OpenThreeViews();
+  steps.push_back([](MainModule& module) {
+    const QSizeF room = qobject_cast<QMdiArea*>(Shown("MdiArea"))->maximumViewportSize();
+    const double width = room.width(), height = room.height();
+    // The place of the window at the back, and how far each stands from the one before.
+    const std::tuple<MenuEntry frmMain::*, QRectF, QPointF> rows[] = {
+        {&frmMain::mnuWindowCascade, {0, 0, width * 0.75, height * 0.75}, {26, 26}},
+        {&frmMain::mnuWindowTileHorizontal, {0, 0, width, height / 3}, {0, height / 3}},
+        {&frmMain::mnuWindowTileVertical, {0, 0, width / 3, height}, {width / 3, 0}},
+        {&frmMain::mnuWindowArrangeIcons, {0, height - 32, 160, 32}, {160, 0}}};
+    for (const auto& [entry, first, step] : rows) {
+      if (entry == &frmMain::mnuWindowArrangeIcons) {
+        for (QMdiSubWindow* view : Views()) view->showMinimized();
+      }
+      (module.main.*entry).Click();
+      for (int i = 0; i < 3; ++i) {
+        const QRectF place = first.translated(step * i);
+        EXPECT_LE((place.topLeft() - Views()[i]->pos()).manhattanLength(), 2) << i << place.x();
+        EXPECT_LE((place.bottomRight() - Views()[i]->geometry().bottomRight()).manhattanLength(), 3)
+            << i << place.width();
+      }
+    }
+  });
+  Run(steps);
 }
 
 TEST_F(Windows, ARefusedRenameGivesTheRootItsNameBack) {
