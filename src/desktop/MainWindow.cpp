@@ -361,7 +361,9 @@ void MainWindow::Arrange(Arrangement arrangement) {
   for (std::size_t i = 0; i < places.size(); ++i) {
     QMdiSubWindow& window = *windows[static_cast<qsizetype>(i)];
     if (window.isMaximized()) window.showNormal();
-    window.setGeometry(ToPixels(places[i]));
+    const QRect place = ToPixels(places[i]);
+    const QSize least = icons ? QSize() : window.minimumSizeHint();
+    window.setGeometry({place.topLeft(), place.size().expandedTo(least)});
   }
 }
 

@@ -8,6 +8,7 @@
 #include <QMdiArea>
 #include <QPointer>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QToolButton>
@@ -21,6 +22,7 @@ namespace oriolemark {
 namespace {
 
 constexpr QSize kFirstSize(640, 480);
+constexpr QSize kLeastPicture(120, 90);  // also the height of the refresh button's frame
 
 QGroupBox& AddGroup(QWidget& strip, const QString& title) {
   auto& group = Make<QGroupBox>(title, &strip);
@@ -77,8 +79,8 @@ void AddRefresh(QGroupBox& group, Button& model) {
 }
 
 // The controls at the left edge.
-QWidget& MakeStrip(frmWave& form, QWidget* parent) {
-  auto& strip = Make<QWidget>(parent);
+QWidget& MakeStrip(frmWave& form) {
+  auto& strip = Make<QWidget>();
   auto& layout = Make<QVBoxLayout>(&strip);
   layout.setContentsMargins(3, 3, 3, 3);
   layout.setSpacing(3);
@@ -133,19 +135,42 @@ bool MoveCursor(frmWave& form, const QKeyEvent& event) {
   return false;
 }
 
+// Scrolls its controls where it lacks the height for them.
+class StripArea : public QScrollArea {
+ public:
+  StripArea(frmWave& form, QWidget* parent) : QScrollArea(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWidgetResizable(true);
+    setWidget(&MakeStrip(form));
+    verticalScrollBar()->setAccessibleName("Scroll the controls");
+  }
+
+  // What the controls need, with the bar where it shows.
+  int WidthFor(int height) const {
+    const bool scrolls = height < widget()->minimumSizeHint().height();
+    return widget()->sizeHint().width() + (scrolls ? verticalScrollBar()->sizeHint().width() : 0);
+  }
+};
+
 // The room inside the window.
 class WavePanel : public QWidget {
  public:
-  explicit WavePanel(frmWave& form) : form_(form), strip_(MakeStrip(form, this)) {
+  explicit WavePanel(frmWave& form) : form_(form), strip_(Make<StripArea>(form, this)) {
     auto& picture = Make<WavePictureWidget>(form.WavePic, form.BackPic, this);
     picture.onKey = [&form](const QKeyEvent& event) { return MoveCursor(form, event); };
     AddBar(*this, "HScroll", Qt::Horizontal, "Scroll left and right", form.HScroll);
     AddBar(*this, "VScroll", Qt::Vertical, "Scroll up and down", form.VScroll);
   }
 
+  QSize minimumSizeHint() const override {
+    return {strip_.WidthFor(0) + kLeastPicture.width(), kLeastPicture.height()};
+  }
+
  protected:
   void resizeEvent(QResizeEvent*) override {
-    const int stripWidth = strip_.sizeHint().width();
+    const int stripWidth = strip_.WidthFor(height());
     strip_.setGeometry(0, 0, stripWidth, height());
     form_.stripWidth = PixelsToUnits(stripWidth);
     form_.NoteInnerSize(PixelsToUnits(width()), PixelsToUnits(height()));
@@ -159,7 +184,7 @@ class WavePanel : public QWidget {
 
  private:
   frmWave& form_;
-  QWidget& strip_;
+  StripArea& strip_;
 };
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPalette>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -140,6 +142,26 @@ TEST_F(Windows, WaveViewsAreArrangedInPixels) {
             << i << place.width();
       }
     }
+  });
+  Run(steps);
+}
+
+TEST_F(Windows, TheControlsOfALowWaveViewScroll) {
+  auto steps = OpenThreeViews();
+  steps.push_back([](MainModule& module) { module.main.mnuWindowTileHorizontal.Click(); });
+  steps.push_back([](MainModule&) {
+    const QMdiSubWindow& view = *Views()[2];
+    auto* strip = view.findChild<QScrollArea*>();
+    ASSERT_NE(strip, nullptr);
+    EXPECT_EQ(strip->geometry().right() + 1, view.findChild<QWidget*>("WavePic")->x());
+    // The first control is there and the last one can be reached, and neither is squeezed.
+    for (const char* name : {"cmdRefresh", "ChkCursorY"}) {
+      auto* control = view.findChild<QWidget*>(name);
+      strip->ensureWidgetVisible(control);
+      EXPECT_GE(control->height(), control->sizeHint().height()) << name;
+      EXPECT_EQ(control->visibleRegion().boundingRect(), control->rect()) << name;
+    }
+    EXPECT_GT(strip->verticalScrollBar()->value(), 0);
   });
   Run(steps);
 }
