@@ -60,7 +60,11 @@ FormDialog::FormDialog(Form& form, const char* name, QWidget* parent)
     if (guard) guard->ShowForm();
   };
   form.onMoved = [guard] {
-    if (guard) guard->move(ToPixels(guard->form_.Place()).topLeft());
+    if (!guard) return;
+    // A window that is sized after it was placed, and before it is up, loses its place: its frame
+    // is put around what was asked for, and so a little further up and left each time.
+    guard->adjustSize();
+    guard->move(ToPixels(guard->form_.Place()).topLeft());
   };
   form.onFront = [guard] {
     if (!guard) return;

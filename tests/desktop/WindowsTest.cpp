@@ -108,6 +108,28 @@ TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
        }});
 }
 
+TEST_F(Windows, AWindowWithAFrameStaysWhereItWasPut) {
+  const auto show = [](MainModule& module) {
+    module.progress.Load();
+    module.progress.Timer1.SetEnabled(false);
+    module.progress.Move({.left = 1500, .top = 1500});
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->objectName() != "frmPrgress") continue;
+      EXPECT_EQ(window->size(), window->sizeHint()) << "sized before it is put anywhere";
+    }
+    module.progress.Show();
+  };
+  const auto look = [](MainModule& module) {
+    const QWidget& window = *Shown("frmPrgress");
+    EXPECT_EQ(window.pos(), QPoint(100, 100));
+    EXPECT_NE(window.geometry().topLeft(), window.pos()) << "inside a frame";
+    EXPECT_EQ(module.progress.Place().left, 1500);
+    EXPECT_EQ(module.progress.Place().top, 1500);
+    module.progress.Unload();
+  };
+  Run({show, look, show, look});
+}
+
 // The wave views that are open, the first one at the back.
 QList<QMdiSubWindow*> Views() {
   return qobject_cast<QMdiArea*>(Shown("MdiArea"))->subWindowList(QMdiArea::StackingOrder);
