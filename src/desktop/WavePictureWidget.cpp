@@ -6,6 +6,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
+#include <algorithm>
+#include <cmath>
 #include <map>
 
 #include "desktop/Bind.h"
@@ -47,6 +49,11 @@ std::unique_ptr<Canvas> MakeRasterCanvas() {
   return std::make_unique<RasterCanvas>(PaintText);
 }
 
+double CanvasScale(const QWidget& widget) {
+  const double ratio = widget.devicePixelRatioF();
+  return ratio / std::max(1.0, std::floor(ratio + 0.5));
+}
+
 WavePictureWidget::WavePictureWidget(Picture& picture, Backdrop& backdrop, QWidget* parent)
     : QWidget(parent), picture_(picture), backdrop_(backdrop) {
   Name(*this, "WavePic", "Waveform");
@@ -72,9 +79,11 @@ void WavePictureWidget::paintEvent(QPaintEvent*) {
   painter.fillRect(rect(), ToColor(backdrop_.Background()));
   const auto* raster = dynamic_cast<const RasterCanvas*>(&picture_.Surface());
   if (raster == nullptr || raster->Width() == 0 || raster->Height() == 0) return;
-  painter.drawImage(
-      picture_.Left(), picture_.Top(),
-      Wrap(reinterpret_cast<const uchar*>(raster->Pixels()), raster->Width(), raster->Height()));
+  QImage image =
+      Wrap(reinterpret_cast<const uchar*>(raster->Pixels()), raster->Width(), raster->Height());
+  const double scale = CanvasScale(*this);
+  image.setDevicePixelRatio(scale);
+  painter.drawImage(QPointF(picture_.Left(), picture_.Top()) / scale, image);
   if (marked_) {
     painter.setPen(QPen(palette().highlight(), 2));
     painter.drawRect(rect().adjusted(1, 1, -1, -1));
@@ -97,29 +106,34 @@ void WavePictureWidget::keyPressEvent(QKeyEvent* event) {
   if (!onKey || !onKey(*event)) QWidget::keyPressEvent(event);
 }
 
+QPointF WavePictureWidget::InPicture(QPointF at) const {
+  return at * CanvasScale(*this) - QPointF(picture_.Left(), picture_.Top());
+}
+
 bool WavePictureWidget::OverPicture(QPointF at) const {
-  return QRectF(picture_.Left(), picture_.Top(), picture_.Width(), picture_.Height()).contains(at);
+  return QRectF(0, 0, picture_.Width(), picture_.Height()).contains(InPicture(at));
 }
 
 void WavePictureWidget::mousePressEvent(QMouseEvent* event) {
   if (!OverPicture(event->position())) return;
   held_ = true;
-  picture_.MouseDown(event->position().x() - picture_.Left(),
-                     event->position().y() - picture_.Top());
+  const QPointF at = InPicture(event->position());
+  picture_.MouseDown(at.x(), at.y());
 }
 
 void WavePictureWidget::mouseMoveEvent(QMouseEvent* event) {
   // A window that came up meanwhile has swallowed the release.
   if (held_ && event->buttons() == Qt::NoButton) mouseReleaseEvent(event);
   if (!held_ && !OverPicture(event->position())) return;
-  picture_.MouseMove(event->position().x() - picture_.Left(),
-                     event->position().y() - picture_.Top());
+  const QPointF at = InPicture(event->position());
+  picture_.MouseMove(at.x(), at.y());
 }
 
 void WavePictureWidget::mouseReleaseEvent(QMouseEvent* event) {
   if (!held_) return;
   held_ = event->buttons() != Qt::NoButton;
-  picture_.MouseUp(event->position().x() - picture_.Left(), event->position().y() - picture_.Top());
+  const QPointF at = InPicture(event->position());
+  picture_.MouseUp(at.x(), at.y());
 }
 
 void WavePictureWidget::ShowPointer() {

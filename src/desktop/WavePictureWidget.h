@@ -12,6 +12,11 @@ namespace oriolemark {
 // A raster that draws its texts in the font of the program's pictures.
 std::unique_ptr<Canvas> MakeRasterCanvas();
 
+// Pixels of a picture in a pixel of the widget's window. A picture's pixel takes a whole number of
+// the screen's, so that all strokes are of one width; the nearest number, so that texts keep about
+// their size.
+double CanvasScale(const QWidget& widget);
+
 // Shows a picture inside the area behind it and reports the mouse in pixels of the picture. The
 // picture's pixels are shown as they are and never copied.
 class WavePictureWidget : public QWidget {
@@ -31,6 +36,8 @@ class WavePictureWidget : public QWidget {
   void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
+  // The pixel of the picture at a place of the widget.
+  QPointF InPicture(QPointF at) const;
   bool OverPicture(QPointF at) const;
   void ShowPointer();
 

@@ -173,6 +173,7 @@ class WavePanel : public QWidget {
     const int stripWidth = strip_.WidthFor(height());
     strip_.setGeometry(0, 0, stripWidth, height());
     form_.stripWidth = PixelsToUnits(stripWidth);
+    form_.canvasScale = CanvasScale(*this);
     form_.NoteInnerSize(PixelsToUnits(width()), PixelsToUnits(height()));
   }
 

@@ -225,8 +225,8 @@ void frmWave::FitPicture() {
   HScroll.SetVisible(false);
   VScroll.SetVisible(false);
   const UnitRect& back = BackPic.Place();
-  ZoomFactor = std::max(kLeastZoom, std::min(UnitsToPixels(back.width) / kPictureWidth,
-                                             UnitsToPixels(back.height) / kPictureHeight));
+  ZoomFactor = std::max(kLeastZoom, std::min(CanvasPixels(back.width) / kPictureWidth,
+                                             CanvasPixels(back.height) / kPictureHeight));
   ZoomCombo.SetEnabled(false);
   ShowZoom();
   HRange = 0;
@@ -238,8 +238,8 @@ void frmWave::FitPicture() {
 // each leaves the corner to the other.
 void frmWave::PlaceScrollBars() {
   const UnitRect& back = BackPic.Place();
-  const double width = UnitsToPixels(back.width);
-  const double height = UnitsToPixels(back.height);
+  const double width = CanvasPixels(back.width);
+  const double height = CanvasPixels(back.height);
   HRange = PixelsBeyond(kPictureWidth * ZoomFactor, width);
   VRange = PixelsBeyond(kPictureHeight * ZoomFactor, height);
   const double corner = HRange > 0 && VRange > 0 ? kBarThickness : 0;

@@ -41,6 +41,9 @@ class frmWave : public Form {
   // Width in window units that the controls at the left need; told by the toolkit's side before it
   // tells the room inside. Counts as 1100 at least.
   double stripWidth = kLeastStrip;
+  // Pixels of the picture in a pixel of the window, told likewise: 1 but on screens whose scale is
+  // no whole number.
+  double canvasScale = 1;
 
   Picture WavePic;
   Backdrop BackPic;
@@ -84,6 +87,8 @@ class frmWave : public Form {
   void GridCheck_Click();
   void OptionColor_Click(int index);
   void WavePic_MouseMove(double x, double y);
+  // So many window units in pixels of the picture.
+  double CanvasPixels(double units) const { return UnitsToPixels(units) * canvasScale; }
   void PlaceBackPic();
   void FitPicture();
   void PlaceScrollBars();

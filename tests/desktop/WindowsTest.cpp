@@ -188,6 +188,36 @@ TEST_F(Windows, TheControlsOfALowWaveViewScroll) {
   Run(steps);
 }
 
+TEST_F(Windows, APicturesPixelsAreWholeOnTheScreenAndLieUnderTheMouse) {
+  Run({[](MainModule& module) { module.main.Tools[10].action(); },
+       [](MainModule& module) {
+         auto& view = dynamic_cast<frmWave&>(*module.sheet.WaveViews[0]);
+         view.OptionColor.Select(0);
+         view.ChkCursorX.SetValue(true);
+         QWidget& picture = *Shown("WavePic");
+         const double ratio = picture.devicePixelRatioF();
+         const int whole = static_cast<int>(ratio + 0.5);  // pixels of the screen for each
+         const QPoint from(static_cast<int>(view.Cursors.X1Pos * whole / ratio), 60);
+         const QPoint to = from + QPoint(40, 0);
+         QTest::mousePress(&picture, Qt::LeftButton, {}, from);
+         QTest::mouseMove(&picture, to);
+         QTest::mouseRelease(&picture, Qt::LeftButton, {}, to);
+         const auto& canvas = dynamic_cast<RasterCanvas&>(view.WavePic.Surface());
+         const QImage screen = picture.grab().toImage();
+         const int width = std::min(canvas.Width() * whole, screen.width());
+         int wrong = 0, cursor = 0;
+         for (int y = 0; y < std::min(canvas.Height() * whole, screen.height()); ++y) {
+           for (int x = 0; x < width; ++x) {
+             const QRgb pixel = screen.pixel(x, y);
+             wrong += pixel != canvas.Pixels()[y / whole * canvas.Width() + x / whole];
+             cursor += pixel == qRgb(0, 128, 200) && std::abs(x - to.x() * ratio) <= whole;
+           }
+         }
+         EXPECT_EQ(wrong, 0);
+         EXPECT_GT(cursor, 50) << "where the mouse has let it go";
+       }});
+}
+
 TEST_F(Windows, ARefusedRenameGivesTheRootItsNameBack) {
   const auto tree = [] { return qobject_cast<QTreeWidget*>(Shown("DataSheetTree")); };
   Run({[&](MainModule&) {
