@@ -1,5 +1,6 @@
 #include "desktop/HelpWindow.h"
 
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -12,6 +13,7 @@ namespace oriolemark {
 namespace {
 
 constexpr QSize kFirstSize(960, 680);
+constexpr QSize kFrame(20, 50);  // room for what the desktop draws around a window
 
 }  // namespace
 
@@ -24,7 +26,7 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
   Make<QVBoxLayout>(this).setContentsMargins(0, 0, 0, 0);
   auto& escape = Make<QShortcut>(QKeySequence(Qt::Key_Escape), this);
   connect(&escape, &QShortcut::activated, this, &QWidget::hide);
-  resize(kFirstSize);
+  resize(kFirstSize.boundedTo(screen()->availableSize() - kFrame));
 }
 
 HelpWindow::~HelpWindow() = default;

@@ -1,5 +1,6 @@
 #include <QHelpLink>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QTest>
 #include <QTextBrowser>
 
@@ -54,6 +55,7 @@ TEST_F(Help, AFileThatCannotBeShownIsDescribedAndShowsNoWindow) {
   }
   EXPECT_EQ(open(HELP_FILE_PATH), "");
   EXPECT_TRUE(window.isVisible());
+  EXPECT_TRUE(window.screen()->availableGeometry().contains(window.frameGeometry()));
 }
 
 // Keys for the window, not for one of its widgets: a window that is blocked gets none.
