@@ -66,7 +66,9 @@ WavePictureWidget::WavePictureWidget(Picture& picture, Backdrop& backdrop, QWidg
     guard->update();
   };
   picture.onChanged = [guard] {
-    if (guard) guard->update();
+    if (!guard) return;
+    guard->setAccessibleDescription(FromWire(guard->picture_.Description()));
+    guard->update();
   };
   picture.onPointer = [guard] {
     if (guard) guard->ShowPointer();

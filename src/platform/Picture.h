@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "platform/Canvas.h"
@@ -40,6 +41,9 @@ class Picture : public Control {
     width_ = width;
     height_ = height;
   }
+  // What the picture shows, in words. Not told by itself either.
+  const std::string& Description() const { return description_; }
+  void SetDescription(std::string text) { description_ = std::move(text); }
   // The picture was sized or drawn anew: the listener is told once for the whole drawing.
   void NoteDrawn() const { Tell(); }
 
@@ -70,6 +74,7 @@ class Picture : public Control {
   }
 
   std::unique_ptr<Canvas> canvas_;
+  std::string description_;
   int left_ = 0;
   int top_ = 0;
   int width_ = 0;

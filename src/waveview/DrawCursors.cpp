@@ -17,14 +17,6 @@ constexpr double kLineInset = 5;  // pixels from the end of a cursor line to the
 constexpr double kMark = 5;       // half the width of an end mark, and its height
 constexpr double kLeastReadoutZoom = 0.4;
 
-// What the read-outs show: B and A across, C and D down.
-struct Readouts {
-  std::string frequency;
-  std::string time;
-  std::string ch1;
-  std::string ch2;
-};
-
 void DrawXCursors(Canvas& canvas, const WaveSurface& surface, const WaveCursors& cursors) {
   const double bottom = surface.At(kGridHeight);
   const std::array<int, 2> positions{RoundToInt(cursors.X1Pos), RoundToInt(cursors.X2Pos)};
@@ -65,25 +57,8 @@ std::string VoltsText(const std::string& range, double pixels, double zoom) {
   return ConvertVoltToStr(pixels * ConvertStrToVolt(range).value * 8 / 200 / zoom);
 }
 
-Readouts MakeReadouts(const WaveRecord& record, const WaveCursors& cursors, double zoom) {
-  Readouts readouts;
-  if (!record.TimeRange.empty()) {
-    const double pixels = std::abs(cursors.X2Pos - cursors.X1Pos);
-    const std::string time =
-        ConvertTimeToStr(pixels * ConvertStrToTime(record.TimeRange).value * 12 / 300 / zoom);
-    readouts.time = "|X1-X2|   =" + time;
-    // Worked out from the rounded text, so that both lines agree with each other.
-    const double shown = GetTimeVlu(time);
-    readouts.frequency = "1/|X1-X2|=" + (shown != 0 ? ConvertFreqToStr(1 / shown) : "???.? Hz");
-  }
-  const double rows = std::abs(cursors.Y2Pos - cursors.Y1Pos);
-  if (!record.CH1Range.empty()) {
-    readouts.ch1 = "|Y1-Y2|  =" + VoltsText(record.CH1Range, rows, zoom);
-  }
-  if (!record.CH2Range.empty()) {
-    readouts.ch2 = "|Y1-Y2|  =" + VoltsText(record.CH2Range, rows, zoom);
-  }
-  return readouts;
+std::string VoltsLine(const std::string& volts) {
+  return volts.empty() ? "" : "|Y1-Y2|  =" + volts;
 }
 
 double ReadoutColumn(double zoom) {
@@ -92,6 +67,27 @@ double ReadoutColumn(double zoom) {
 }
 
 }  // namespace
+
+Readouts MakeReadouts(const WaveRecord& record, const WaveCursors& cursors, double zoom) {
+  Readouts readouts;
+  if (!record.TimeRange.empty()) {
+    const double pixels = std::abs(cursors.X2Pos - cursors.X1Pos);
+    const std::string time =
+        ConvertTimeToStr(pixels * ConvertStrToTime(record.TimeRange).value * 12 / 300 / zoom);
+    readouts.time = time;
+    // Worked out from the rounded text, so that both lines agree with each other.
+    const double shown = GetTimeVlu(time);
+    readouts.frequency = shown != 0 ? ConvertFreqToStr(1 / shown) : "???.? Hz";
+  }
+  const double rows = std::abs(cursors.Y2Pos - cursors.Y1Pos);
+  if (!record.CH1Range.empty()) {
+    readouts.ch1 = VoltsText(record.CH1Range, rows, zoom);
+  }
+  if (!record.CH2Range.empty()) {
+    readouts.ch2 = VoltsText(record.CH2Range, rows, zoom);
+  }
+  return readouts;
+}
 
 void DrawCursors(const WaveSurface& surface, const WaveRecord& record, WaveCursors& cursors) {
   ClampCursors(cursors, surface.zoom);
@@ -116,19 +112,19 @@ void DisplayCursorM(const WaveSurface& surface, const WaveRecord& record,
   canvas.SetBold(true);
   if (cursors.CursorXOn && !record.TimeRange.empty()) {
     canvas.SetColor(surface.colors.timeReadout);
-    surface.Text({x, 30}, readouts.frequency);
-    surface.Text({x, 50}, readouts.time);
+    surface.Text({x, 30}, "1/|X1-X2|=" + readouts.frequency);
+    surface.Text({x, 50}, "|X1-X2|   =" + readouts.time);
     row = 45;
   }
   if (!cursors.CursorYOn) return;
   if (ShowsChannel(record, 1)) {
     canvas.SetColor(surface.colors.ch1Readout);
-    surface.Text({x, row + 25}, readouts.ch1);
+    surface.Text({x, row + 25}, VoltsLine(readouts.ch1));
     row += 20;
   }
   if (ShowsChannel(record, 2)) {
     canvas.SetColor(surface.colors.ch2Readout);
-    surface.Text({x, row + 25}, readouts.ch2);
+    surface.Text({x, row + 25}, VoltsLine(readouts.ch2));
   }
 }
 

@@ -12,6 +12,7 @@
 #include "waveview/DrawCursors.h"
 #include "waveview/DrawGrid.h"
 #include "waveview/DrawTraces.h"
+#include "waveview/WaveDescription.h"
 
 namespace oriolemark {
 namespace {
@@ -284,6 +285,7 @@ void frmWave::RepaintPicture() {
     DrawOSC(surface, record);
     DrawCursors(surface, record, Cursors);
   }
+  WavePic.SetDescription(DescribeWave(record, Cursors, ZoomFactor));
   WavePic.NoteDrawn();
 }
 

@@ -79,6 +79,7 @@ TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
          QTest::keyClick(picture, Qt::Key_Right);
          QTest::keyClick(picture, Qt::Key_Left, Qt::ShiftModifier | Qt::ControlModifier);
          QTest::keyClick(picture, Qt::Key_Down);
+         EXPECT_EQ(picture->accessibleDescription(), "No waveform.");
          EXPECT_EQ(view.Cursors.X1Base, 51);
          EXPECT_EQ(view.Cursors.X2Base, 240);
          EXPECT_EQ(view.Cursors.Y1Base, 50) << "a pair that is not shown";

@@ -10,6 +10,7 @@
 #include "waveview/DrawGrid.h"
 #include "waveview/DrawStatus.h"
 #include "waveview/DrawTraces.h"
+#include "waveview/WaveDescription.h"
 
 namespace oriolemark {
 namespace {
@@ -318,6 +319,30 @@ TEST(DrawCursors, ReadoutsTellWhatCanBeMade) {
         view.Texts(),
         (Calls{"205,30 FF00FF bold 1/|X1-X2|=" + row[3], "205,50 FF00FF bold |X1-X2|   =" + row[4],
                "205,70 FFFF00 bold " + row[5], "205,90 00FFFF bold " + row[6]}));
+  }
+}
+
+TEST(DescribeWave, WordsWhatIsShown) {
+  // Data, time, rolling; the channels, the pairs of cursors that are on, and the words.
+  const std::string scales = " CH1 1.00V per division, CH2 2mV per division.";
+  const std::string time = " Time 1ms per division, delay 1s.";
+  const std::tuple<const char*, int, const char*, std::string> rows[] = {
+      {"", 0, "", "No waveform."},
+      {"D", 3, "", "X-Y figure." + scales},
+      {"DT", 3, "X", "Waveform." + scales + time + " X cursors apart: 8.00ms, 125.00Hz."},
+      {"DTR", 2, "Y",
+       "Rolling waveform. CH2 2mV per division." + time + " Y cursors apart: CH2 8.0mV."}};
+  for (const auto& [kind, channels, pairs, words] : rows) {
+    const std::string_view is(kind), on(pairs);
+    View view;
+    view.record.HasData = is.find('D') != is.npos;
+    view.record.IsYT = is.find('T') != is.npos;
+    view.record.IsScan = is.find('R') != is.npos;
+    view.record.Channels = channels;
+    view.cursors.CursorXOn = on == "X";
+    view.cursors.CursorYOn = on == "Y";
+    view.Texts();
+    EXPECT_EQ(DescribeWave(view.record, view.cursors, view.zoom), words);
   }
 }
 
