@@ -114,6 +114,7 @@ TEST_F(ControlFile, OfBadBytesOnlyTheSignatureIsTold) {
   CtrlSettings strange = plain;
   strange.CH1Offset = std::string("a\0b", 3);
   strange.CH2Offset = "a\"b,\"";
+  strange.CH1Coupling = "\r:RUN\r\r";
   const std::string good = FileOf(plain);
   const std::tuple<const char*, std::string, const CtrlSettings*> rows[] = {
       {"nothing", "", nullptr},
@@ -123,9 +124,9 @@ TEST_F(ControlFile, OfBadBytesOnlyTheSignatureIsTold) {
       {"a blank behind", "\"Tavik Technologies TX5000 Controller \"" + good, nullptr},
       {"binary", std::string("\0\xFF\x1A\"\n", 5) + good, nullptr},
       {"LF alone", Filled(good, '\r', ""), &plain},
-      {"CR alone", Filled(good, '\n', ""), &plain},
+      {"CR alone", Filled(good, '\n', ""), nullptr},
       {"lines behind", good + "\"more\"\r\n", &plain},
-      {"NUL and quotes", FileOf(strange), &strange}};
+      {"NUL, quotes and CR", FileOf(strange), &strange}};
   for (const auto& [name, bytes, read] : rows) {
     SCOPED_TRACE(name);
     Put(path, bytes);
@@ -135,6 +136,10 @@ TEST_F(ControlFile, OfBadBytesOnlyTheSignatureIsTold) {
     EXPECT_EQ(std::exchange(bench.prompts.shown, {}),
               std::vector<Message>(read == nullptr, Critical(kInvalid)));
   }
+  bench.Connect();
+  bench.settings = strange;
+  bench.controller.cmdUpload.Click();
+  EXPECT_EQ(bench.Sent().find(";:RUN"), std::string::npos) << "a value is no second command";
   Put(path, kSignature);
   fs::resize_file(path, 100'000'000);
   EXPECT_EQ(Listed(Read()), Listed(Numbered("old"))) << "of 100 MB without a line end";

@@ -1,5 +1,6 @@
 #include "controller/records/ControlFile.h"
 
+#include <algorithm>
 #include <optional>
 #include <string_view>
 
@@ -26,13 +27,13 @@ constexpr Field kFileOrder[] = {
     &S::Averages,      &S::AntiAliasing, &S::DisplayType,  &S::Persist,       &S::Grid,
 };
 
-// The next line without its end, CR, LF or both; nothing at the end of the text.
+// The next line without its end, an LF and one CR before it; nothing at the end of the text. Any
+// other CR is part of the value.
 std::optional<std::string_view> TakeLine(std::string_view& text) {
   if (text.empty()) return std::nullopt;
-  const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
-  text.remove_prefix(line.size());
-  if (text.starts_with('\r')) text.remove_prefix(1);
-  if (text.starts_with('\n')) text.remove_prefix(1);
+  std::string_view line = text.substr(0, text.find('\n'));
+  text.remove_prefix(std::min(text.size(), line.size() + 1));
+  if (line.ends_with('\r')) line.remove_suffix(1);
   return line;
 }
 

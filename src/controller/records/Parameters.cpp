@@ -161,7 +161,7 @@ int Parameter::RepairPosition(TriggerShape shape) const {
 }
 
 std::string Parameter::Setting(std::string_view value) const {
-  return Joined(*this) + ":" + std::string(value);
+  return Joined(*this) + ":" + std::string(value.substr(0, value.find('\r')));
 }
 
 std::string Parameter::Question() const {

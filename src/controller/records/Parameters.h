@@ -71,7 +71,8 @@ struct Parameter {
   // is written to that place in every shape.
   int RepairPosition(TriggerShape shape) const;
 
-  // The command that sets it to a value, and the one that asks for it.
+  // The command that sets it to a value, and the one that asks for it. A value ends at a CR: to the
+  // instrument, what follows would be another command.
   std::string Setting(std::string_view value) const;
   std::string Question() const;
   // The text that it takes from a reply.
