@@ -77,6 +77,36 @@ QList<Filter> FiltersOf(const std::string& text) {
   return filters;
 }
 
+// Whichever way the user came to a filter, it is the one chosen at the end that counts.
+class NamingDialog : public QFileDialog {
+ public:
+  NamingDialog(QWidget* parent, const FileQuestion& question)
+      : QFileDialog(parent), filters_(FiltersOf(question.filter)) {
+    setAcceptMode(question.action == FileAction::Save ? AcceptSave : AcceptOpen);
+    // A name that leads to no file is for whoever opens it to refuse.
+    setFileMode(AnyFile);
+    // The names of the filters hold their patterns already.
+    setOption(HideNameFilterDetails);
+    QStringList names;
+    for (const Filter& filter : filters_) names << filter.name + " (" + filter.pattern + ")";
+    setNameFilters(names);
+  }
+
+ protected:
+  void accept() override {
+    // It comes with its pattern behind it or without, as the toolkit pleases.
+    const QString chosen = selectedNameFilter();
+    for (const Filter& filter : filters_) {
+      if (acceptMode() == AcceptSave && chosen.startsWith(filter.name))
+        setDefaultSuffix(filter.suffix);
+    }
+    QFileDialog::accept();
+  }
+
+ private:
+  const QList<Filter> filters_;
+};
+
 void Fill(QMessageBox& box, const Message& message) {
   box.setTextFormat(Qt::PlainText);
   const QString text = Lines(message.text) + QString::fromStdString(message.systemText);
@@ -146,23 +176,7 @@ void QtPrompts::ShowPrinterDialog(const std::string& title) {
 
 std::string QtPrompts::AskFileName(const FileQuestion& question) {
   if (waiting_.Closing()) return {};
-  QFileDialog dialog(QApplication::activeWindow());
-  const bool saves = question.action == FileAction::Save;
-  dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  // A name that leads to no file is for whoever opens it to refuse.
-  dialog.setFileMode(QFileDialog::AnyFile);
-  // The names of the filters hold their patterns already.
-  dialog.setOption(QFileDialog::HideNameFilterDetails);
-  const QList<Filter> filters = FiltersOf(question.filter);
-  QStringList names;
-  for (const Filter& filter : filters) names << filter.name + " (" + filter.pattern + ")";
-  dialog.setNameFilters(names);
-  const auto followFilter = [&](const QString& name) {
-    const qsizetype at = names.indexOf(name);
-    if (saves && at >= 0) dialog.setDefaultSuffix(filters[at].suffix);
-  };
-  QObject::connect(&dialog, &QFileDialog::filterSelected, followFilter);
-  followFilter(names.value(0));
+  NamingDialog dialog(QApplication::activeWindow(), question);
   dialog.setDirectory(folder_.isEmpty() ? QDir::homePath() : folder_);
   if (!Run(dialog, question.title)) return {};
   folder_ = dialog.directory().absolutePath();

@@ -1,3 +1,5 @@
+#include <QAccessible>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QProcess>
 #include <QSettings>
@@ -5,6 +7,8 @@
 #include <QTreeWidget>
 
 #include "desktop/RunWindows.h"
+#include "drivers/QtEventSource.h"
+#include "drivers/QtPrompts.h"
 
 namespace oriolemark {
 namespace {
@@ -74,6 +78,31 @@ TEST_F(Windows, ASettingIsEditedByKeysAlone) {
        }});
   instrument.write("quit\n");
   EXPECT_TRUE(instrument.waitForFinished(5000));
+}
+
+TEST(Prompts, ANameWithoutAnExtensionIsSavedWithThatOfTheChosenFilter) {
+  Application own;
+  QtEventSource events;
+  Waiting waiting{events};
+  QtPrompts prompts{waiting};
+  const QTemporaryDir folder;
+  const QString typed = folder.filePath("name");
+  const char* const endings[] = {".cfx", ".txt", ""};
+  for (int filter = 0; filter < 3; ++filter) {
+    QTimer::singleShot(200, [filter, typed] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      for (int down = 0; down < filter; ++down)
+        QTest::keyClick(dialog->findChild<QComboBox*>("fileTypeCombo"), Qt::Key_Down);
+      auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
+      name->setText(typed);
+      QTest::keyClick(name, Qt::Key_Return);
+    });
+    EXPECT_EQ(prompts.AskFileName({.action = FileAction::Save,
+                                   .title = "Save",
+                                   .filter = "Control Files (*.cfx)|*.cfx|Text Files (*.txt)|*.txt|"
+                                             "All Files (*.*)|*.*"}),
+              typed.toStdString() + endings[filter]);
+  }
 }
 
 }  // namespace
