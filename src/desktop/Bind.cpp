@@ -77,7 +77,7 @@ QStringList Items(const QComboBox& widget) {
 }
 
 void ShowCombo(QComboBox& widget, const ComboBox& model) {
-  const QSignalBlocker blocker(widget);
+  const QSignalBlocker blocker(widget), textBlocker(widget.lineEdit());
   const QStringList items = ListFromWire(model.Items());
   if (Items(widget) != items) {
     widget.clear();
@@ -172,6 +172,12 @@ void Bind(QComboBox& widget, ComboBox& model) {
     widget.setCompleter(nullptr);
     QObject::connect(widget.lineEdit(), &QLineEdit::editingFinished, &widget,
                      [&] { model.EndEdit(ToWire(widget.currentText())); });
+    // A text set as a whole, by a screen reader for instance, is an edit that has ended. What comes
+    // from the list is told by the list.
+    QObject::connect(widget.lineEdit(), &QLineEdit::textChanged, &widget, [&](const QString& text) {
+      if (!widget.lineEdit()->isModified() && text != widget.itemText(widget.currentIndex()))
+        model.EndEdit(ToWire(text));
+    });
     // The focus is in the inner line: a screen reader asks that one.
     widget.lineEdit()->setAccessibleName(widget.accessibleName());
   }
@@ -180,11 +186,14 @@ void Bind(QComboBox& widget, ComboBox& model) {
 }
 
 void Bind(QLineEdit& widget, TextBox& model) {
-  QObject::connect(&widget, &QLineEdit::textEdited, &widget,
+  QObject::connect(&widget, &QLineEdit::textChanged, &widget,
                    [&model](const QString& text) { model.SetText(ToWire(text)); });
-  QObject::connect(&widget, &QLineEdit::editingFinished, &widget,
-                   [&] { widget.setText(FromWire(model.Text())); });
+  QObject::connect(&widget, &QLineEdit::editingFinished, &widget, [&] {
+    const QSignalBlocker blocker(widget);
+    widget.setText(FromWire(model.Text()));
+  });
   Follow(widget, model, [&] {
+    const QSignalBlocker blocker(widget);
     // What is being typed stands as it is until the edit ends.
     if (ToWire(widget.text()) != model.Text()) widget.setText(FromWire(model.Text()));
     ShowCommon(widget, model);

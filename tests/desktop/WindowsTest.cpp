@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPalette>
@@ -12,6 +14,7 @@
 #include <QTreeWidget>
 #include <set>
 
+#include "desktop/Bind.h"
 #include "desktop/Icons.h"
 #include "desktop/RunWindows.h"
 #include "platform/RasterCanvas.h"
@@ -299,6 +302,36 @@ TEST_F(Windows, ANameOfAMegabyteMakesNoTitleNoEntryAndNoMessageLong) {
          QTest::keyClick(box, Qt::Key_Escape);
          module.controlDocument.CtrlChanged = false;
        }});
+}
+
+TEST(Bind, TextThatAssistiveTechnologySetsCountsAtOnceAndTypedTextOfAListWhenItsEditEnds) {
+  Application own;
+  QLineEdit line;
+  QComboBox list;
+  TextBox number;
+  int changes = 0;
+  ComboBox rate([&changes] { ++changes; });
+  rate.SetItems({"300", "9600"});
+  Bind(line, number);
+  Bind(list, rate);
+  for (QLineEdit* edit : {&line, list.lineEdit()}) {
+    QAccessibleInterface* element = QAccessible::queryAccessibleInterface(edit);
+    element->setText(QAccessible::Value, "12");
+    element->editableTextInterface()->replaceText(0, 1, "34");
+  }
+  EXPECT_EQ(number.Text(), "342");
+  EXPECT_EQ(rate.Text(), "342");
+  EXPECT_EQ(changes, 2);
+  QTest::keyClick(&list, Qt::Key_Down);
+  EXPECT_EQ(rate.Text(), "300");
+  QTest::keyClicks(&list, "7");
+  EXPECT_EQ(rate.Text(), "300");
+  QTest::keyClick(&list, Qt::Key_Return);
+  EXPECT_EQ(rate.Text(), "3007");
+  EXPECT_EQ(changes, 4);
+  // A text longer than the widget takes is not cut in the model by being shown.
+  number.SetText(std::string(40'000, '1'));
+  EXPECT_EQ(number.Text().size(), 40'000u);
 }
 
 bool Worked(QAccessibleInterface& element) {
