@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QList>
@@ -121,6 +122,11 @@ void Fill(QMessageBox& box, const Message& message) {
     box.setDefaultButton(QMessageBox::Yes);
     box.setEscapeButton(QMessageBox::Cancel);
   }
+  if (message.mayMute) {
+    box.setCheckBox(
+        std::make_unique<QCheckBox>("Do not show this message again during this transfer")
+            .release());
+  }
   // As in our own dialogs, the words alone.
   for (QAbstractButton* button : box.buttons()) button->setIcon({});
   // A second window of the program must not be worked behind an open question.
@@ -139,7 +145,9 @@ MessageAnswer QtPrompts::Show(const Message& message) {
   auto answer = CancelledAnswer(message.buttons);
   bool answered = false;
   QObject::connect(box, &QDialog::finished, [&](int result) {
-    answer = AnswerOf(result, message.buttons);
+    const QCheckBox* mute = box->checkBox();
+    answer = mute != nullptr && mute->isChecked() ? MessageAnswer::OkAndMute
+                                                  : AnswerOf(result, message.buttons);
     answered = true;
   });
   box->show();

@@ -10,7 +10,8 @@ inline constexpr const char* kApplicationTitle = "Oriolemark";
 
 enum class MessageIcon { None, Exclamation, Critical, Question, Information };
 enum class MessageButtons { Ok, YesNoCancel };
-enum class MessageAnswer { Ok, Yes, No, Cancel };
+// OkAndMute: OK, with the mark that this message need not come again.
+enum class MessageAnswer { Ok, Yes, No, Cancel, OkAndMute };
 
 struct Message {
   std::string text{};        // 8-bit, shown as plain text; CR stands between lines
@@ -18,6 +19,7 @@ struct Message {
   std::string title = kApplicationTitle;
   MessageIcon icon = MessageIcon::None;
   MessageButtons buttons = MessageButtons::Ok;
+  bool mayMute = false;  // with a check box not to see it again during this transfer
   bool operator==(const Message&) const = default;
 };
 

@@ -4,24 +4,24 @@ namespace oriolemark {
 
 MainModule::MainModule(Platform platform)
     : platform_(std::move(platform)),
-      rs232_(platform_.serial, preferences.link, link_, platform_.waiting, platform_.prompts),
-      gpib_(platform_.gpib, preferences.link, link_, platform_.waiting, platform_.prompts),
-      usb_(platform_.usb, preferences.link, link_, platform_.waiting, platform_.prompts),
+      rs232_(platform_.serial, preferences.link, link_, platform_.waiting, prompts_),
+      gpib_(platform_.gpib, preferences.link, link_, platform_.waiting, prompts_),
+      usb_(platform_.usb, preferences.link, link_, platform_.waiting, prompts_),
       serialEvents_(platform_.serial, rs232_),
-      scope_(preferences.link, link_, rs232_, gpib_, usb_, platform_.waiting, platform_.prompts),
+      scope_(preferences.link, link_, rs232_, gpib_, usb_, platform_.waiting, prompts_),
       splash(platform_.version),
       progress(platform_.events, platform_.waiting, platform_.store, link_, transfer_, scope_,
                pointer),
-      about(platform_.prompts, platform_.version),
+      about(prompts_, platform_.version),
       newDoc(docChoice_),
       openDoc(docChoice_),
       options(preferences, platform_.serial, platform_.gpib, platform_.usb, docChoice_),
-      browser(sheet, platform_.prompts),
+      browser(sheet, prompts_),
       controller({settings, controlDocument, preferences.link, link_, transfer_, scope_, progress,
-                  platform_.waiting, platform_.prompts, pointer}),
+                  platform_.waiting, prompts_, pointer}),
       main({platform_.events,
             platform_.waiting,
-            platform_.prompts,
+            prompts_,
             platform_.store,
             preferences,
             link_,
@@ -56,7 +56,7 @@ MainModule::MainModule(Platform platform)
 }
 
 std::unique_ptr<frmWave> MainModule::MakeWaveView() {
-  const RefreshContext refresh{platform_.events, platform_.waiting, platform_.prompts,  link_,
+  const RefreshContext refresh{platform_.events, platform_.waiting, prompts_,           link_,
                                transfer_,        refreshFlags_,     preferences.refresh};
   auto view = std::make_unique<frmWave>(
       WaveViewContext{sheet, settings, scratch_, progress, refresh}, platform_.makeCanvas());

@@ -12,6 +12,7 @@
 #include "shell/frmMain.h"
 #include "shell/frmSplash.h"
 #include "transfers/SettingsTransfer.h"
+#include "transfers/TransferPrompts.h"
 #include "transfers/WaveReader.h"
 #include "transfers/frmPrgress.h"
 #include "waveview/frmWave.h"
@@ -63,6 +64,7 @@ class MainModule {
   Platform platform_;
   LinkState link_;
   TransferState transfer_;
+  TransferPrompts prompts_{platform_.prompts, transfer_};
   RefreshFlags refreshFlags_;
   TransferScratch scratch_;
   DocChoice docChoice_;

@@ -51,6 +51,7 @@ void RefreshLoop::Click() {
 }
 
 void RefreshLoop::RunAuto() {
+  const TransferRun run(context_.transfer);
   RefreshFlags& flags = context_.flags;
   cmdRefresh_.SetFace(kStopFace);
   autoRunning_ = true;

@@ -36,7 +36,7 @@ struct RefreshContext {
   Waiting& waiting;
   Prompts& prompts;
   const LinkState& link;
-  const TransferState& transfer;
+  TransferState& transfer;
   RefreshFlags& flags;
   const RefreshSettings& settings;
 };

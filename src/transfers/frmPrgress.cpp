@@ -74,6 +74,7 @@ frmPrgress::frmPrgress(EventSource& events, Waiting& waiting, SettingsStore& sto
       pointer_(pointer) {}
 
 bool frmPrgress::Transfer(oriolemark::TransferKind kind, const std::string& caption) {
+  const TransferRun run(transfer_);
   SetCaption(caption);
   Load();
   transfer_.TransferKind = kind;

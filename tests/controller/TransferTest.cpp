@@ -196,5 +196,38 @@ TEST(SettingsTransfer, EndsInOrderWhateverHappensMeanwhile) {
   }
 }
 
+TEST(SettingsTransfer, AMessageThatComesAgainInOneTransferCanBeMutedUntilItsEnd) {
+  SettingsBench bench;
+  bench.module.browser.files.AddWaveItem();
+  bench.clock.Run(Milliseconds(10));
+  bench.module.preferences.refresh = {.RefreshType = "Auto", .RefreshInterval = 100};
+  const Message lost{.systemText = "Input/output error",
+                     .title = "RS232 Send Message",
+                     .icon = MessageIcon::Exclamation};
+  Message again = lost, other = lost;
+  other.systemText = "Another error";
+  Message otherAgain = other;
+  again.mayMute = otherAgain.mayMute = true;
+  for (Button* command : {&bench.controller.cmdDownload, &bench.controller.cmdDownload,
+                          &bench.wave->cmdRefresh, &bench.wave->cmdRefresh}) {
+    bench.settings.CH1Display = "ON";
+    bench.wave->OptionCH.Select(0);
+    bench.port.fails = lost.systemText;
+    bench.prompts.AnswerNext(MessageAnswer::Ok);
+    bench.prompts.AnswerNext(MessageAnswer::OkAndMute);
+    bench.At(7000, [&] { bench.port.fails = other.systemText; });
+    // A refresh of three readings; a download has ended by then.
+    bench.At(60000, [&] {
+      if (bench.module.Refreshing().WaveAutoRefresh) command->Click();
+    });
+    command->Click();
+    EXPECT_EQ(std::ranges::count(bench.prompts.shown, false, &Message::mayMute), 2);
+    bench.prompts.shown.resize(4);
+    EXPECT_EQ(std::exchange(bench.prompts.shown, {}),
+              (std::vector{lost, again, other, otherAgain}));
+    bench.ExpectRest();
+  }
+}
+
 }  // namespace
 }  // namespace oriolemark

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -17,6 +18,8 @@
 #include "desktop/Bind.h"
 #include "desktop/Icons.h"
 #include "desktop/RunWindows.h"
+#include "drivers/QtEventSource.h"
+#include "drivers/QtPrompts.h"
 #include "platform/RasterCanvas.h"
 
 namespace oriolemark {
@@ -332,6 +335,26 @@ TEST(Bind, TextThatAssistiveTechnologySetsCountsAtOnceAndTypedTextOfAListWhenIts
   // A text longer than the widget takes is not cut in the model by being shown.
   number.SetText(std::string(40'000, '1'));
   EXPECT_EQ(number.Text().size(), 40'000u);
+}
+
+TEST(Prompts, AMessageThatMayBeMutedIsWhereItsBoxIsTicked) {
+  Application own;
+  QtEventSource events;
+  Waiting waiting{events};
+  QtPrompts prompts{waiting};
+  const std::tuple<bool, bool, MessageAnswer> rows[] = {{false, false, MessageAnswer::Ok},
+                                                        {true, false, MessageAnswer::Ok},
+                                                        {true, true, MessageAnswer::OkAndMute}};
+  for (const auto& [mayMute, ticked, answer] : rows) {
+    QTimer::singleShot(200, [mayMute = mayMute, ticked = ticked] {
+      QWidget* box = QApplication::activeModalWidget();
+      auto* mute = box->findChild<QCheckBox*>();
+      EXPECT_EQ(mute != nullptr, mayMute);
+      if (mute != nullptr && ticked) QTest::keyClick(mute, Qt::Key_Space);
+      QTest::keyClick(box, Qt::Key_Return);
+    });
+    EXPECT_EQ(prompts.Show({.text = "Input/output error", .mayMute = mayMute}), answer);
+  }
 }
 
 bool Worked(QAccessibleInterface& element) {
