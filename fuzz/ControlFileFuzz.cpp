@@ -12,6 +12,9 @@ using namespace oriolemark;
 namespace {
 
 constexpr std::size_t kLimit = std::size_t{1} << 20;
+bool NoSync(std::FILE*) {
+  return true;
+}
 const std::string kPath = "/tmp/fuzz" + std::to_string(getpid()) + ".cfx";
 
 // What the file holds after it was read over these settings and written again.
@@ -19,14 +22,14 @@ std::string Rewrite(CtrlSettings settings) {
   VirtualClock clock;
   RecordingPrompts prompts(clock);
   ReadControlFile(kPath, settings, prompts);
-  WriteControlFile(kPath, settings, prompts);
+  WriteControlFile(kPath, settings, prompts, NoSync);
   return ReadFile(kPath, kLimit).bytes;
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
-  WriteFile(kPath, {reinterpret_cast<const char*>(data), std::min(size, kLimit / 2)});
+  WriteFile(kPath, {reinterpret_cast<const char*>(data), std::min(size, kLimit / 2)}, NoSync);
   const std::string written = Rewrite({});
   if (Rewrite({.RunStop = "", .Grid = ""}) != written) std::abort();
   return 0;

@@ -81,7 +81,7 @@ bool frmCtrlList::NameFile(const char* filter) {
 // No command tells a good write from a failed one: the changes count as saved.
 void frmCtrlList::SaveFile() {
   const std::string path = context_.document.CtrlFileName;
-  WriteControlFile(path, context_.settings, context_.prompts);
+  WriteControlFile(path, context_.settings, context_.prompts, context_.sync);
   context_.document.CtrlChanged = false;
   if (AddRecentCtrl) AddRecentCtrl(path);
 }

@@ -10,6 +10,7 @@
 #include "controller/records/CtrlDocument.h"
 #include "link/TX5000Cmd.h"
 #include "platform/Button.h"
+#include "platform/Files.h"
 #include "platform/Form.h"
 #include "platform/MenuEntry.h"
 #include "platform/PopupMenu.h"
@@ -31,6 +32,7 @@ struct CtrlListContext {
   Waiting& waiting;
   Prompts& prompts;
   ScreenPointer& pointer;
+  SyncFile sync;
 };
 
 // The Controller's pane: the instrument's settings as a tree, from which they are changed, sent and

@@ -59,7 +59,8 @@ struct Program::Parts {
   ChosenUsb usb{store, MakeUsbTime(waiting, [this] { return events.Turns(); })};
   HelpWindow help{nullptr};
   MainModule module{Platform{events, waiting, prompts, store, serial, gpib, usb, SystemShortDate,
-                             MakeRasterCanvas, ORIOLEMARK_VERSION, help, HelpFilePath()}};
+                             MakeRasterCanvas, ORIOLEMARK_VERSION, help, HelpFilePath(),
+                             SyncToDisk}};
   SplashWindow splash{module.splash};
   MainWindow main{module.main, module.browser, module.controller};
   AboutWindow about{module.about, &main};

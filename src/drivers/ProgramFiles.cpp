@@ -1,10 +1,13 @@
 #include "drivers/ProgramFiles.h"
 
+#include <unistd.h>
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <cerrno>
 
 namespace oriolemark {
 
@@ -24,6 +27,11 @@ std::string HelpFilePath() {
   if (QFile::exists(beside)) return beside.toStdString();
   const QString shared = QStandardPaths::locate(QStandardPaths::AppDataLocation, name);
   return (shared.isEmpty() ? ProgramFolder().filePath(name) : shared).toStdString();
+}
+
+bool SyncToDisk(std::FILE* file) {
+  // A file system that has no such thing answers that the request is invalid.
+  return ::fsync(::fileno(file)) == 0 || errno == EINVAL;
 }
 
 }  // namespace oriolemark

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdio>
 #include <string>
 
 namespace oriolemark {
@@ -8,5 +9,8 @@ namespace oriolemark {
 // there is none, its place in the program's folder: the executable's if it can be written,
 // otherwise the user's data folder.
 std::string HelpFilePath();
+
+// Brings the file's bytes to the disk. Fits `SyncFile`.
+bool SyncToDisk(std::FILE* file);
 
 }  // namespace oriolemark

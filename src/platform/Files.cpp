@@ -51,10 +51,13 @@ fs::path FollowLinks(fs::path path) {
   return path;
 }
 
-// Written to the last byte, as far as the system tells.
-bool WriteAll(File file, std::string_view bytes) {
-  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
-  return std::fclose(file.release()) == 0 && written;
+// Written down to the disk: 0, or the error number of the first step that failed.
+int WriteAll(File file, std::string_view bytes, const SyncFile& sync) {
+  errno = 0;
+  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
+                       std::fflush(file.get()) == 0 && sync(file.get());
+  const int error = written ? 0 : errno == 0 ? EIO : errno;
+  return std::fclose(file.release()) == 0 || error != 0 ? error : errno;
 }
 
 // A name of our own in the same folder.
@@ -70,23 +73,31 @@ File MakeBeside(const fs::path& beside) {
   return Open(beside, "wbx");
 }
 
-// What came of writing a new file and putting it in the target's place. Refused: the folder takes
-// no such file. Full: the disk does not take the bytes.
-enum class Outcome { Done, Refused, Full };
+WriteFailure Failed(WriteFailure::Step step, int error) {
+  return {step, Describe(error)};
+}
 
-Outcome WriteBeside(const fs::path& target, std::string_view bytes) {
+// A disk without room, for bytes or for one more file, is no reason to empty the old file.
+bool IsFull(int error) {
+  return error == ENOSPC || error == EDQUOT;
+}
+
+// Writes a new file and puts it in the target's place. Nothing where the folder refuses that, else
+// the error number, 0 for none.
+std::optional<int> WriteBeside(const fs::path& target, std::string_view bytes,
+                               const SyncFile& sync) {
   const fs::path beside = BesideOf(target);
   File file = MakeBeside(beside);
-  if (!file) return Outcome::Refused;
+  if (!file) return IsFull(errno) ? std::optional(errno) : std::nullopt;
   std::error_code error;
   const fs::file_status old = fs::status(target, error);
   if (fs::exists(old)) fs::permissions(beside, old.permissions(), error);
-  Outcome outcome = Outcome::Full;
-  if (WriteAll(std::move(file), bytes)) {
+  std::optional<int> outcome = WriteAll(std::move(file), bytes, sync);
+  if (outcome == 0) {
     fs::rename(beside, target, error);
-    outcome = error ? Outcome::Refused : Outcome::Done;
+    if (error) outcome = IsFull(error.value()) ? std::optional(error.value()) : std::nullopt;
   }
-  if (outcome != Outcome::Done) fs::remove(beside, error);
+  if (outcome != 0) fs::remove(beside, error);
   return outcome;
 }
 
@@ -104,17 +115,21 @@ FileContents ReadFile(const std::string& path, std::size_t limit) {
   return {.bytes = std::move(bytes), .error = std::nullopt};
 }
 
-std::optional<std::string> WriteFile(const std::string& path, std::string_view bytes) {
-  if (auto refusal = RefuseKind(path)) return refusal;
+std::optional<WriteFailure> WriteFile(const std::string& path, std::string_view bytes,
+                                      const SyncFile& sync) {
+  using Step = WriteFailure::Step;
+  if (auto refusal = RefuseKind(path)) return WriteFailure{Step::Open, *std::move(refusal)};
   const fs::path target = FollowLinks(path);
   std::error_code error;
   // Opened and not emptied: only to learn whether it may be written.
-  if (fs::exists(target, error) && !Open(target, "ab")) return Describe(errno);
-  if (WriteBeside(target, bytes) != Outcome::Refused) return std::nullopt;
-  File inPlace = Open(target, "wb");
-  if (!inPlace) return Describe(errno);
-  WriteAll(std::move(inPlace), bytes);
-  return std::nullopt;
+  if (fs::exists(target, error) && !Open(target, "ab")) return Failed(Step::Open, errno);
+  std::optional<int> outcome = WriteBeside(target, bytes, sync);
+  if (!outcome) {
+    File inPlace = Open(target, "wb");
+    if (!inPlace) return Failed(Step::Open, errno);
+    outcome = WriteAll(std::move(inPlace), bytes, sync);
+  }
+  return outcome == 0 ? std::nullopt : std::optional(Failed(Step::Write, *outcome));
 }
 
 }  // namespace oriolemark

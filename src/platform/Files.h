@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdio>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,11 +20,20 @@ struct FileContents {
 // At most the first `limit` bytes of the file, and of those what can be read.
 FileContents ReadFile(const std::string& path, std::size_t limit);
 
-// Replaces the file, or makes it, so that whoever ends the program meanwhile leaves the old
-// contents or the new ones. Links are followed and the file's rights kept; the name ".NAME.saving"
-// beside it is ours. The error tells that the file cannot be opened for writing; when it can, but a
-// full disk does not take the bytes, the old contents stay and nothing is told. Where the folder
-// refuses the new file, it is written in place, and has no such protection.
-std::optional<std::string> WriteFile(const std::string& path, std::string_view bytes);
+// Brings what was written to the disk itself; false, with errno set, where that fails.
+using SyncFile = std::function<bool(std::FILE* file)>;
+
+struct WriteFailure {
+  enum class Step { Open, Write };  // the file may not be written, or the disk takes no bytes
+  Step step;
+  std::string text;
+};
+
+// Replaces the file, or makes it, so that whoever ends the program or the power meanwhile leaves
+// the old contents or the new ones, and so does any failure. Links are followed and the file's
+// rights kept; the name ".NAME.saving" beside it is ours, and what an ended program has left there
+// goes. Where the folder refuses the new file, it is written in place, and has no such protection.
+std::optional<WriteFailure> WriteFile(const std::string& path, std::string_view bytes,
+                                      const SyncFile& sync);
 
 }  // namespace oriolemark

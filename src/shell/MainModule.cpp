@@ -18,7 +18,7 @@ MainModule::MainModule(Platform platform)
       options(preferences, platform_.serial, platform_.gpib, platform_.usb, docChoice_),
       browser(sheet, prompts_),
       controller({settings, controlDocument, preferences.link, link_, transfer_, scope_, progress,
-                  platform_.waiting, prompts_, pointer}),
+                  platform_.waiting, prompts_, pointer, platform_.syncFile}),
       main({platform_.events,
             platform_.waiting,
             prompts_,

@@ -7,6 +7,7 @@
 #include "datasheet/records/TransferScratch.h"
 #include "platform/Calendar.h"
 #include "platform/Canvas.h"
+#include "platform/Files.h"
 #include "platform/GpibDriver.h"
 #include "platform/UsbDriver.h"
 #include "shell/frmMain.h"
@@ -33,6 +34,7 @@ struct Platform {
   std::string version;  // major.minor.revision
   HelpViewer& help;
   std::string helpFile;  // UTF-8 path
+  SyncFile syncFile;
 };
 
 // The whole program without its toolkit: owns every record and every window, and wires them.

@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -229,7 +231,7 @@ TEST_F(ControlFile, IsWhollyOldOrWhollyNewWhenTheProgramIsKilledWhileSaving) {
     if (child == 0) {
       const CtrlSettings two[] = {Numbered("v"), Numbered(std::string(3000, 'w'))};
       for (int turn = i;; ++turn) {
-        WriteControlFile(path, two[turn % 2], bench.prompts);
+        WriteControlFile(path, two[turn % 2], bench.prompts, [](std::FILE*) { return true; });
         if (turn == i && write(saves[1], "", 1) != 1) _exit(1);
       }
     }
@@ -248,20 +250,32 @@ TEST_F(ControlFile, IsWhollyOldOrWhollyNewWhenTheProgramIsKilledWhileSaving) {
   EXPECT_LE(std::distance(fs::directory_iterator(folder), {}), 2) << "leftovers do not pile up";
 }
 
-TEST_F(ControlFile, SavingFollowsLinksKeepsTheModeAndOutlivesAFullDiskAndALockedFolder) {
+TEST_F(ControlFile, SavingFollowsLinksKeepsTheModeAndTellsAFailureThatTheOldFileOutlives) {
   const std::string target = folder + "/target";
   const std::string text = FileOf(Numbered("v"));
-  const auto save = [&](const std::string& file) {
-    WriteControlFile(file, Numbered("v"), bench.prompts);
-    EXPECT_TRUE(bench.Told().empty());
+  int syncError = 0;
+  std::string atSync;
+  const auto sync = [&](std::FILE*) {
+    atSync = Bytes(target);
+    errno = syncError;
+    return syncError == 0;
+  };
+  // With this one message, or none.
+  const auto save = [&](const std::string& file, const char* told = nullptr) {
+    WriteControlFile(file, Numbered("v"), bench.prompts, sync);
+    std::vector<Message> expected;
+    if (told != nullptr) expected = {{.systemText = told, .icon = MessageIcon::Critical}};
+    EXPECT_EQ(std::exchange(bench.prompts.shown, {}), expected);
   };
   Put(target, "old");
+  Put(folder + "/.target.saving", "left by an ended program");
   chmod(target.c_str(), 0640);
   fs::create_symlink("target", path);
   fs::create_symlink("a.cfx", folder + "/again");
   save(folder + "/again");
   EXPECT_TRUE(fs::is_symlink(path) && fs::is_symlink(folder + "/again"));
   EXPECT_EQ(Bytes(target), text);
+  EXPECT_EQ(atSync, "old") << "the new bytes are on the disk before the old ones go";
   EXPECT_EQ(static_cast<int>(fs::status(target).permissions()), 0640);
   EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 3) << "nothing is left beside it";
 
@@ -271,16 +285,40 @@ TEST_F(ControlFile, SavingFollowsLinksKeepsTheModeAndOutlivesAFullDiskAndALocked
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
   Put(target, "old");
   setrlimit(RLIMIT_FSIZE, &full);
-  save(target);
+  save(target, "File too large");
   setrlimit(RLIMIT_FSIZE, &limit);
   std::signal(SIGXFSZ, handler);
-  EXPECT_EQ(Bytes(target), "old") << "a failed write is not told";
+  syncError = EIO;
+  save(target, "Input/output error");
+  EXPECT_EQ(Bytes(target), "old");
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 3);
 
   chmod(target.c_str(), 0666);
   chmod(folder.c_str(), 0555);
-  AsNobody([&] { save(target); });
+  AsNobody([&] { save(target, "Input/output error"); });
   EXPECT_EQ(Bytes(target), text) << "in place";
   chmod(folder.c_str(), 0777);
+}
+
+// On a disk of its own that has room for this one file, where the test may make such a disk.
+TEST_F(ControlFile, OnADiskWithNoRoomForAnotherFileTheOldOneStays) {
+  const pid_t child = fork();
+  if (child == 0) {
+    const bool made = unshare(CLONE_NEWNS) == 0 &&
+                      mount("", "/", "", MS_REC | MS_PRIVATE, nullptr) == 0 &&
+                      mount("test", folder.c_str(), "tmpfs", 0, "nr_inodes=2") == 0;
+    if (!made) _exit(2);
+    Put(path, "old");
+    WriteControlFile(path, Numbered("v"), bench.prompts, [](std::FILE*) { return true; });
+    _exit(bench.Told() == std::vector<std::string>{"No space left on device"} &&
+                  Bytes(path) == "old"
+              ? 0
+              : 1);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  if (WEXITSTATUS(status) == 2) GTEST_SKIP() << "no right to mount";
+  EXPECT_EQ(status, 0);
 }
 
 TEST_F(ControlFile, RecentOnesComeInOrderWithoutRepeatAndTheFifthDrops) {

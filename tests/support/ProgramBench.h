@@ -80,7 +80,7 @@ struct ProgramBench {
   FakeHelp help;
   MainModule module{{clock, waiting, prompts, store, port, gpib, usb, [] { return "11/21/26"; },
                      [] { return std::make_unique<RasterCanvas>(); }, "0.1.0", help,
-                     "/program/Oriolemark.hlp"}};
+                     "/program/Oriolemark.hlp", [](std::FILE*) { return true; }}};
   frmWave* wave = nullptr;  // the newest view
 };
 

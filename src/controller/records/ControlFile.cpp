@@ -69,11 +69,12 @@ void ReadControlFile(const std::string& path, CtrlSettings& settings, Prompts& p
   }
 }
 
-void WriteControlFile(const std::string& path, const CtrlSettings& settings, Prompts& prompts) {
+void WriteControlFile(const std::string& path, const CtrlSettings& settings, Prompts& prompts,
+                      const SyncFile& sync) {
   std::string bytes = Line(kSignature);
   for (const Field field : kFileOrder) bytes += Line(settings.*field);
-  if (const auto error = WriteFile(path, bytes)) {
-    prompts.Show({.systemText = *error, .icon = MessageIcon::Critical});
+  if (const auto failure = WriteFile(path, bytes, sync)) {
+    prompts.Show({.systemText = failure->text, .icon = MessageIcon::Critical});
   }
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "controller/records/CtrlSettings.h"
+#include "platform/Files.h"
 #include "platform/Prompts.h"
 
 namespace oriolemark {
@@ -15,8 +16,9 @@ namespace oriolemark {
 // what lies beyond the first mebibyte counts as missing.
 void ReadControlFile(const std::string& path, CtrlSettings& settings, Prompts& prompts);
 
-// Replaces the file. A file that cannot be opened for writing is told to the user; a failure after
-// that is not, and leaves the file as it was.
-void WriteControlFile(const std::string& path, const CtrlSettings& settings, Prompts& prompts);
+// Replaces the file. The user is told why it cannot be opened for writing or the disk does not take
+// it; the file is then as it was.
+void WriteControlFile(const std::string& path, const CtrlSettings& settings, Prompts& prompts,
+                      const SyncFile& sync);
 
 }  // namespace oriolemark
