@@ -10,6 +10,9 @@ namespace {
 
 constexpr const char* kPlainSection = "General";
 
+// Bytes of a text: the longest path of the system and room to spare.
+constexpr std::size_t kLongest = 8192;
+
 // An unquoted comma, as a user's editor leaves it, makes a list of what was one text.
 std::optional<std::string> TextOf(const QVariant& value) {
   if (!value.isValid()) return std::nullopt;
@@ -30,6 +33,11 @@ QtSettingsStore::QtSettingsStore()
     : settings_(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Oriolemark"),
                 QStringLiteral("Oriolemark")) {
   settings_.setFallbacksEnabled(false);
+  // Every write writes the whole file: what nobody reads is not carried along.
+  for (const QString& key : settings_.allKeys()) {
+    const auto text = TextOf(settings_.value(key));
+    if (text && text->size() > kLongest) settings_.remove(key);
+  }
 }
 
 std::optional<std::string> QtSettingsStore::Read(const std::string& section,

@@ -7,7 +7,8 @@
 namespace oriolemark {
 
 // The INI file Oriolemark/Oriolemark.ini in the user's configuration folder. Texts are the bytes of
-// UTF-8.
+// UTF-8. A text above 8 KiB, which no program has written, counts as not there and goes with the
+// next write.
 class QtSettingsStore : public SettingsStore {
  public:
   QtSettingsStore();

@@ -260,6 +260,15 @@ TEST(SettingsStore, KeepsTextsAsTheyAreAndReadsWhatAHandHasWritten) {
   file.close();
   EXPECT_EQ(QtSettingsStore().Read("General", "StartupLoadSheet"), "True");
   EXPECT_EQ(QtSettingsStore().Read("IO Settings", "BaudRate"), "1,2");
+  // A text of a size that no program has written counts as none, and goes at the next write.
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("[Settings]\nA=" + QByteArray(8192, 'x') + "\nB=" + QByteArray(8193, 'x') + "\n");
+  file.close();
+  QtSettingsStore store;
+  EXPECT_EQ(store.Read("Settings", "A"), std::string(8192, 'x'));
+  EXPECT_EQ(store.Read("Settings", "B"), std::nullopt);
+  store.Write("Settings", "C", "1");
+  EXPECT_LT(file.size(), 9000);
 }
 
 }  // namespace
