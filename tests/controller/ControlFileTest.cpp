@@ -202,7 +202,10 @@ TEST_F(ControlFile, AsksAboutChangesBeforeTheyWouldBeLost) {
         const bool named = answer != MessageAnswer::Yes || !file.empty();
         bench.prompts.paths = {folder + "/f"};
         if (!named) bench.prompts.paths.push_front("");
-        if (asked) bench.prompts.AnswerNext(answer);
+        if (asked) bench.prompts.AnswerNext(answer, Milliseconds(10));
+        if (asked && name == std::string("close")) {
+          bench.At(5, [&] { EXPECT_FALSE(bench.module.main.Close()) << "it is being asked"; });
+        }
         run();
         const bool cancelled = answer == MessageAnswer::Cancel;
         EXPECT_EQ(bench.settings.RunStop, cancelled ? "v1" : runState);

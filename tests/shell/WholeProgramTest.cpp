@@ -62,6 +62,27 @@ TEST(WholeProgram, SixteenItemsOfAKindFitASheetAndNoneWithoutOne) {
   for (const Button& tool : tools) EXPECT_FALSE(tool.Enabled());
 }
 
+TEST(WholeProgram, ANewSheetNumbersFromZeroAndItsMeasuresKeepThreeTestSwitches) {
+  ProgramBench bench;
+  DataSheet& sheet = bench.module.sheet;
+  TreeView& tree = bench.module.browser.DataSheetTree;
+  bench.module.main.Load();
+  for (const std::string switches : {"000000000000000000", "000000000000000111"}) {
+    bench.module.browser.mnuNewDataSheet_Click();
+    for (Button& tool : std::span(bench.module.main.ToolButtons).subspan(10, 3)) tool.Click();
+    std::string names, switched;
+    for (const TreeNode node : tree.Children(sheet.SheetNode)) names += tree.Text(node) + " ";
+    EXPECT_EQ(names, "Wave0 Measure0 Data0 ");
+    for (MeasureValue& value : sheet.Measures[0].Values) {
+      switched += value.Enabled ? '1' : '0';
+      EXPECT_TRUE(value.Over > value.Under && value.Under > 0);
+      value.Over = value.Under = 0;
+      value.Enabled = true;
+    }
+    EXPECT_EQ(switched, switches) << "the last three keep what the slot held";
+  }
+}
+
 TEST(WholeProgram, OneLampShinesAndTheStatusGoesTwoSecondsAfterTheLastEvent) {
   ProgramBench bench;
   frmMain& main = bench.module.main;
