@@ -111,6 +111,38 @@ TEST(WaveReader, SamplesBehindTheLastPlaceAreDropped) {
   EXPECT_EQ(record.CH1Data[17000], 2) << "over GPIB the first stands at 0";
 }
 
+TEST(WaveReader, ASerialBlockShowsItsProgressUntilItEnds) {
+  ReaderBench bench(kLinkRS232, "");
+  bench.port.hear = [&](const std::string& command) {
+    if (command == ":DATA:WinMemSize:?") bench.port.ArriveAfter(Milliseconds(1), "4\n");
+    if (command == ":TimeBase:FORMAT:?") bench.port.ArriveAfter(Milliseconds(1), "Y-T\n");
+    if (command != ":DATA:CHANNEL1") return;
+    bench.port.ArriveAfter(Milliseconds(700), "0x1B 0x1C ");
+    bench.port.ArriveAfter(Milliseconds(1300), "0x1D 0x1E \n");
+  };
+  ProgressBar& bar = bench.progress.ProgressBar1;
+  bench.reader.ReadWaveform("CH1");
+  EXPECT_EQ(bench.sheet.Waves[0].CH1Data[4], 4);
+  EXPECT_DOUBLE_EQ(bar.Value(), 50) << "half of it was there at the last tick";
+  bench.progress.Progress = 75;
+  bench.clock.Run(Milliseconds(1000));
+  EXPECT_DOUBLE_EQ(bar.Value(), 50) << "it is copied during the block only";
+}
+
+TEST(frmPrgress, StaysForAFifthOfASecondBehindItsTransferAndCannotBeClosed) {
+  TransferBench bench;
+  bench.Connect(kLinkGpib);
+  bench.script.Answer(":TRIGGER:STATUS:?", "RUN\n");
+  Milliseconds read{0};
+  bench.progress.procedures.ReadWaveform = [&](const std::string&) {
+    EXPECT_FALSE(bench.progress.Unload());
+    read = bench.clock.Now();
+  };
+  EXPECT_TRUE(bench.progress.Transfer(TransferKind::WaveCH1, "Waveform Data Loading"));
+  EXPECT_EQ(bench.clock.Now() - read, Milliseconds(200));
+  EXPECT_FALSE(bench.progress.Loaded() || bench.transfer.TransferActive);
+}
+
 TEST(WaveReader, AChannelTableKeepsTokensAndTitle) {
   ReaderBench bench(kLinkGpib, R"(
 :DATA:WinMemSize:? | 2 || :CHANNEL2:RANGE:? | 2.00V || :CHANNEL2:OFFSET:? | 1.50div
