@@ -30,6 +30,19 @@ TEST(DrawScrGrid, DrawsFrameTicksAndBrandInOrder) {
                    "25,225 325,225 C0C0C0 width 2", "325,225 325,25 C0C0C0 width 2",
                    "25,125 325,125 C0C0C0", "175,25 175,225 C0C0C0"}));
   EXPECT_EQ(canvas.calls.back(), "text 25,10 FF8000 bold TAVIK");
+  // Each row of ticks begins at the left edge, each column at the top; the short ones go on there.
+  const auto runs = [&](const std::string& start, const std::string& end) {
+    std::string places;
+    for (const std::string& call : canvas.CallsOf("pixel " + start)) {
+      const auto found = call.find(end + " ");
+      if (found != call.npos) places += call.substr(0, found) + " ";
+    }
+    return places;
+  };
+  EXPECT_EQ(runs("25,", ""), "26 27 124 123 126 127 223 222 ");
+  EXPECT_EQ(runs("30,", ""), "26 124 126 223 ");
+  EXPECT_EQ(runs("", ",25"), "26 27 174 173 176 177 323 322 ");
+  EXPECT_EQ(runs("", ",30"), "26 174 176 323 ");
 }
 
 TEST(DrawScrGrid, TicksThickenWithTheZoomAndDotsDoNotDependOnIt) {

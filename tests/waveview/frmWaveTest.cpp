@@ -164,6 +164,21 @@ TEST(frmWave, APictureBeyond64MillionPixelsIsNotDrawn) {
   EXPECT_FALSE(bench.Drawn().calls.empty());
 }
 
+TEST(frmWave, AReopenedViewHasNewCursorsAndNoChoice) {
+  WaveBench bench;
+  bench.view.ChkCursorX.SetValue(true);
+  bench.view.WavePic.mouseDown(100, 100);
+  bench.view.WavePic.mouseMove(137.5, 100);
+  EXPECT_EQ(bench.view.Cursors.X1Base, 75);
+  bench.view.Unload();
+  bench.ctrl.CH1Display = "OFF";
+  bench.view.Show();
+  bench.clock.Run(Ms(1));
+  EXPECT_FALSE(bench.view.ChkCursorX.Value() || bench.view.Cursors.DragX1);
+  EXPECT_EQ(bench.view.Cursors.X1Base, 50);
+  EXPECT_EQ(bench.view.OptionCH.Selected(), OptionGroup::kNone);
+}
+
 TEST(frmWave, WithNoOptionNothingIsReadAndNothingIsLeftBehind) {
   WaveBench bench;
   bench.ctrl.CH1Display = "OFF";
