@@ -2,10 +2,10 @@
 #include <cstdlib>
 
 #include "platform/RasterCanvas.h"
-#include "support/TransferBench.h"
+#include "support/LinkBench.h"
+#include "support/ProgramBench.h"
 #include "transfers/WaveReader.h"
 #include "waveview/DrawCursors.h"
-#include "waveview/DrawGrid.h"
 #include "waveview/DrawTraces.h"
 
 using namespace oriolemark;
@@ -19,14 +19,39 @@ std::string TakeLine(std::string& text) {
   return line + "\n";
 }
 
+// The link with what a read works on. Sheet and scratch, which take longer to make than to fill,
+// are kept and emptied.
+struct ReaderBench : LinkBench {
+  explicit ReaderBench(int ioType) {
+    static const WaveRecord kEmpty;
+    static const TransferScratch kClear;
+    sheet.Waves[0] = kEmpty;
+    scratch = kClear;
+    Connect(ioType);
+    usbDriver.pollTime = Milliseconds(50);
+    clock.SetDeadline(Milliseconds(3600000));
+  }
+
+  inline static DataSheet sheet;
+  inline static TransferScratch scratch;
+  MemoryStore store;
+  TransferState transfer;
+  ScreenPointer pointer;
+  frmPrgress progress{clock, waiting, store, state, transfer, scope, pointer};
+  WaveReader reader{{settings, state, waiting, scope, rs232, gpib, usb, sheet, scratch,
+                     progress.Progressing(), [] { return "11/21/26"; }}};
+};
+
+// At the least zoom that has read-outs, and without the grid, which is always the same: pixels cost
+// most.
 void Draw(const WaveRecord& record) {
-  RasterCanvas canvas;
-  canvas.SetSize(525, 375);
-  const WaveSurface surface{canvas, 1.5, ColorsOf(record.ColorOn)};
+  static RasterCanvas canvas;
+  canvas.SetSize(140, 100);
+  canvas.Clear({});
+  const WaveSurface surface{canvas, 0.4, ColorsOf(record.ColorOn)};
   WaveCursors cursors{.CursorXOn = true, .CursorYOn = true};
   PlaceCursors(cursors);
   FollowZoom(cursors, surface.zoom);
-  DrawScrGrid(surface, GridDots::Shown);
   DrawOSC(surface, record);
   DrawCursors(surface, record, cursors);
 }
@@ -37,27 +62,32 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   std::string text(reinterpret_cast<const char*>(data), size);
   if (text.empty()) return 0;
   const int choice = data[0];
-  TransferBench bench;
-  bench.Connect(choice % 3);
-  WaveReader reader({bench.settings, bench.state, bench.waiting, bench.scope, bench.rs232,
-                     bench.gpib, bench.usb, bench.sheet, bench.scratch,
-                     bench.progress.Progressing(), [] { return "11/21/26"; }});
+  ReaderBench bench(choice % 3);
   const auto answer = [&](std::initializer_list<const char*> queries) {
     for (const char* query : queries) bench.script.Answer(query, TakeLine(text));
   };
+  // Few inputs would find the words for these.
   const bool rolling = (choice & 8) != 0;
-  answer({":DATA:WinMemSize:?", ":TimeBase:FORMAT:?"});
+  const bool figure = (choice & 16) != 0;
+  const bool envelope = (choice & 32) != 0;
+  answer({":DATA:WinMemSize:?"});
+  bench.script.Answer(":TimeBase:FORMAT:?", figure ? "X-Y\n" : "Y-T\n");
   bench.script.Answer(":TimeBase:SCAN:?", rolling ? "ON\n" : "OFF\n");
   if (rolling) {
     answer({":DATA:RollingStartPos:?", ":DATA:RollingEraseWidth:?"});
   } else {
-    answer({":ACQUIRE:ACQUISITION:?"});
+    bench.script.Answer(":ACQUIRE:ACQUISITION:?", envelope ? "ENVELOPE\n" : "NORMAL\n");
   }
-  answer({":CHANNEL1:RANGE:?", ":CHANNEL1:OFFSET:?", ":TimeBase:RANGE:?",
-          ":TimeBase:TRIGGER DELAY:?"});
-  bench.script.Answer(":DATA:CHANNEL1", text);
-  bench.clock.SetDeadline(Milliseconds(3600000));
-  reader.ReadWaveform("CH1");
+  answer({":CHANNEL1:RANGE:?", ":CHANNEL2:RANGE:?", ":CHANNEL1:OFFSET:?", ":CHANNEL2:OFFSET:?",
+          ":TimeBase:RANGE:?", ":TimeBase:TRIGGER DELAY:?"});
+  if (!envelope || rolling || figure) {
+    answer({":DATA:CHANNEL1"});
+    bench.script.Answer(":DATA:CHANNEL2", text);
+  } else {
+    answer({":DATA:EnvelopeMax:CH1", ":DATA:EnvelopeMin:CH1", ":DATA:EnvelopeMax:CH2"});
+    bench.script.Answer(":DATA:EnvelopeMin:CH2", text);
+  }
+  bench.reader.ReadWaveform("CH1CH2");
   bench.sheet.Waves[0].HasData = true;
   Draw(bench.sheet.Waves[0]);
   if (bench.clock.Stuck()) std::abort();

@@ -94,8 +94,7 @@ class FakeGpib : public GpibDriver {
   std::string reply_;
 };
 
-// A USB bus with one scripted instrument. An empty poll takes 2 ms, and after 5 s of nothing else
-// the driver gives up.
+// A USB bus with one scripted instrument. After 5 s of nothing but empty polls the driver gives up.
 class FakeUsb : public UsbDriver {
  public:
   FakeUsb(VirtualClock& clock, InstrumentScript& script) : clock_(clock), script_(script) {}
@@ -124,8 +123,8 @@ class FakeUsb : public UsbDriver {
     const bool ready = !offered_.empty() && clock_.Now() >= readyAt_;
     buffer[0] = ready ? static_cast<std::uint8_t>(std::min<std::size_t>(offered_.size(), 255)) : 0;
     emptyPolls_ = ready ? 0 : emptyPolls_ + 1;
-    if (!ready) clock_.Block(Milliseconds(2));
-    return emptyPolls_ < 2500;
+    if (!ready) clock_.Block(pollTime);
+    return emptyPolls_ * pollTime < Milliseconds(5000);
   }
   bool Control_Command_Send(int device, int request, int value, int index) override {
     transfers.push_back({device, request, value, index});
@@ -138,6 +137,7 @@ class FakeUsb : public UsbDriver {
 
   int devices = 1;
   std::string problem;                      // cause and cure of a failure
+  Milliseconds pollTime{2};                 // of an empty poll
   std::string written;                      // every byte, terminators and all
   std::vector<std::vector<int>> transfers;  // the arguments of control and of bulk transfers
   std::string screen;                       // what the bulk read gives, from its first byte on
