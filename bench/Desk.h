@@ -5,7 +5,7 @@
 
 #include "drivers/ChosenUsb.h"
 #include "drivers/LibraryGpib.h"
-#include "link/SerialEvents.h"
+#include "link/ScopeLink.h"
 #include "transfers/RefreshLoop.h"
 #include "transfers/WaveReader.h"
 #include "waveview/frmWave.h"
@@ -46,12 +46,9 @@ struct Desk {
   LibraryGpib gpibDriver{store};
   ChosenUsb usbDriver{store, MakeUsbTime(waiting, [] { return 0U; })};
   LinkSettings settings;
-  LinkState state;
-  RS232Func rs232{port, settings, state, waiting, prompts};
-  GPIBFunc gpib{gpibDriver, settings, state, waiting, prompts};
-  USB_FUNC usb{usbDriver, settings, state, waiting, prompts};
-  SerialEvents serialEvents{port, rs232};
-  TX5000Cmd scope{settings, state, rs232, gpib, usb, waiting, prompts};
+  ScopeLink link{port, gpibDriver, usbDriver, settings, waiting, prompts};
+  LinkState& state = link.state;
+  TX5000Cmd& scope = link.scope;
   Timer tick{events, 100, [this] { ++state.SerialTicks; }};
   TransferState transfer;
   DataSheet sheet;
@@ -61,8 +58,8 @@ struct Desk {
   RefreshSettings refresh{.RefreshType = "Auto", .RefreshInterval = 100};
   ScreenPointer pointer;
   frmPrgress progress{events, waiting, store, state, transfer, scope, pointer};
-  WaveReader reader{{settings, state, waiting, scope, rs232, gpib, usb, sheet, scratch,
-                     progress.Progressing(), [] { return std::string("01/01/26"); }}};
+  WaveReader reader{{waiting, scope, sheet, scratch, progress.Progressing(),
+                     [] { return std::string("01/01/26"); }}};
   RefreshContext refreshContext{events, waiting, prompts, state, transfer, flags, refresh};
 };
 

@@ -94,7 +94,7 @@ void AskOverLine(benchmark::State& state) {
   UnpacedEvents events;
   QtSerialPort port([&](int) { return instrument.Path(); });
   Desk desk(events, port);
-  desk.rs232.RS232Init();
+  desk.link.rs232.RS232Init();
   const std::size_t length = MakeReply().size() - 1;
   const auto ask = [&] {
     if (desk.scope.AskScope(":DATA:CHANNEL1").size() != length) std::abort();

@@ -38,8 +38,8 @@ struct ReaderBench : LinkBench {
   TransferState transfer;
   ScreenPointer pointer;
   frmPrgress progress{clock, waiting, store, state, transfer, scope, pointer};
-  WaveReader reader{{settings, state, waiting, scope, rs232, gpib, usb, sheet, scratch,
-                     progress.Progressing(), [] { return "11/21/26"; }}};
+  WaveReader reader{
+      {waiting, scope, sheet, scratch, progress.Progressing(), [] { return "11/21/26"; }}};
 };
 
 // At the least zoom that has read-outs, and without the grid, which is always the same: pixels cost

@@ -16,6 +16,7 @@ constexpr int kEndWithLastByte = 1;
 constexpr int kNoEndOfString = 0;
 constexpr Milliseconds kTimePerCharacter{5};
 constexpr std::size_t kReplySize = 1024;
+constexpr std::size_t kPieceSize = 200;
 
 constexpr std::array<const char*, 21> kMnemonics{
     "EDVR", "ECIC", "ENOL", "EADR", "EARG", "ESAC", "EABO", "ENEB", "EDMA", "",    "EOIP",
@@ -40,7 +41,12 @@ std::string Digits(int value, int base) {
 
 GPIBFunc::GPIBFunc(GpibDriver& driver, const LinkSettings& settings, LinkState& state,
                    Waiting& waiting, Prompts& prompts)
-    : driver_(driver), settings_(settings), state_(state), waiting_(waiting), prompts_(prompts) {}
+    : Transport({.firstSample = 0, .marksBusy = false, .progressByTimer = false}),
+      driver_(driver),
+      settings_(settings),
+      state_(state),
+      waiting_(waiting),
+      prompts_(prompts) {}
 
 void GPIBFunc::GPIBInit() {
   device_ = driver_.ibdev(kBoard, settings_.GPIB_Addr, kNoSecondaryAddress, kTenSeconds,
@@ -75,7 +81,7 @@ std::string GPIBFunc::GPIBRead() {
   // A read can block for the device's ten seconds, which a program that is closing has not.
   if (waiting_.Closing()) return "";
   std::array<char, kReplySize> buffer{};
-  Read(buffer);
+  driver_.ibrd(device_, buffer);
   if (Failed()) GPIBError("Unable to read from device", device_);
   const auto lineEnd = std::find(buffer.begin(), buffer.end(), '\n');
   return lineEnd != buffer.end() ? std::string(buffer.begin(), lineEnd) : "";
@@ -91,8 +97,30 @@ void GPIBFunc::GPIBError(const std::string& message, int device) {
   driver_.ibonl(device, 0);
 }
 
-void GPIBFunc::Read(std::span<char> buffer) {
-  driver_.ibrd(device_, buffer);
+std::string GPIBFunc::ReadBlock(const Progress& progress) {
+  // The buffer keeps its old contents beyond what a read delivers, and all of it is taken while the
+  // message has not ended.
+  std::array<char, kPieceSize> buffer{};
+  const std::string_view held(buffer.data(), buffer.size());
+  std::string text;
+  bool ended = false;
+  while (!ended && !waiting_.Closing() && text.size() < kLongestBlock) {
+    driver_.ibrd(device_, buffer);
+    if (Failed()) {
+      GPIBError("Unable to read from device", device_);
+      break;
+    }
+    // Looked at before events are served: a request made there has a status of its own.
+    ended = Ended();
+    const std::size_t lineEnd = held.find('\n');
+    if (!ended) {
+      text += held;
+    } else if (lineEnd != std::string_view::npos) {
+      text += held.substr(0, lineEnd);
+    }
+    progress(text.size());
+  }
+  return text;
 }
 
 std::string GPIBFunc::StatusText() const {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
 
 #include "link/LinkState.h"
+#include "link/Transport.h"
 #include "platform/GpibDriver.h"
 #include "platform/Prompts.h"
 #include "platform/Waiting.h"
@@ -13,7 +13,7 @@ namespace oriolemark {
 
 // Commands and replies over IEEE 488. A failure shows its message and takes the device offline;
 // every later call then fails and shows its own, until the next GPIBInit.
-class GPIBFunc {
+class GPIBFunc : public Transport {
  public:
   GPIBFunc(GpibDriver& driver, const LinkSettings& settings, LinkState& state, Waiting& waiting,
            Prompts& prompts);
@@ -31,15 +31,15 @@ class GPIBFunc {
   // Shows the message with the status words and takes the device offline.
   void GPIBError(const std::string& message, int device);
 
-  // For replies in pieces: one read into the buffer, which keeps its old bytes behind the new ones.
-  // Status() tells whether it failed or was the last.
-  void Read(std::span<char> buffer);
-  const GpibStatus& Status() const { return driver_.Status(); }
-  bool Failed() const { return (Status().ibsta & kGpibErr) != 0; }
-  bool Ended() const { return (Status().ibsta & kGpibEnd) != 0; }
-  int Device() const { return device_; }
+  void Open() override { GPIBInit(); }
+  void Send(std::string_view command) override { GPIBSend(command); }
+  std::string ReadReply() override { return GPIBRead(); }
+  // Ends with the read that brings END, or fails.
+  std::string ReadBlock(const Progress& progress) override;
 
  private:
+  bool Failed() const { return (driver_.Status().ibsta & kGpibErr) != 0; }
+  bool Ended() const { return (driver_.Status().ibsta & kGpibEnd) != 0; }
   std::string StatusText() const;
 
   GpibDriver& driver_;

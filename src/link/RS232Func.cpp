@@ -8,6 +8,8 @@
 namespace oriolemark {
 namespace {
 
+// Silence after which a reply is given up, in ticks of 100 ms since the last data.
+constexpr int kSilentTicks = 20;
 constexpr double kShortestCharacter = 3.0;  // ms
 constexpr double kLongestSleep = 10000.0;   // ms
 constexpr std::size_t kLongestReply = std::size_t{64} << 20;
@@ -22,7 +24,12 @@ std::string TrimBlanks(const std::string& text) {
 
 RS232Func::RS232Func(SerialPort& port, const LinkSettings& settings, LinkState& state,
                      Waiting& waiting, Prompts& prompts)
-    : port_(port), settings_(settings), state_(state), waiting_(waiting), prompts_(prompts) {}
+    : Transport({.firstSample = 1, .marksBusy = true, .progressByTimer = true}),
+      port_(port),
+      settings_(settings),
+      state_(state),
+      waiting_(waiting),
+      prompts_(prompts) {}
 
 void RS232Func::RS232Init() {
   if (port_.IsOpen()) port_.Close();
@@ -64,6 +71,22 @@ std::string RS232Func::RS232Read() {
   // The ticks decide, not the pending flag: a reply that a request made meanwhile has taken, and
   // that has grown old since, is a silence too.
   if (!served || ticks >= kSilentTicks) return "";
+  return state_.RxBuffer;
+}
+
+std::string RS232Func::ReadReply() {
+  state_.ReplyPending = true;
+  return RS232Read();
+}
+
+std::string RS232Func::ReadBlock(const Progress& progress) {
+  state_.ReplyPending = true;
+  state_.SerialTicks = 0;
+  const bool served = waiting_.WaitUntil([&] {
+    progress(static_cast<std::size_t>(std::max(state_.RxLength, 0)));
+    return !state_.ReplyPending || state_.SerialTicks >= kSilentTicks;
+  });
+  if (!served || state_.SerialTicks >= kSilentTicks) return "";
   return state_.RxBuffer;
 }
 

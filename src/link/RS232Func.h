@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "link/LinkState.h"
+#include "link/Transport.h"
 #include "platform/Prompts.h"
 #include "platform/SerialPort.h"
 #include "platform/Waiting.h"
@@ -12,11 +13,8 @@ namespace oriolemark {
 
 // Commands and replies over the serial line. A command ends in CR, a reply in LF. What arrives is
 // handed to RS232OnReceive while events are served and collects in RxBuffer.
-class RS232Func {
+class RS232Func : public Transport {
  public:
-  // Silence after which a reply is given up, in ticks of 100 ms since the last data.
-  static constexpr int kSilentTicks = 20;
-
   RS232Func(SerialPort& port, const LinkSettings& settings, LinkState& state, Waiting& waiting,
             Prompts& prompts);
 
@@ -34,6 +32,12 @@ class RS232Func {
 
   // Stores a chunk that has arrived. Never waits.
   void RS232OnReceive(std::string_view chunk);
+
+  void Open() override { RS232Init(); }
+  void Send(std::string_view command) override { RS232Send(command); }
+  std::string ReadReply() override;
+  // Up to the LF; empty after 2 s of silence.
+  std::string ReadBlock(const Progress& progress) override;
 
  private:
   Milliseconds TimeOnLine(std::size_t characters) const;

@@ -68,53 +68,37 @@ TX5000Cmd::TX5000Cmd(const LinkSettings& settings, LinkState& state, RS232Func& 
       waiting_(waiting),
       prompts_(prompts) {}
 
-void TX5000Cmd::SendToScope(std::string_view command) {
+Transport& TX5000Cmd::Link() {
   switch (settings_.ScopeIOType) {
     case kLinkGpib:
-      gpib_.GPIBSend(command);
-      break;
+      return gpib_;
     case kLinkRS232:
-      state_.CommBusy = true;
-      rs232_.RS232Send(command);
-      state_.CommBusy = false;
-      break;
+      return rs232_;
     default:
-      usb_.USBSend(command);
+      return usb_;
   }
+}
+
+void TX5000Cmd::SendToScope(std::string_view command) {
+  Transport& link = Link();
+  if (link.traits.marksBusy) state_.CommBusy = true;
+  link.Send(command);
+  if (link.traits.marksBusy) state_.CommBusy = false;
 }
 
 std::string TX5000Cmd::AskScope(std::string_view command) {
   if (waiting_.Closing()) return "";
-  switch (settings_.ScopeIOType) {
-    case kLinkGpib:
-      gpib_.GPIBSend(command);
-      return gpib_.GPIBRead();
-    case kLinkRS232: {
-      state_.CommBusy = true;
-      rs232_.RS232Send(command);
-      state_.ReplyPending = true;
-      const std::string reply = rs232_.RS232Read();
-      state_.CommBusy = false;
-      return reply;
-    }
-    default:
-      usb_.USBSend(command);
-      return usb_.USBRead();
-  }
+  Transport& link = Link();
+  if (link.traits.marksBusy) state_.CommBusy = true;
+  link.Send(command);
+  const std::string reply = link.ReadReply();
+  if (link.traits.marksBusy) state_.CommBusy = false;
+  return reply;
 }
 
 void TX5000Cmd::ConnectScope() {
   state_.LinkOpened = true;
-  switch (settings_.ScopeIOType) {
-    case kLinkGpib:
-      gpib_.GPIBInit();
-      break;
-    case kLinkRS232:
-      rs232_.RS232Init();
-      break;
-    default:
-      usb_.USBInit();
-  }
+  Link().Open();
   const bool passed = state_.LinkOpened && Identify();
   if (showIndicator) showIndicator(passed);
   state_.ScopeConnected = passed;

@@ -46,6 +46,9 @@ class TX5000Cmd {
   // Releases the instrument. The transport stays open.
   void DisconnectScope();
 
+  // The way that ScopeIOType names at this moment, for replies in pieces.
+  Transport& Link();
+
   // Whether the instrument says that it has a colour display. Asks it, if the link is open.
   bool IsColorScope();
 

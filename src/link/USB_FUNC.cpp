@@ -8,6 +8,8 @@
 namespace oriolemark {
 namespace {
 
+// Ticks of 100 ms after which a block is given up. They move only while events are served.
+constexpr int kBlockTicks = 50;
 constexpr Milliseconds kPollPause{2};
 constexpr const char* kReadTitle = "USB Read Message";
 
@@ -22,7 +24,12 @@ constexpr int kScreenAddress = 0x90000;
 
 USB_FUNC::USB_FUNC(UsbDriver& driver, const LinkSettings& settings, LinkState& state,
                    Waiting& waiting, Prompts& prompts)
-    : driver_(driver), settings_(settings), state_(state), waiting_(waiting), prompts_(prompts) {}
+    : Transport({.firstSample = 0, .marksBusy = false, .progressByTimer = false}),
+      driver_(driver),
+      settings_(settings),
+      state_(state),
+      waiting_(waiting),
+      prompts_(prompts) {}
 
 void USB_FUNC::USBInit() {
   std::array<std::uint8_t, 257> buffer{};
@@ -43,15 +50,28 @@ void USB_FUNC::USBSend(std::string_view command) {
 }
 
 std::string USB_FUNC::USBRead() {
-  const std::string block = ReadBlock(Polling::Blocking);
+  const std::string block = ReadCounted(Polling::Blocking);
   return block.substr(0, block.find('\n'));
 }
 
 std::string USB_FUNC::USBReadBlock() {
-  return ReadBlock(Polling::ServingEvents);
+  return ReadCounted(Polling::ServingEvents);
 }
 
-std::string USB_FUNC::ReadBlock(Polling polling) {
+std::string USB_FUNC::ReadBlock(const Progress& progress) {
+  std::string text;
+  std::size_t lineEnd = std::string::npos;
+  while (lineEnd == std::string::npos && !waiting_.Closing() && text.size() < kLongestBlock) {
+    const std::string chunk = USBReadBlock();
+    if (chunk.empty()) break;
+    lineEnd = chunk.find('\n');
+    text += chunk.substr(0, lineEnd);
+    progress(text.size());
+  }
+  return text;
+}
+
+std::string USB_FUNC::ReadCounted(Polling polling) {
   std::array<std::uint8_t, 257> buffer{};
   std::uint8_t& waitingBytes = buffer[0];
   state_.UsbTicks = 0;

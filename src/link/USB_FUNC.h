@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "link/LinkState.h"
+#include "link/Transport.h"
 #include "platform/Prompts.h"
 #include "platform/UsbDriver.h"
 #include "platform/Waiting.h"
@@ -15,11 +16,8 @@ namespace oriolemark {
 // Commands and replies over USB: a command goes out a byte at a time and ends in CR, a reply comes
 // in counted blocks of at most 255 bytes. Every failure shows a message and gives an empty text;
 // the screen read alone fails silently.
-class USB_FUNC {
+class USB_FUNC : public Transport {
  public:
-  // Ticks of 100 ms after which a block is given up. They move only while events are served.
-  static constexpr int kBlockTicks = 50;
-
   USB_FUNC(UsbDriver& driver, const LinkSettings& settings, LinkState& state, Waiting& waiting,
            Prompts& prompts);
 
@@ -36,6 +34,12 @@ class USB_FUNC {
   // One block whole, LF included. Serves events while it waits. Empty when the program is closing.
   std::string USBReadBlock();
 
+  void Open() override { USBInit(); }
+  void Send(std::string_view command) override { USBSend(command); }
+  std::string ReadReply() override { return USBRead(); }
+  // Ends with the block that holds the LF, or with an empty one.
+  std::string ReadBlock(const Progress& progress) override;
+
   // Reads `count` bytes of the screen memory from `offset` on to the same places of the buffer,
   // which keeps what it held where a request fails.
   void USBReadScreen(int offset, std::span<std::uint8_t> buffer, int count);
@@ -43,7 +47,7 @@ class USB_FUNC {
  private:
   enum class Polling { Blocking, ServingEvents };
 
-  std::string ReadBlock(Polling polling);
+  std::string ReadCounted(Polling polling);
   void ShowNoDevice(const char* title);
   bool SendControl(int request, int number);
 

@@ -4,31 +4,28 @@ namespace oriolemark {
 
 MainModule::MainModule(Platform platform)
     : platform_(std::move(platform)),
-      rs232_(platform_.serial, preferences.link, link_, platform_.waiting, prompts_),
-      gpib_(platform_.gpib, preferences.link, link_, platform_.waiting, prompts_),
-      usb_(platform_.usb, preferences.link, link_, platform_.waiting, prompts_),
-      serialEvents_(platform_.serial, rs232_),
-      scope_(preferences.link, link_, rs232_, gpib_, usb_, platform_.waiting, prompts_),
+      link_(platform_.serial, platform_.gpib, platform_.usb, preferences.link, platform_.waiting,
+            prompts_),
       splash(platform_.version),
-      progress(platform_.events, platform_.waiting, platform_.store, link_, transfer_, scope_,
-               pointer),
+      progress(platform_.events, platform_.waiting, platform_.store, link_.state, transfer_,
+               link_.scope, pointer),
       about(prompts_, platform_.version),
       newDoc(docChoice_),
       openDoc(docChoice_),
       options(preferences, platform_.serial, platform_.gpib, platform_.usb, docChoice_),
       browser(sheet, prompts_),
-      controller({settings, controlDocument, preferences.link, link_, transfer_, scope_, progress,
-                  platform_.waiting, prompts_, pointer, platform_.syncFile}),
+      controller({settings, controlDocument, preferences.link, link_.state, transfer_, link_.scope,
+                  progress, platform_.waiting, prompts_, pointer, platform_.syncFile}),
       main({platform_.events,
             platform_.waiting,
             prompts_,
             platform_.store,
             preferences,
-            link_,
+            link_.state,
             transfer_,
-            scope_,
+            link_.scope,
             platform_.serial,
-            serialEvents_,
+            link_.serialEvents,
             sheet,
             browser,
             controller,
@@ -40,9 +37,9 @@ MainModule::MainModule(Platform platform)
             docChoice_,
             platform_.help,
             platform_.helpFile}),
-      waveReader_({preferences.link, link_, platform_.waiting, scope_, rs232_, gpib_, usb_, sheet,
-                   scratch_, progress.Progressing(), platform_.today}),
-      settingsTransfer_(settings, scope_, progress.ProgressBar1, platform_.waiting) {
+      waveReader_({platform_.waiting, link_.scope, sheet, scratch_, progress.Progressing(),
+                   platform_.today}),
+      settingsTransfer_(settings, link_.scope, progress.ProgressBar1, platform_.waiting) {
   browser.files.makeWaveView = [this] { return MakeWaveView(); };
   progress.procedures.ReadWaveform = [this](const std::string& channel) {
     waveReader_.ReadWaveform(channel);
@@ -56,7 +53,7 @@ MainModule::MainModule(Platform platform)
 }
 
 std::unique_ptr<frmWave> MainModule::MakeWaveView() {
-  const RefreshContext refresh{platform_.events, platform_.waiting, prompts_,           link_,
+  const RefreshContext refresh{platform_.events, platform_.waiting, prompts_,           link_.state,
                                transfer_,        refreshFlags_,     preferences.refresh};
   auto view = std::make_unique<frmWave>(
       WaveViewContext{sheet, settings, scratch_, progress, refresh}, platform_.makeCanvas());

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "datasheet/records/TransferScratch.h"
+#include "link/ScopeLink.h"
 #include "platform/Calendar.h"
 #include "platform/Canvas.h"
 #include "platform/Files.h"
@@ -49,7 +50,7 @@ class MainModule {
   std::function<void(frmWave&)> onWaveView;
 
   // What stands, for those who watch the program from outside.
-  const LinkState& Link() const { return link_; }
+  const LinkState& Link() const { return link_.state; }
   const TransferState& Transfer() const { return transfer_; }
   const RefreshFlags& Refreshing() const { return refreshFlags_; }
 
@@ -64,17 +65,12 @@ class MainModule {
   std::unique_ptr<frmWave> MakeWaveView();
 
   Platform platform_;
-  LinkState link_;
   TransferState transfer_;
   TransferPrompts prompts_{platform_.prompts, transfer_};
+  ScopeLink link_;
   RefreshFlags refreshFlags_;
   TransferScratch scratch_;
   DocChoice docChoice_;
-  RS232Func rs232_;
-  GPIBFunc gpib_;
-  USB_FUNC usb_;
-  SerialEvents serialEvents_;
-  TX5000Cmd scope_;
 
  public:
   frmSplash splash;

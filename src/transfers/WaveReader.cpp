@@ -11,9 +11,6 @@
 namespace oriolemark {
 namespace {
 
-// Twelve times the longest block there is: where no line end comes, a read stops here.
-constexpr std::size_t kLongestBlock = std::size_t{1} << 20;
-
 constexpr int kBothChannels = 3;
 // Progress when the queries are through and the first block begins.
 constexpr double kQueriesDone = 5;
@@ -151,8 +148,7 @@ void WaveReader::ReadBlocks() {
 void WaveReader::ReadBlock(SampleArray WaveRecord::*destination, double base, double total,
                            int count, Clamp clamp) {
   const std::string text = ReadReply(base, total);
-  // Over GPIB and USB the first sample lands at index 0, which is never converted nor shown.
-  Split(text, context_.settings.ScopeIOType == kLinkRS232 ? 1 : 0, KeepTokens::No);
+  Split(text, context_.scope.Link().traits.firstSample, KeepTokens::No);
   SampleArray& samples = context_.scratch.TransferSamples;
   const int last = std::min(count, kLastSample);
   for (int i = 1; i <= last; ++i) {
@@ -178,87 +174,25 @@ void WaveReader::ReadChannelData(const std::string& channel) {
   scratch.TransferText = channel + " " + rangeText + "  " + timeText + " " +
                          " Size=" + std::to_string(scratch.TransferSize) +
                          " [Date:" + context_.today() + "]";
-  const std::string command = std::string(kData) + root;
-  if (context_.settings.ScopeIOType == kLinkRS232) {
-    context_.rs232.RS232Send(command);
-  } else {
-    context_.scope.SendToScope(command);
-  }
+  // Sent past CommBusy, which a table's request leaves alone.
+  context_.scope.Link().Send(std::string(kData) + root);
   Split(ReadReply(0, scratch.TransferSize), 1, KeepTokens::Yes);
 }
 
 std::string WaveReader::ReadReply(double base, double total) {
-  switch (context_.settings.ScopeIOType) {
-    case kLinkGpib:
-      return ReadReplyGpib(base, total);
-    case kLinkRS232:
-      return ReadReplySerial(base, total);
-    default:
-      return ReadReplyUsb(base, total);
-  }
-}
-
-namespace {
-
-// Progress of a block of which so many characters are there, at five characters a sample.
-double Percentage(double base, double total, std::size_t received) {
-  return base + 100.0 * static_cast<double>(received) / (5 * total);
-}
-
-}  // namespace
-
-std::string WaveReader::ReadReplyGpib(double base, double total) {
-  // The buffer keeps its old contents beyond what a read delivers, and all of it is taken while the
-  // message has not ended.
-  std::array<char, 200> buffer{};
-  const std::string_view held(buffer.data(), buffer.size());
-  GPIBFunc& gpib = context_.gpib;
-  std::string text;
-  while (!context_.waiting.Closing() && text.size() < kLongestBlock) {
-    gpib.Read(buffer);
-    if (gpib.Failed()) {
-      gpib.GPIBError("Unable to read from device", gpib.Device());
-      break;
+  Transport& link = context_.scope.Link();
+  const bool byTimer = link.traits.progressByTimer;
+  context_.progress.timer2.SetEnabled(byTimer);
+  const std::string text = link.ReadBlock([&](std::size_t received) {
+    // At five characters a sample.
+    const double percent = base + 100.0 * static_cast<double>(received) / (5 * total);
+    if (byTimer) {
+      context_.progress.Progress = percent;
+    } else {
+      ShowProgress(percent);
     }
-    const std::size_t lineEnd = held.find('\n');
-    if (!gpib.Ended()) {
-      text += held;
-    } else if (lineEnd != std::string_view::npos) {
-      text += held.substr(0, lineEnd);
-    }
-    // Looked at before events are served: a request made there has a status of its own.
-    const bool ended = gpib.Ended();
-    ShowProgress(Percentage(base, total, text.size()));
-    if (ended) break;
-  }
-  return text;
-}
-
-std::string WaveReader::ReadReplySerial(double base, double total) {
-  LinkState& link = context_.link;
-  link.ReplyPending = true;
-  link.SerialTicks = 0;
-  context_.progress.timer2.SetEnabled(true);
-  const bool waited = context_.waiting.WaitUntil([&] {
-    context_.progress.Progress =
-        Percentage(base, total, static_cast<std::size_t>(std::max(link.RxLength, 0)));
-    return !link.ReplyPending || link.SerialTicks >= RS232Func::kSilentTicks;
   });
   context_.progress.timer2.SetEnabled(false);
-  if (!waited || link.SerialTicks >= RS232Func::kSilentTicks) return {};
-  return link.RxBuffer;
-}
-
-std::string WaveReader::ReadReplyUsb(double base, double total) {
-  std::string text;
-  while (!context_.waiting.Closing() && text.size() < kLongestBlock) {
-    const std::string chunk = context_.usb.USBReadBlock();
-    if (chunk.empty()) break;
-    const std::size_t lineEnd = chunk.find('\n');
-    text += chunk.substr(0, lineEnd);
-    ShowProgress(Percentage(base, total, text.size()));
-    if (lineEnd != std::string::npos) break;
-  }
   return text;
 }
 

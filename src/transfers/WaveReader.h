@@ -13,13 +13,8 @@ namespace oriolemark {
 
 // What a read of samples rests on.
 struct WaveReaderContext {
-  const LinkSettings& settings;
-  LinkState& link;
   Waiting& waiting;
   TX5000Cmd& scope;
-  RS232Func& rs232;
-  GPIBFunc& gpib;
-  USB_FUNC& usb;
   DataSheet& sheet;
   TransferScratch& scratch;
   TransferProgress progress;
@@ -54,9 +49,6 @@ class WaveReader {
                  Clamp clamp);
 
   std::string ReadReply(double base, double total);
-  std::string ReadReplyGpib(double base, double total);
-  std::string ReadReplySerial(double base, double total);
-  std::string ReadReplyUsb(double base, double total);
   void Split(std::string_view text, int firstIndex, KeepTokens keep);
   void ShowProgress(double percent);
 

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "link/SerialEvents.h"
-#include "link/TX5000Cmd.h"
+#include "link/ScopeLink.h"
 #include "platform/Timer.h"
 #include "support/FakeSerialPort.h"
 #include "support/RecordingPrompts.h"
@@ -35,12 +34,13 @@ struct LinkBench {
   FakeGpib gpibDriver{clock, script};
   FakeUsb usbDriver{clock, script};
   LinkSettings settings;
-  LinkState state;
-  RS232Func rs232{port, settings, state, waiting, prompts};
-  GPIBFunc gpib{gpibDriver, settings, state, waiting, prompts};
-  USB_FUNC usb{usbDriver, settings, state, waiting, prompts};
-  SerialEvents serialEvents{port, rs232};
-  TX5000Cmd scope{settings, state, rs232, gpib, usb, waiting, prompts};
+  ScopeLink link{port, gpibDriver, usbDriver, settings, waiting, prompts};
+  LinkState& state = link.state;
+  RS232Func& rs232 = link.rs232;
+  GPIBFunc& gpib = link.gpib;
+  USB_FUNC& usb = link.usb;
+  SerialEvents& serialEvents = link.serialEvents;
+  TX5000Cmd& scope = link.scope;
   Timer timeOutTimer{clock, 100, [this] {
                        ++state.SerialTicks;
                        ++state.UsbTicks;

@@ -18,8 +18,8 @@ struct ReaderBench : TransferBench {
     }
   }
 
-  WaveReader reader{{settings, state, waiting, scope, rs232, gpib, usb, sheet, scratch,
-                     progress.Progressing(), [] { return "11/21/26"; }}};
+  WaveReader reader{
+      {waiting, scope, sheet, scratch, progress.Progressing(), [] { return "11/21/26"; }}};
 };
 
 // The bytes 0, 125 and 255 of one block in CH1Data and CH2Data, from index 0: over GPIB and USB
