@@ -19,7 +19,7 @@ void WaitForRefresh(benchmark::State& state) {
   view.Load();
   Button command([] {});
   int readings = 0;
-  RefreshLoop loop(desk.refreshContext, ViewKind::Wave, view, command, [&] { ++readings; });
+  RefreshLoop loop(desk.refreshContext, ItemKind::Wave, view, command, [&] { ++readings; });
   Timer end(events, kWatched, [&] { desk.flags.WaveAutoRefresh = false; });
   for (auto _ : state) {
     end.SetEnabled(true);

@@ -4,6 +4,8 @@ namespace oriolemark {
 namespace {
 
 constexpr const char* kRootText = "Data Sheet";
+constexpr int kRootImage = 1;
+constexpr int kSheetImage = 2;
 
 }  // namespace
 
@@ -16,26 +18,24 @@ frmDataSheetTree::frmDataSheetTree(DataSheet& sheet, Prompts& prompts)
 
 void frmDataSheetTree::Form_Load() {
   DataSheetTree.Clear();
-  AddSheetNodes();
+  sheet_.RootNode = DataSheetTree.Add(kNoNode, kRootText, kRootImage);
+  AddSheetNode();
   if (!sheetModelReady_) {
     sheetModelReady_ = true;
     mnuNewDataSheet_Click();
     return;
   }
-  const auto addItems = [this](auto& records, int count, int image) {
-    for (int slot = 0; slot < count; ++slot) {
-      auto& record = records[static_cast<std::size_t>(slot)];
-      record.TreeNode = DataSheetTree.Add(sheet_.SheetNode, record.Name, image);
+  for (const ItemKind kind : kTreeOrder) {
+    const ItemKindRow& row = RowOf(kind);
+    for (int slot = 0; slot < sheet_.*row.count; ++slot) {
+      ItemRecord& record = row.record(sheet_, slot);
+      record.TreeNode = DataSheetTree.Add(sheet_.SheetNode, record.Name, row.image);
     }
-  };
-  addItems(sheet_.Waves, sheet_.WaveCount, tree_image::kWave);
-  addItems(sheet_.Measures, sheet_.MeasureCount, tree_image::kMeasure);
-  addItems(sheet_.Datas, sheet_.DataCount, tree_image::kData);
+  }
 }
 
-void frmDataSheetTree::AddSheetNodes() {
-  sheet_.RootNode = DataSheetTree.Add(kNoNode, kRootText, tree_image::kRoot);
-  sheet_.SheetNode = DataSheetTree.Add(sheet_.RootNode, sheet_.Title, tree_image::kSheet);
+void frmDataSheetTree::AddSheetNode() {
+  sheet_.SheetNode = DataSheetTree.Add(sheet_.RootNode, sheet_.Title, kSheetImage);
   DataSheetTree.SetExpanded(sheet_.RootNode, true);
   DataSheetTree.SetExpanded(sheet_.SheetNode, true);
 }
@@ -45,32 +45,26 @@ void frmDataSheetTree::mnuNewDataSheet_Click() {
   sheet_.Title = "Untitle";
   sheet_.FileName.clear();
   DataSheetTree.Remove(sheet_.SheetNode);
-  sheet_.SheetNode = DataSheetTree.Add(sheet_.RootNode, sheet_.Title, tree_image::kSheet);
-  DataSheetTree.SetExpanded(sheet_.RootNode, true);
-  DataSheetTree.SetExpanded(sheet_.SheetNode, true);
+  AddSheetNode();
   files.SheetExists();
 }
 
 void frmDataSheetTree::CloseAllItems() {
   UnloadViews(sheet_);
-  sheet_.WaveCount = 0;
-  sheet_.MeasureCount = 0;
-  sheet_.DataCount = 0;
+  ForgetItems(sheet_);
 }
 
-template <typename Act>
-void frmDataSheetTree::ForSelected(Act act) {
+void frmDataSheetTree::ForSelected(
+    const std::function<void(ItemRecord& record, ItemView* view)>& act) {
   const TreeNode selected = DataSheetTree.Selected();
   if (selected == kNoNode) return;
-  const auto visit = [&](auto& records, int count, auto viewOf) {
-    for (int slot = 0; slot < count; ++slot) {
-      auto& record = records[static_cast<std::size_t>(slot)];
-      if (record.TreeNode == selected) act(record, viewOf(slot));
+  for (const ItemKind kind : kSearchOrder) {
+    const ItemKindRow& row = RowOf(kind);
+    for (int slot = 0; slot < sheet_.*row.count; ++slot) {
+      ItemRecord& record = row.record(sheet_, slot);
+      if (record.TreeNode == selected) act(record, files.View(kind, slot));
     }
-  };
-  visit(sheet_.Datas, sheet_.DataCount, [this](int slot) { return files.DataView(slot); });
-  visit(sheet_.Waves, sheet_.WaveCount, [this](int slot) { return files.WaveView(slot); });
-  visit(sheet_.Measures, sheet_.MeasureCount, [this](int slot) { return files.MeasureView(slot); });
+  }
 }
 
 void frmDataSheetTree::ChangeFormName(std::string& newText) {
@@ -85,7 +79,7 @@ void frmDataSheetTree::ChangeFormName(std::string& newText) {
     sheet_.Modified = true;
     return;
   }
-  ForSelected([&](auto& record, ItemView* view) {
+  ForSelected([&](ItemRecord& record, ItemView* view) {
     record.Name = newText;
     sheet_.Modified = true;
     if (view == nullptr) return;
@@ -95,7 +89,7 @@ void frmDataSheetTree::ChangeFormName(std::string& newText) {
 }
 
 void frmDataSheetTree::SetActiveForm() {
-  ForSelected([this](auto& record, ItemView* view) {
+  ForSelected([this](ItemRecord& record, ItemView* view) {
     if (view == nullptr) return;
     view->SetCaption(DataSheetTree.Text(record.TreeNode));
     view->BringToFront();

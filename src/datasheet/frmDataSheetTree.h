@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "datasheet/FileFunc.h"
 #include "platform/Form.h"
 #include "platform/TreeView.h"
@@ -26,12 +29,9 @@ class frmDataSheetTree : public Form {
  private:
   // Unloads every open view and empties the three lists; the records keep their contents.
   void CloseAllItems();
-  void AddSheetNodes();
-
-  // Calls `act(record, view)` for the items of one kind whose node is selected; the view is null
-  // for a kind without windows.
-  template <typename Act>
-  void ForSelected(Act act);
+  void AddSheetNode();
+  // Calls `act` for each item whose node is selected; the view is null for a kind without windows.
+  void ForSelected(const std::function<void(ItemRecord& record, ItemView* view)>& act);
 
   DataSheet& sheet_;
   Prompts& prompts_;

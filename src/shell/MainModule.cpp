@@ -40,7 +40,7 @@ MainModule::MainModule(Platform platform)
       waveReader_({platform_.waiting, link_.scope, sheet, scratch_, progress.Progressing(),
                    platform_.today}),
       settingsTransfer_(settings, link_.scope, progress.ProgressBar1, platform_.waiting) {
-  browser.files.makeWaveView = [this] { return MakeWaveView(); };
+  browser.files.makeView[ItemKind::Wave] = [this] { return MakeWaveView(); };
   progress.procedures.ReadWaveform = [this](const std::string& channel) {
     waveReader_.ReadWaveform(channel);
   };

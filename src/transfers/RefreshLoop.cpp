@@ -1,28 +1,30 @@
 #include "transfers/RefreshLoop.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace oriolemark {
 
-bool& RefreshFlags::Of(ViewKind kind) {
-  switch (kind) {
-    case ViewKind::Wave:
-      return WaveAutoRefresh;
-    case ViewKind::Data:
-      return DataAutoRefresh;
-    case ViewKind::Measure:
-      break;
-  }
-  return MeasureAutoRefresh;
+namespace {
+
+// In the order of the kinds.
+constexpr bool RefreshFlags::*kFlags[] = {&RefreshFlags::WaveAutoRefresh,
+                                          &RefreshFlags::MeasureAutoRefresh,
+                                          &RefreshFlags::DataAutoRefresh};
+
+}  // namespace
+
+bool& RefreshFlags::Of(ItemKind kind) {
+  return this->*kFlags[static_cast<std::size_t>(kind)];
 }
 
-bool RefreshFlags::OtherThan(ViewKind kind) const {
-  return (kind != ViewKind::Wave && WaveAutoRefresh) ||
-         (kind != ViewKind::Data && DataAutoRefresh) ||
-         (kind != ViewKind::Measure && MeasureAutoRefresh);
+bool RefreshFlags::OtherThan(ItemKind kind) const {
+  return std::ranges::any_of(kTreeOrder, [this, kind](ItemKind other) {
+    return other != kind && this->*kFlags[static_cast<std::size_t>(other)];
+  });
 }
 
-RefreshLoop::RefreshLoop(RefreshContext context, ViewKind kind, const Form& view,
+RefreshLoop::RefreshLoop(RefreshContext context, ItemKind kind, const Form& view,
                          Button& cmdRefresh, std::function<void()> read)
     : context_(context),
       kind_(kind),

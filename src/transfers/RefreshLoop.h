@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "datasheet/records/ItemKinds.h"
 #include "link/LinkState.h"
 #include "platform/Button.h"
 #include "platform/Form.h"
@@ -11,8 +12,6 @@
 
 namespace oriolemark {
 
-enum class ViewKind { Wave = 0, Data = 1, Measure = 2 };
-
 // Whether a continuous refresh of a kind of view runs, and the tick that all views share: 0, or the
 // interval that has just run out.
 struct RefreshFlags {
@@ -21,8 +20,8 @@ struct RefreshFlags {
   bool MeasureAutoRefresh = false;
   int RefreshTick = 0;
 
-  bool& Of(ViewKind kind);
-  bool OtherThan(ViewKind kind) const;
+  bool& Of(ItemKind kind);
+  bool OtherThan(ItemKind kind) const;
 };
 
 struct RefreshSettings {
@@ -50,7 +49,7 @@ inline constexpr const char* kStopFace = "Stop";
 class RefreshLoop {
  public:
   // `read` brings one reading into the view and serves events meanwhile.
-  RefreshLoop(RefreshContext context, ViewKind kind, const Form& view, Button& cmdRefresh,
+  RefreshLoop(RefreshContext context, ItemKind kind, const Form& view, Button& cmdRefresh,
               std::function<void()> read);
 
   // The click on cmdRefresh. Returns when the reading, or the loop, has ended.
@@ -68,7 +67,7 @@ class RefreshLoop {
   void ShowReady();
 
   RefreshContext context_;
-  ViewKind kind_;
+  ItemKind kind_;
   const Form& view_;
   Button& cmdRefresh_;
   std::function<void()> read_;

@@ -77,7 +77,7 @@ frmWave::frmWave(WaveViewContext context, std::unique_ptr<Canvas> canvas)
       cmdRefresh([this] { cmdRefresh_Click(); }),
       Timer1(context.refresh.events, kFirstTick, [this] { Timer1_Timer(); }),
       context_(context),
-      refresh_(context.refresh, ViewKind::Wave, *this, cmdRefresh, [this] { LoadData(); }) {
+      refresh_(context.refresh, ItemKind::Wave, *this, cmdRefresh, [this] { LoadData(); }) {
   WavePic.mouseDown = [this](double x, double y) { SeizeCursors(Cursors, {x, y}); };
   WavePic.mouseMove = [this](double x, double y) { WavePic_MouseMove(x, y); };
   WavePic.mouseUp = [this](double, double) { ReleaseCursors(Cursors); };

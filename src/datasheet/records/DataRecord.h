@@ -4,19 +4,15 @@
 #include <string>
 #include <vector>
 
-#include "platform/TreeView.h"
+#include "datasheet/records/ItemRecord.h"
 
 namespace oriolemark {
 
 // One channel's samples as a table: the raw hexadecimal tokens as the instrument sent them.
-struct DataRecord {
-  std::string Name;
-  bool ViewOpen = false;             // the view of this slot is loaded; run-time only
+struct DataRecord : ItemRecord {
   std::vector<std::string> Samples;  // indexes 0 to 17000, samples from index 1 on
   std::int32_t Count = 0;
   std::string Title;
-  oriolemark::TreeNode TreeNode = kNoNode;
-  bool HasData = false;
   double VoltRange = 0;     // V a division
   double VoltOffset = 0;    // V
   double TimeRange = 0;     // s a division

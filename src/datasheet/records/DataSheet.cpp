@@ -4,14 +4,6 @@
 
 namespace oriolemark {
 
-void UnloadViews(DataSheet& sheet) {
-  for (auto* views : {&sheet.WaveViews, &sheet.MeasureViews, &sheet.DataViews}) {
-    for (auto& view : *views) {
-      if (view) view->Unload();
-    }
-  }
-}
-
 int SlotOf(const ItemView& view) {
   const std::string& tag = view.Tag();
   int slot = 0;

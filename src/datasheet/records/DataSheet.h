@@ -39,9 +39,6 @@ struct DataSheet {
   TreeNode RootNode = kNoNode;
 };
 
-// Unloads every view of the sheet, also one that was loaded and has not set its ViewOpen yet.
-void UnloadViews(DataSheet& sheet);
-
 // The slot that a view's tag names; 0 where the tag names none.
 int SlotOf(const ItemView& view);
 

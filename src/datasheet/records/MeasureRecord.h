@@ -3,7 +3,7 @@
 #include <array>
 #include <string>
 
-#include "platform/TreeView.h"
+#include "datasheet/records/ItemRecord.h"
 
 namespace oriolemark {
 
@@ -18,13 +18,9 @@ struct MeasureValue {
   std::string Verdict;  // run-time only
 };
 
-struct MeasureRecord {
-  std::string Name;
-  bool ViewOpen = false;  // the view of this slot is loaded; run-time only
-  bool HasData = false;
+struct MeasureRecord : ItemRecord {
   std::array<MeasureValue, kMeasureValues> Values;
   std::string Title;
-  oriolemark::TreeNode TreeNode = kNoNode;
 };
 
 struct MeasureLimits {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/TreeView.h"
+#include "datasheet/records/ItemRecord.h"
 
 namespace oriolemark {
 
@@ -32,11 +32,8 @@ class SampleArray {
 
 // One waveform as the instrument's screen showed it. Texts are the instrument's replies as they
 // came. Of a channel that was not read, offset and range keep what the slot held.
-struct WaveRecord {
-  std::string Name;
-  bool HasData = false;   // a transfer or a file has filled the samples
-  bool ViewOpen = false;  // the view of this slot is loaded; run-time only
-  SampleArray CH1Data;    // the maximum trace in envelope mode
+struct WaveRecord : ItemRecord {
+  SampleArray CH1Data;  // the maximum trace in envelope mode
   SampleArray CH1Min;
   SampleArray CH2Data;
   SampleArray CH2Min;
@@ -63,7 +60,6 @@ struct WaveRecord {
   SampleArray FFTData;    // rows at indexes 0 to FFTCount - 1, of which 0 is never shown
   bool FFTFull = false;   // over the whole screen; the drawing does not read it
   std::int32_t FFTCount = 0;
-  oriolemark::TreeNode TreeNode = kNoNode;
 };
 
 }  // namespace oriolemark

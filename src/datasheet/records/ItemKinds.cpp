@@ -1,0 +1,59 @@
+#include "datasheet/records/ItemKinds.h"
+
+namespace oriolemark {
+namespace {
+
+// Vamp, +Duty and -Duty keep the test switch that the slot held.
+constexpr std::size_t kSwitchedOff = 15;
+
+template <auto Records>
+ItemRecord& RecordIn(DataSheet& sheet, int slot) {
+  return (sheet.*Records)[static_cast<std::size_t>(slot)];
+}
+
+void PrepareWave(DataSheet& sheet, int slot) {
+  WaveRecord& record = sheet.Waves[static_cast<std::size_t>(slot)];
+  record.BestFitOn = true;
+  record.ColorOn = true;
+  record.GridOn = true;
+}
+
+void PrepareMeasure(DataSheet& sheet, int slot) {
+  auto& values = sheet.Measures[static_cast<std::size_t>(slot)].Values;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (i < kSwitchedOff) values[i].Enabled = false;
+    values[i].Over = kMeasureDefaults[i].over;
+    values[i].Under = kMeasureDefaults[i].under;
+  }
+}
+
+void PrepareData(DataSheet&, int) {}
+
+using S = DataSheet;
+
+// In the order of the enumeration.
+constexpr ItemKindRow kRows[] = {
+    {"Wave", 3, &S::WaveCount, &S::WaveViews, RecordIn<&S::Waves>, PrepareWave},
+    {"Measure", 4, &S::MeasureCount, &S::MeasureViews, RecordIn<&S::Measures>, PrepareMeasure},
+    {"Data", 5, &S::DataCount, &S::DataViews, RecordIn<&S::Datas>, PrepareData},
+};
+
+}  // namespace
+
+const ItemKindRow& RowOf(ItemKind kind) {
+  return kRows[static_cast<std::size_t>(kind)];
+}
+
+void ForgetItems(DataSheet& sheet) {
+  for (const ItemKind kind : kTreeOrder) sheet.*RowOf(kind).count = 0;
+}
+
+void UnloadViews(DataSheet& sheet) {
+  for (const ItemKind kind : kTreeOrder) {
+    for (auto& view : sheet.*RowOf(kind).views) {
+      if (view) view->Unload();
+    }
+  }
+}
+
+}  // namespace oriolemark
