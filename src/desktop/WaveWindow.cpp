@@ -180,7 +180,7 @@ class WavePanel : public QWidget {
   void keyPressEvent(QKeyEvent* event) override {
     if (event->key() != Qt::Key_F5) return QWidget::keyPressEvent(event);
     const bool plain = event->modifiers() == Qt::NoModifier;
-    form_.KeyDown(frmWave::kKeyF5, plain ? frmWave::ShiftKeys::None : frmWave::ShiftKeys::Held);
+    form_.KeyDown(kF5Key, plain ? frmWave::ShiftKeys::None : frmWave::ShiftKeys::Held);
   }
 
  private:

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/Control.h"
+#include "platform/Keys.h"
 
 namespace oriolemark {
 
@@ -12,14 +13,6 @@ namespace oriolemark {
 // is harmless. Operations on it do nothing and read as empty.
 using TreeNode = int;
 inline constexpr TreeNode kNoNode = 0;
-
-// Codes of keys and mouse buttons, as a tree's form gets them.
-inline constexpr int kEnterKey = 13;
-inline constexpr int kDeleteKey = 46;
-inline constexpr int kF2Key = 113;
-inline constexpr int kF5Key = 116;
-inline constexpr int kLeftButton = 1;
-inline constexpr int kRightButton = 2;
 
 // A tree with pictures, one node selected at the most. The path separator is a backslash.
 class TreeView : public Control {

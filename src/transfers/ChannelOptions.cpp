@@ -3,39 +3,24 @@
 namespace oriolemark {
 namespace {
 
-constexpr int kCH1 = 0;
-constexpr int kCH2 = 1;
-constexpr int kBoth = 2;
-
-void Refuse(OptionGroup& options, int index) {
-  options.SetOptionEnabled(index, false);
-  options.Deselect(index);
-}
+constexpr unsigned kCH1 = 1;
+constexpr unsigned kCH2 = 2;
+// The channels that each option shows.
+constexpr unsigned kShown[] = {kCH1, kCH2, kCH1 | kCH2};
 
 }  // namespace
 
 void FollowChannels(OptionGroup& options, const CtrlSettings& settings) {
-  const bool ch1On = settings.CH1Display == "ON";
-  const bool ch2On = settings.CH2Display == "ON";
-  if (ch1On && ch2On) {
-    for (int index = 0; index < options.Count(); ++index) options.SetOptionEnabled(index, true);
-    if (options.Selected() == OptionGroup::kNone) options.Select(kCH1);
-    return;
+  const unsigned on =
+      (settings.CH1Display == "ON" ? kCH1 : 0) | (settings.CH2Display == "ON" ? kCH2 : 0);
+  for (int index = 0; index < options.Count(); ++index) {
+    const bool offered = (kShown[index] & ~on) == 0;
+    options.SetOptionEnabled(index, offered);
+    if (!offered) options.Deselect(index);
+    // A single channel that is on is the choice.
+    if (kShown[index] == on && on != (kCH1 | kCH2)) options.Select(index);
   }
-  if (ch1On) {
-    options.SetOptionEnabled(kCH1, true);
-    options.Select(kCH1);
-  } else {
-    Refuse(options, kCH1);
-    Refuse(options, kBoth);
-  }
-  if (ch2On) {
-    options.SetOptionEnabled(kCH2, true);
-    if (!options.IsSelected(kCH1)) options.Select(kCH2);
-  } else {
-    Refuse(options, kCH2);
-    Refuse(options, kBoth);
-  }
+  if (on == (kCH1 | kCH2) && options.Selected() == OptionGroup::kNone) options.Select(0);
 }
 
 }  // namespace oriolemark

@@ -5,8 +5,9 @@
 
 namespace oriolemark {
 
-// Keeps a view's three channel options ("CH1", "CH2", "CH1&CH2") in line with the channels that are
-// on: with a single channel on, the view is forced onto it.
+// Keeps a view's channel options in line with the channels that are on. The options are "CH1",
+// "CH2" and, where there are three, "CH1&CH2". With a single channel on, the view is forced onto
+// it.
 void FollowChannels(OptionGroup& options, const CtrlSettings& settings);
 
 }  // namespace oriolemark

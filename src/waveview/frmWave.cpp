@@ -1,13 +1,11 @@
 #include "waveview/frmWave.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <string>
 #include <utility>
 
 #include "platform/Rounding.h"
-#include "transfers/ChannelOptions.h"
 #include "values/Number.h"
 #include "waveview/DrawCursors.h"
 #include "waveview/DrawGrid.h"
@@ -19,8 +17,6 @@ namespace {
 
 constexpr double kLeastZoom = 0.01;
 constexpr int kOpeningZoom = 4;  // "150%"
-constexpr int kFirstTick = 1;    // ms
-constexpr int kNextTicks = 500;
 
 // Window units.
 constexpr double kBackPicTop = 100;
@@ -29,10 +25,6 @@ constexpr double kBarFromEdge = 280;  // from the far edge of BackPic to the nea
 constexpr double kBarInset = 20;
 constexpr double kHorizontalMargins = 40;
 constexpr double kVerticalMargins = 45;
-
-// By the index of the channel option.
-constexpr std::array<TransferKind, 3> kTransferKinds{TransferKind::WaveCH1, TransferKind::WaveCH2,
-                                                     TransferKind::WaveBoth};
 
 std::string ZoomText(double zoom) {
   return FormatFixed(zoom * 100, 0, 0) + "%";
@@ -57,8 +49,14 @@ int ScrolledBy(const ScrollBar& bar, double range) {
 
 }  // namespace
 
-frmWave::frmWave(WaveViewContext context, std::unique_ptr<Canvas> canvas)
-    : WavePic(std::move(canvas)),
+frmWave::frmWave(const ReadingContext& context, TransferScratch& scratch,
+                 std::unique_ptr<Canvas> canvas)
+    : ReadingView(context,
+                  {ItemKind::Wave,
+                   FirstTick::ShowsBeforeOptions,
+                   "Waveform Data Loading",
+                   {TransferKind::WaveCH1, TransferKind::WaveCH2, TransferKind::WaveBoth}}),
+      WavePic(std::move(canvas)),
       HScroll([this] { ScrollPicture(); }),
       VScroll([this] { ScrollPicture(); }),
       ZoomCombo([this] { ZoomCombo_Change(); }),
@@ -73,25 +71,19 @@ frmWave::frmWave(WaveViewContext context, std::unique_ptr<Canvas> canvas)
         Form_Resize();
       }),
       OptionColor(2, [this](int index) { OptionColor_Click(index); }),
-      OptionCH(3),
-      cmdRefresh([this] { cmdRefresh_Click(); }),
-      Timer1(context.refresh.events, kFirstTick, [this] { Timer1_Timer(); }),
-      context_(context),
-      refresh_(context.refresh, ItemKind::Wave, *this, cmdRefresh, [this] { LoadData(); }) {
+      scratch_(scratch) {
   WavePic.mouseDown = [this](double x, double y) { SeizeCursors(Cursors, {x, y}); };
   WavePic.mouseMove = [this](double x, double y) { WavePic_MouseMove(x, y); };
   WavePic.mouseUp = [this](double, double) { ReleaseCursors(Cursors); };
 }
 
 WaveRecord& frmWave::Record() {
-  return context_.sheet.Waves[static_cast<std::size_t>(SlotOf(*this))];
+  return context_.sheet.Waves[static_cast<std::size_t>(Slot())];
 }
 
 void frmWave::Form_Load() {
+  ReadingView::Form_Load();
   ZoomFactor = 1.0;
-  InitPending = true;
-  Timer1.SetInterval(kFirstTick);
-  Timer1.SetEnabled(true);
   PlaceCursors(Cursors);
   HScroll.SetValue(0);
   VScroll.SetValue(0);
@@ -101,29 +93,17 @@ void frmWave::Form_Load() {
 }
 
 void frmWave::Form_Unload() {
-  Timer1.SetEnabled(false);
-  refresh_.Abandon();
-  Record().ViewOpen = false;
-  // The next load finds a new window.
+  ReadingView::Form_Unload();
   Cursors = {};
-  OptionCH.Select(OptionGroup::kNone);
   WavePic.SetPointer(MousePointer::Arrow);
   // A large picture is not kept for a window that nobody sees.
   WavePic.Surface().SetSize(0, 0);
 }
 
-void frmWave::Timer1_Timer() {
-  if (InitPending) TakeFirstTick();
-  FollowChannels(OptionCH, context_.settings);
-}
-
-void frmWave::TakeFirstTick() {
-  Timer1.SetInterval(kNextTicks);
-  InitPending = false;
+void frmWave::ShowRecord() {
   // The controls' handlers mark the sheet, but nothing of it changes by being shown.
   const bool modified = context_.sheet.Modified;
-  WaveRecord& record = Record();
-  record.ViewOpen = true;
+  const WaveRecord& record = Record();
   BestFitChk.SetValue(record.BestFitOn);
   ZoomCombo.SetEnabled(!record.BestFitOn);
   GridCheck.SetValue(record.GridOn);
@@ -132,26 +112,6 @@ void frmWave::TakeFirstTick() {
   ChkCursorY.SetValue(Cursors.CursorYOn);
   Form_Resize();
   context_.sheet.Modified = modified;
-}
-
-void frmWave::cmdRefresh_Click() {
-  refresh_.Click();
-}
-
-void frmWave::KeyDown(int code, ShiftKeys shift) {
-  if (code == kKeyF5 && shift == ShiftKeys::None) cmdRefresh_Click();
-}
-
-void frmWave::LoadData() {
-  const int option = OptionCH.Selected();
-  if (option == OptionGroup::kNone) return;
-  context_.scratch.TransferWaveSlot = SlotOf(*this);
-  const TransferKind kind = kTransferKinds[static_cast<std::size_t>(option)];
-  if (!context_.progress.Transfer(kind, "Waveform Data Loading")) return;
-  // The view may have been closed meanwhile: its record holds the waveform all the same.
-  Record().HasData = true;
-  context_.sheet.Modified = true;
-  Form_Resize();
 }
 
 void frmWave::ZoomCombo_Change() {

@@ -38,8 +38,8 @@ struct WaveBench : TransferBench {
   RefreshFlags flags;
   RefreshSettings refresh;
   CtrlSettings ctrl;
-  frmWave view{{sheet, ctrl, scratch, progress,
-                RefreshContext{clock, waiting, prompts, state, transfer, flags, refresh}},
+  frmWave view{{sheet, ctrl, progress, {clock, waiting, prompts, state, transfer, flags, refresh}},
+               scratch,
                std::make_unique<RecordingCanvas>()};
 };
 
