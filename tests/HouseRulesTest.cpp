@@ -42,12 +42,20 @@ bool Lists(std::string_view list, const std::string& word) {
 }
 
 // Includes point to a lower rank or stay in their own folder. The first row that fits counts.
-constexpr std::pair<std::string_view, int> kFloors[] = {
-    {"platform/", 0},  {"simulator/", 0},         {"values/", 1},
-    {"link/", 2},      {"datasheet/records/", 3}, {"controller/records/", 3},
-    {"transfers/", 4}, {"datasheet/", 5},         {"controller/", 5},
-    {"waveview/", 5},  {"measure/", 5},           {"panel/", 5},
-    {"shell/", 6}};
+constexpr std::pair<std::string_view, int> kFloors[] = {{"platform/", 0},
+                                                        {"simulator/", 0},
+                                                        {"values/", 1},
+                                                        {"documents/", 1},
+                                                        {"link/", 2},
+                                                        {"datasheet/records/", 3},
+                                                        {"controller/records/", 3},
+                                                        {"transfers/", 4},
+                                                        {"datasheet/", 5},
+                                                        {"controller/", 5},
+                                                        {"waveview/", 5},
+                                                        {"measure/", 5},
+                                                        {"panel/", 5},
+                                                        {"shell/", 6}};
 
 // Of the folders that are read, the sources of the core.
 const std::regex kCore(R"((?!main\.cpp|desktop/|drivers/|simulator/(program|shims)/).*\.(h|cpp))");

@@ -1,9 +1,16 @@
 #include "controller/frmCtrlList.h"
 
+#include "controller/records/ControlFile.h"
 #include "link/StringRES.h"
 
 namespace oriolemark {
 namespace {
+
+constexpr DocumentWords kWords{
+    .changes = "Save the changes to the Control File",
+    .saveAsTitle = "Save",
+    .filter = "Control Files (*.cfx)|*.cfx",
+    .saveAsFilter = "Control Files (*.cfx)|*.cfx|Text Files (*.txt)|*.txt|All Files (*.*)|*.*"};
 
 constexpr Milliseconds kAutoSetTime(4000);
 
@@ -19,7 +26,7 @@ frmCtrlList::frmCtrlList(const CtrlListContext& context)
       mnuNewCtrl("&New Control File", [this] { mnuNewCtrl_Click(); }),
       mnuOpenCtrl("&Open Control File", [this] { mnuOpenCtrl_Click(); }),
       mnuSaveCtrl("&Save Control File", [this] { mnuSaveCtrl_Click(); }),
-      mnuSaveAsCtrl("Save Control File &As", [this] { mnuSaveAsCtrl_Click(); }),
+      mnuSaveAsCtrl("Save Control File &As", [this] { file.SaveAs(); }),
       mnuConnect("&Connect To DSO", [this] { context_.scope.ConnectScope(); }),
       mnuDisconnect("D&isconnect", [this] { context_.scope.DisconnectScope(); }),
       mnuUpload("&Upload", [this] { cmdUpload_Click(); }),
@@ -32,6 +39,14 @@ frmCtrlList::frmCtrlList(const CtrlListContext& context)
       nodes_(CtrlTreeView, context.settings),
       dialog({context.settings, context.document, nodes_, context.scope, context.waiting,
               context.prompts}),
+      file(
+          kWords, context.document.CtrlFileName, context.document.CtrlChanged, context.prompts,
+          [this](const std::string& path) {
+            ReadControlFile(path, context_.settings, context_.prompts);
+          },
+          [this](const std::string& path) {
+            WriteControlFile(path, context_.settings, context_.prompts, context_.sync);
+          }),
       context_(context) {
   SetCaption("DSO Controller");
   CtrlTreeView.nodeClick = [this](TreeNode node) { CtrlNodePath = CtrlTreeView.FullPath(node); };

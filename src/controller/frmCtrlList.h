@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +7,7 @@
 #include "controller/CtrlDialog.h"
 #include "controller/CtrlTreeNodeFunc.h"
 #include "controller/records/CtrlDocument.h"
+#include "documents/DocumentFile.h"
 #include "link/TX5000Cmd.h"
 #include "platform/Button.h"
 #include "platform/Files.h"
@@ -54,19 +54,15 @@ class frmCtrlList : public Form {
  public:
   CtrlDialog dialog;
 
-  // Puts a path at the head of the recent control files.
-  std::function<void(const std::string& path)> AddRecentCtrl;
+  DocumentFile file;
 
   void Form_Load() override;
   // Shows the settings anew, the groups collapsed.
   void BuildCtrlTree() { nodes_.BuildCtrlTree(); }
 
-  // The question about unsaved changes, answered at once when there are none. False when the user
-  // cancels what was about to happen; Yes saves first.
-  bool AskAboutChanges();
   void mnuNewCtrl_Click();
   void mnuOpenCtrl_Click();
-  void mnuSaveCtrl_Click();
+  void mnuSaveCtrl_Click() { file.Save(); }
   void OpenCtrl(const std::string& path);
 
   // The edit that the node's path leads to: a dialog, a command, a message or nothing.
@@ -76,9 +72,6 @@ class frmCtrlList : public Form {
   void Form_Unload() override;
 
  private:
-  void mnuSaveAsCtrl_Click();
-  bool NameFile(const char* filter);
-  void SaveFile();
   void UseFile(const std::string& path);
   void ShowDocument();
 

@@ -75,7 +75,7 @@ frmMain::frmMain(MainContext context)
   BuildToolBar();
   context_.scope.showIndicator = [this](bool connected) { ShowIndicator(connected); };
   context_.serialEvents.showStatus = [this](const std::string& text) { ShowStatus(text); };
-  context_.controller.AddRecentCtrl = [this](const std::string& path) { recentCtrls_.Add(path); };
+  context_.controller.file.addRecent = [this](const std::string& path) { recentCtrls_.Add(path); };
   context_.browser.files.setAddButtons = [this](bool enabled) { SetAddButtons(enabled); };
 }
 
@@ -235,7 +235,7 @@ bool frmMain::Close() {
   // A second close while the question stands asks nothing.
   if (closeAsked_) return false;
   closeAsked_ = true;
-  const bool accepted = context_.controller.AskAboutChanges();
+  const bool accepted = context_.controller.file.AskAboutChanges();
   closeAsked_ = false;
   if (accepted) context_.waiting.BeginClosing();
   return accepted;
