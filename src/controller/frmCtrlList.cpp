@@ -23,19 +23,6 @@ constexpr const char* kPanelVersion = "03.01.15";
 frmCtrlList::frmCtrlList(const CtrlListContext& context)
     : cmdUpload([this] { cmdUpload_Click(); }),
       cmdDownload([this] { cmdDownload_Click(); }),
-      mnuNewCtrl("&New Control File", [this] { mnuNewCtrl_Click(); }),
-      mnuOpenCtrl("&Open Control File", [this] { mnuOpenCtrl_Click(); }),
-      mnuSaveCtrl("&Save Control File", [this] { mnuSaveCtrl_Click(); }),
-      mnuSaveAsCtrl("Save Control File &As", [this] { file.SaveAs(); }),
-      mnuConnect("&Connect To DSO", [this] { context_.scope.ConnectScope(); }),
-      mnuDisconnect("D&isconnect", [this] { context_.scope.DisconnectScope(); }),
-      mnuUpload("&Upload", [this] { cmdUpload_Click(); }),
-      mnuDownLoad("&Download", [this] { cmdDownload_Click(); }),
-      mnuExpand("&Expand All", [this] { nodes_.ExpandAll(); }),
-      popmenu1{
-          {&mnuNewCtrl, &mnuOpenCtrl, nullptr, &mnuSaveCtrl, &mnuSaveAsCtrl, nullptr, &mnuConnect,
-           &mnuDisconnect, nullptr, &mnuUpload, &mnuDownLoad, nullptr, &mnuExpand},
-          {}},
       nodes_(CtrlTreeView, context.settings),
       dialog({context.settings, context.document, nodes_, context.scope, context.waiting,
               context.prompts}),
@@ -49,6 +36,23 @@ frmCtrlList::frmCtrlList(const CtrlListContext& context)
           }),
       context_(context) {
   SetCaption("DSO Controller");
+  const MenuRow separator;
+  popmenu1.entries = MakeMenu({
+      {&mnuNewCtrl, "mnuNewCtrl", "&New Control File", [this] { mnuNewCtrl_Click(); }},
+      {&mnuOpenCtrl, "mnuOpenCtrl", "&Open Control File", [this] { mnuOpenCtrl_Click(); }},
+      separator,
+      {&mnuSaveCtrl, "mnuSaveCtrl", "&Save Control File", [this] { mnuSaveCtrl_Click(); }},
+      {&mnuSaveAsCtrl, "mnuSaveAsCtrl", "Save Control File &As", [this] { file.SaveAs(); }},
+      separator,
+      {&mnuConnect, "mnuConnect", "&Connect To DSO", [this] { context_.scope.ConnectScope(); }},
+      {&mnuDisconnect, "mnuDisconnect", "D&isconnect",
+       [this] { context_.scope.DisconnectScope(); }},
+      separator,
+      {&mnuUpload, "mnuUpload", "&Upload", [this] { cmdUpload_Click(); }},
+      {&mnuDownLoad, "mnuDownLoad", "&Download", [this] { cmdDownload_Click(); }},
+      separator,
+      {&mnuExpand, "mnuExpand", "&Expand All", [this] { nodes_.ExpandAll(); }},
+  });
   CtrlTreeView.nodeClick = [this](TreeNode node) { CtrlNodePath = CtrlTreeView.FullPath(node); };
   CtrlTreeView.doubleClick = [this] { EditClicked(); };
   CtrlTreeView.mouseDown = [this](int button) {

@@ -41,38 +41,6 @@ constexpr int kLampRoom = 28;          // pixels at the right end of the toolbar
 constexpr QSize kLeastView(360, 450);  // the controls of a view and a small picture
 constexpr UnitRect kIconSize{.width = 2400, .height = 480};
 
-struct MenuName {
-  MenuEntry frmMain::*entry;
-  const char* name;
-  const char* keys;
-};
-
-const MenuName kMenuNames[] = {
-    {&frmMain::mnuFileNew, "mnuFileNew", "Ctrl+N"},
-    {&frmMain::mnuFileOpen, "mnuFileOpen", "Ctrl+O"},
-    {&frmMain::mnuFileSaveDataSheet, "mnuFileSaveDataSheet", "Ctrl+S"},
-    {&frmMain::mnuFileSaveCtrlFile, "mnuFileSaveCtrlFile", ""},
-    {&frmMain::mnuFileSaveAll, "mnuFileSaveAll", "Ctrl+Shift+S"},
-    {&frmMain::mnuFilePageSetup, "mnuFilePageSetup", ""},
-    {&frmMain::mnuRecentCtrlRoot, "mnuRecentCtrlRoot", ""},
-    {&frmMain::mnuRecentSheetRoot, "mnuRecentSheetRoot", ""},
-    {&frmMain::mnuFileExit, "mnuFileExit", "Ctrl+Q"},
-    {&frmMain::mnuViewToolbar, "mnuViewToolbar", ""},
-    {&frmMain::mnuViewStatusBar, "mnuViewStatusBar", ""},
-    {&frmMain::mnuViewController, "mnuViewController", ""},
-    {&frmMain::mnuViewDataBrowser, "mnuViewDataBrowser", ""},
-    {&frmMain::mnuToolsConnect, "mnuToolsConnect", ""},
-    {&frmMain::mnuToolsDisconnect, "mnuToolsDisconnect", ""},
-    {&frmMain::mnuToolsOptions, "mnuToolsOptions", "Ctrl+,"},
-    {&frmMain::mnuWindowCascade, "mnuWindowCascade", ""},
-    {&frmMain::mnuWindowTileHorizontal, "mnuWindowTileHorizontal", ""},
-    {&frmMain::mnuWindowTileVertical, "mnuWindowTileVertical", ""},
-    {&frmMain::mnuWindowArrangeIcons, "mnuWindowArrangeIcons", ""},
-    {&frmMain::mnuHelpContents, "mnuHelpContents", "F1"},
-    {&frmMain::mnuHelpSearchForHelpOn, "mnuHelpSearchForHelpOn", ""},
-    {&frmMain::mnuHelpAbout, "mnuHelpAbout", ""},
-};
-
 // Pictures of the trees, by image from 1 on.
 const QStringList kSheetPictures{"TreeGroupClosed/TreeGroupOpen", "TreeSheet", "Wave", "Measure",
                                  "Data"};
@@ -146,15 +114,8 @@ void MainWindow::AddWaveView(frmWave& view) {
 }
 
 void MainWindow::BuildMenus() {
-  for (const frmMain::Menu& menu : form_.MenuBar()) {
-    QMenu& shown = *menuBar()->addMenu(FromWire(menu.caption));
-    FillMenu(shown, menu.entries, [this](QAction& action, const MenuEntry& entry) {
-      for (const MenuName& row : kMenuNames) {
-        if (&(form_.*row.entry) != &entry) continue;
-        action.setObjectName(row.name);
-        action.setShortcut(QKeySequence(row.keys));
-      }
-    });
+  for (const frmMain::Menu& menu : form_.MenuBar) {
+    FillMenu(*menuBar()->addMenu(FromWire(menu.caption)), menu.entries);
   }
 }
 

@@ -7,8 +7,7 @@
 
 namespace oriolemark {
 
-void FillMenu(QMenu& menu, const std::vector<MenuEntry*>& entries,
-              const std::function<void(QAction&, MenuEntry&)>& added) {
+void FillMenu(QMenu& menu, const std::vector<MenuEntry*>& entries) {
   for (MenuEntry* entry : entries) {
     if (entry == nullptr) {
       menu.addSeparator();
@@ -20,11 +19,12 @@ void FillMenu(QMenu& menu, const std::vector<MenuEntry*>& entries,
       menu.addAction(action);
     } else {
       QMenu& submenu = Make<QMenu>(&menu);
-      FillMenu(submenu, entry->submenu, added);
+      FillMenu(submenu, entry->submenu);
       action = menu.addMenu(&submenu);
     }
     Bind(*action, *entry);
-    if (added) added(*action, *entry);
+    action->setObjectName(FromWire(entry->name));
+    action->setShortcut(QKeySequence(FromWire(entry->keys)));
   }
 }
 

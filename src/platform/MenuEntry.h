@@ -12,8 +12,13 @@ namespace oriolemark {
 // the access key, and "&&" for itself.
 class MenuEntry : public Control {
  public:
+  MenuEntry() = default;
   explicit MenuEntry(std::string caption, std::function<void()> click = {})
       : caption_(std::move(caption)), click_(std::move(click)) {}
+
+  // How tests find the entry, and the keys that click it ("Ctrl+N").
+  std::string name;
+  std::string keys;
 
   const std::string& Caption() const { return caption_; }
   void SetCaption(const std::string& caption) { Change(caption_, caption); }
@@ -23,6 +28,7 @@ class MenuEntry : public Control {
   // The entries of the menu that opens here, if there are any.
   std::vector<MenuEntry*> submenu;
 
+  void SetClick(std::function<void()> click) { click_ = std::move(click); }
   void Click() {
     if (Enabled() && click_) click_();
   }
@@ -32,5 +38,28 @@ class MenuEntry : public Control {
   std::function<void()> click_;
   bool checked_ = false;
 };
+
+// One row of a menu: an entry with all that is fixed of it. A row without an entry is a separator.
+struct MenuRow {
+  MenuEntry* entry = nullptr;
+  const char* name = "";
+  const char* caption = "";
+  std::function<void()> click{};
+  const char* keys = "";
+};
+
+// Gives each entry what its row says. The entries in their order, null for a separator.
+inline std::vector<MenuEntry*> MakeMenu(std::vector<MenuRow> rows) {
+  std::vector<MenuEntry*> entries;
+  for (MenuRow& row : rows) {
+    entries.push_back(row.entry);
+    if (row.entry == nullptr) continue;
+    row.entry->name = row.name;
+    row.entry->keys = row.keys;
+    row.entry->SetCaption(row.caption);
+    row.entry->SetClick(std::move(row.click));
+  }
+  return entries;
+}
 
 }  // namespace oriolemark

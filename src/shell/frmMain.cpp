@@ -21,32 +21,7 @@ void Toggle(MenuEntry& entry, Control& shown) {
 }  // namespace
 
 frmMain::frmMain(MainContext context)
-    : mnuFileNew("&New", [this] { mnuFileNew_Click(); }),
-      mnuFileOpen("&Open...", [this] { mnuFileOpen_Click(); }),
-      mnuFileSaveDataSheet("&Save Data Sheet"),
-      mnuFileSaveCtrlFile("Save C&ontroller", [this] { context_.controller.mnuSaveCtrl_Click(); }),
-      mnuFileSaveAll("Save A&ll", [this] { mnuFileSaveCtrlFile.Click(); }),
-      mnuFilePageSetup("Page Set&up...", [this] { mnuFilePageSetup_Click(); }),
-      mnuRecentCtrlRoot("&Recent Control File"),
-      mnuRecentSheetRoot("Recen&t Data Sheet File"),
-      mnuFileExit("E&xit", [this] { Close(); }),
-      mnuViewToolbar("&Toolbar", [this] { Toggle(mnuViewToolbar, tbToolBar); }),
-      mnuViewStatusBar("Status &Bar", [this] { Toggle(mnuViewStatusBar, sbrStatus); }),
-      mnuViewController("Show &Controller", [this] { tabDock.ShowPane(kControllerPane); }),
-      mnuViewDataBrowser("Show &Data Browser", [this] { tabDock.ShowPane(kSheetPane); }),
-      mnuToolsConnect("&Connect to Oscilloscope", [this] { context_.scope.ConnectScope(); }),
-      mnuToolsDisconnect("&Disconnect", [this] { context_.scope.DisconnectScope(); }),
-      mnuToolsOptions("&Options...", [this] { mnuToolsOptions_Click(); }),
-      mnuWindowCascade("&Cascade", [this] { onArrange(Arrangement::Cascade); }),
-      mnuWindowTileHorizontal("Tile &Horizontal",
-                              [this] { onArrange(Arrangement::TileHorizontal); }),
-      mnuWindowTileVertical("Tile &Vertical", [this] { onArrange(Arrangement::TileVertical); }),
-      mnuWindowArrangeIcons("&Arrange Icons", [this] { onArrange(Arrangement::ArrangeIcons); }),
-      mnuHelpContents("&Contents", [this] { ShowHelp(HelpCommand::Contents); }),
-      mnuHelpSearchForHelpOn("&Search For Help On...",
-                             [this] { ShowHelp(HelpCommand::PartialKey); }),
-      mnuHelpAbout("&About ", [this] { context_.about.ShowModal(context_.waiting); }),
-      picLED_ON("Connection Status-[Connected]"),
+    : picLED_ON("Connection Status-[Connected]"),
       picLED_OFF("Connection Status-[Disconnected]"),
       CommTimer(context.events, 2000,
                 [this] {
@@ -68,6 +43,7 @@ frmMain::frmMain(MainContext context)
       recentSheets_(context_.store, "Recent Sheet", mnuRecentSheetRoot, [](const std::string&) {}) {
   SetCaption(kApplicationTitle);
   StatusPanel.SetText("Status: ");
+  BuildMenus();
   mnuViewToolbar.SetChecked(true);
   mnuViewStatusBar.SetChecked(true);
   picLED_ON.SetVisible(false);
@@ -79,19 +55,69 @@ frmMain::frmMain(MainContext context)
   context_.browser.files.setAddButtons = [this](bool enabled) { SetAddButtons(enabled); };
 }
 
-std::vector<frmMain::Menu> frmMain::MenuBar() {
-  return {
+void frmMain::BuildMenus() {
+  const auto arrange = [this](Arrangement code) { return [this, code] { onArrange(code); }; };
+  const auto help = [this](HelpCommand command) { return [this, command] { ShowHelp(command); }; };
+  const MenuRow separator;
+  MenuBar = {
       {"&File",
-       {&mnuFileNew, &mnuFileOpen, nullptr, &mnuFileSaveDataSheet, &mnuFileSaveCtrlFile,
-        &mnuFileSaveAll, nullptr, &mnuFilePageSetup, nullptr, &mnuRecentCtrlRoot,
-        &mnuRecentSheetRoot, nullptr, &mnuFileExit}},
-      {"&View",
-       {&mnuViewToolbar, &mnuViewStatusBar, nullptr, &mnuViewController, &mnuViewDataBrowser}},
-      {"&Tools", {&mnuToolsConnect, &mnuToolsDisconnect, nullptr, &mnuToolsOptions}},
+       MakeMenu({
+           {&mnuFileNew, "mnuFileNew", "&New", [this] { mnuFileNew_Click(); }, "Ctrl+N"},
+           {&mnuFileOpen, "mnuFileOpen", "&Open...", [this] { mnuFileOpen_Click(); }, "Ctrl+O"},
+           separator,
+           {&mnuFileSaveDataSheet, "mnuFileSaveDataSheet", "&Save Data Sheet", {}, "Ctrl+S"},
+           {&mnuFileSaveCtrlFile, "mnuFileSaveCtrlFile", "Save C&ontroller",
+            [this] { context_.controller.mnuSaveCtrl_Click(); }},
+           {&mnuFileSaveAll, "mnuFileSaveAll", "Save A&ll", [this] { mnuFileSaveCtrlFile.Click(); },
+            "Ctrl+Shift+S"},
+           separator,
+           {&mnuFilePageSetup, "mnuFilePageSetup", "Page Set&up...",
+            [this] { mnuFilePageSetup_Click(); }},
+           separator,
+           {&mnuRecentCtrlRoot, "mnuRecentCtrlRoot", "&Recent Control File"},
+           {&mnuRecentSheetRoot, "mnuRecentSheetRoot", "Recen&t Data Sheet File"},
+           separator,
+           {&mnuFileExit, "mnuFileExit", "E&xit", [this] { Close(); }, "Ctrl+Q"},
+       })},
+      {"&View", MakeMenu({
+                    {&mnuViewToolbar, "mnuViewToolbar", "&Toolbar",
+                     [this] { Toggle(mnuViewToolbar, tbToolBar); }},
+                    {&mnuViewStatusBar, "mnuViewStatusBar", "Status &Bar",
+                     [this] { Toggle(mnuViewStatusBar, sbrStatus); }},
+                    separator,
+                    {&mnuViewController, "mnuViewController", "Show &Controller",
+                     [this] { tabDock.ShowPane(kControllerPane); }},
+                    {&mnuViewDataBrowser, "mnuViewDataBrowser", "Show &Data Browser",
+                     [this] { tabDock.ShowPane(kSheetPane); }},
+                })},
+      {"&Tools", MakeMenu({
+                     {&mnuToolsConnect, "mnuToolsConnect", "&Connect to Oscilloscope",
+                      [this] { context_.scope.ConnectScope(); }},
+                     {&mnuToolsDisconnect, "mnuToolsDisconnect", "&Disconnect",
+                      [this] { context_.scope.DisconnectScope(); }},
+                     separator,
+                     {&mnuToolsOptions, "mnuToolsOptions", "&Options...",
+                      [this] { mnuToolsOptions_Click(); }, "Ctrl+,"},
+                 })},
       {"&Window",
-       {&mnuWindowCascade, &mnuWindowTileHorizontal, &mnuWindowTileVertical,
-        &mnuWindowArrangeIcons}},
-      {"&Help", {&mnuHelpContents, &mnuHelpSearchForHelpOn, nullptr, &mnuHelpAbout}},
+       MakeMenu({
+           {&mnuWindowCascade, "mnuWindowCascade", "&Cascade", arrange(Arrangement::Cascade)},
+           {&mnuWindowTileHorizontal, "mnuWindowTileHorizontal", "Tile &Horizontal",
+            arrange(Arrangement::TileHorizontal)},
+           {&mnuWindowTileVertical, "mnuWindowTileVertical", "Tile &Vertical",
+            arrange(Arrangement::TileVertical)},
+           {&mnuWindowArrangeIcons, "mnuWindowArrangeIcons", "&Arrange Icons",
+            arrange(Arrangement::ArrangeIcons)},
+       })},
+      {"&Help",
+       MakeMenu({
+           {&mnuHelpContents, "mnuHelpContents", "&Contents", help(HelpCommand::Contents), "F1"},
+           {&mnuHelpSearchForHelpOn, "mnuHelpSearchForHelpOn", "&Search For Help On...",
+            help(HelpCommand::PartialKey)},
+           separator,
+           {&mnuHelpAbout, "mnuHelpAbout", "&About ",
+            [this] { context_.about.ShowModal(context_.waiting); }},
+       })},
   };
 }
 

@@ -67,7 +67,7 @@ class frmMain : public Form {
     std::string caption;
     std::vector<MenuEntry*> entries;
   };
-  std::vector<Menu> MenuBar();
+  std::vector<Menu> MenuBar;
 
   // A place of the toolbar; a separator has no key.
   struct Tool {
@@ -119,6 +119,7 @@ class frmMain : public Form {
  private:
   void LoadSoftwareSetting();
   void SaveSoftwareSetting();
+  void BuildMenus();
   void BuildToolBar();
   void mnuFileNew_Click();
   void mnuFileOpen_Click();

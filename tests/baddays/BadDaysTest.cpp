@@ -90,7 +90,7 @@ struct Day : ProgramBench {
     for (std::size_t place = 0; place < frmMain::kToolPlaces; ++place) {
       hands["tool " + std::to_string(place)] = [&main, place] { main.ToolButtons[place].Click(); };
     }
-    for (const frmMain::Menu& menu : main.MenuBar()) {
+    for (const frmMain::Menu& menu : main.MenuBar) {
       for (MenuEntry* entry : menu.entries) {
         if (entry == nullptr || entry == &main.mnuFileExit) continue;
         hands["menu " + entry->Caption()] = [entry] { entry->Click(); };
