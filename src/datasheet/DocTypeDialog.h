@@ -10,12 +10,6 @@
 
 namespace oriolemark {
 
-// The choice of the dialogs that ask for a type of document, and whether it was accepted.
-struct DocChoice {
-  int DocType = 0;
-  bool accepted = false;
-};
-
 namespace doc_type {
 inline constexpr int kDataSheet = 1;
 inline constexpr int kController = 2;
@@ -28,12 +22,11 @@ inline constexpr int kWaveData = 5;
 // captions; with no option chosen, OK gives the last one.
 class DocTypeDialog : public Form {
  public:
-  DocTypeDialog(const std::string& caption, std::vector<std::string> types, DocChoice& choice)
+  DocTypeDialog(const std::string& caption, std::vector<std::string> types)
       : Types(std::move(types)),
         NewOption(static_cast<int>(Types.size())),
         cmdOK([this] { cmdOK_Click(); }),
-        cmdCancel([this] { Unload(); }),
-        choice_(choice) {
+        cmdCancel([this] { Unload(); }) {
     SetCaption(caption);
   }
 
@@ -41,31 +34,27 @@ class DocTypeDialog : public Form {
   OptionGroup NewOption;
   Button cmdOK;
   Button cmdCancel;
+  int DocType = 0;  // the type that was accepted last
 
   void Form_Load() override { NewOption.Select(0); }
 
  private:
   void cmdOK_Click() {
     const int chosen = NewOption.Selected();
-    choice_.DocType = chosen == OptionGroup::kNone ? NewOption.Count() : chosen + 1;
-    choice_.accepted = true;
-    Unload();
+    DocType = chosen == OptionGroup::kNone ? NewOption.Count() : chosen + 1;
+    Accept();
   }
-
-  DocChoice& choice_;
 };
 
 class frmNewDoc : public DocTypeDialog {
  public:
-  explicit frmNewDoc(DocChoice& choice)
-      : DocTypeDialog("New", {"Data Sheet", "Controller", "Waveform", "Measure", "Wave Data"},
-                      choice) {}
+  frmNewDoc()
+      : DocTypeDialog("New", {"Data Sheet", "Controller", "Waveform", "Measure", "Wave Data"}) {}
 };
 
 class frmOpenDoc : public DocTypeDialog {
  public:
-  explicit frmOpenDoc(DocChoice& choice)
-      : DocTypeDialog("Open", {"Data Sheet", "Controller"}, choice) {}
+  frmOpenDoc() : DocTypeDialog("Open", {"Data Sheet", "Controller"}) {}
 };
 
 }  // namespace oriolemark

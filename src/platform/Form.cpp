@@ -43,6 +43,17 @@ void Form::ShowModal(Waiting& waiting) {
   modal_ = false;
 }
 
+bool Form::AskModal(Waiting& waiting) {
+  accepted_ = false;
+  ShowModal(waiting);
+  return accepted_;
+}
+
+void Form::Accept() {
+  accepted_ = true;
+  Unload();
+}
+
 void Form::Hide() {
   if (!visible_) return;
   visible_ = false;

@@ -37,6 +37,8 @@ class Form {
   void Show();
   // Shows the form in front of all others and waits until it is unloaded.
   void ShowModal(Waiting& waiting);
+  // The same for a dialog; whether its OK has accepted what the user chose.
+  bool AskModal(Waiting& waiting);
   void Hide();
   void BringToFront();
   // Asks Form_QueryUnload; hides, runs Form_Unload, and is true unless that refused.
@@ -69,6 +71,8 @@ class Form {
   // False refuses the close.
   virtual bool Form_QueryUnload() { return true; }
   virtual void Form_Unload() {}
+  // The end of an OK handler.
+  void Accept();
 
  private:
   void Tell() const;
@@ -81,6 +85,7 @@ class Form {
   bool loaded_ = false;
   bool visible_ = false;
   bool modal_ = false;
+  bool accepted_ = false;
 };
 
 }  // namespace oriolemark

@@ -70,7 +70,6 @@ class MainModule {
   ScopeLink link_;
   RefreshFlags refreshFlags_;
   TransferScratch scratch_;
-  DocChoice docChoice_;
 
  public:
   frmSplash splash;

@@ -192,40 +192,29 @@ void frmMain::TimerInit_Timer() {
 }
 
 void frmMain::mnuFileNew_Click() {
-  context_.docChoice.accepted = false;
-  context_.newDoc.ShowModal(context_.waiting);
-  if (!context_.docChoice.accepted) return;
-  switch (context_.docChoice.DocType) {
+  if (!context_.newDoc.AskModal(context_.waiting)) return;
+  frmDataSheetTree& browser = context_.browser;
+  switch (context_.newDoc.DocType) {
     case doc_type::kDataSheet:
-      context_.browser.mnuNewDataSheet_Click();
-      break;
+      return browser.mnuNewDataSheet_Click();
     case doc_type::kController:
-      context_.controller.mnuNewCtrl_Click();
-      break;
+      return context_.controller.mnuNewCtrl_Click();
     case doc_type::kWaveform:
-      context_.browser.files.AddWaveItem();
-      break;
+      return browser.files.AddWaveItem();
     case doc_type::kMeasure:
-      context_.browser.files.AddMeasureItem();
-      break;
-    case doc_type::kWaveData:
-      context_.browser.files.AddDataItem();
-      break;
+      return browser.files.AddMeasureItem();
     default:
-      break;
+      return browser.files.AddDataItem();
   }
 }
 
 void frmMain::mnuFileOpen_Click() {
-  context_.docChoice.accepted = false;
-  context_.openDoc.ShowModal(context_.waiting);
-  if (!context_.docChoice.accepted) return;
-  if (context_.docChoice.DocType == doc_type::kController) context_.controller.mnuOpenCtrl_Click();
+  if (!context_.openDoc.AskModal(context_.waiting)) return;
+  if (context_.openDoc.DocType == doc_type::kController) context_.controller.mnuOpenCtrl_Click();
 }
 
 // The link is left down afterwards: the new choices take effect when the user connects again.
 void frmMain::mnuToolsOptions_Click() {
-  context_.docChoice.accepted = false;
   if (context_.link.ScopeConnected) context_.scope.DisconnectScope();
   context_.options.ShowModal(context_.waiting);
 }

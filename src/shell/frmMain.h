@@ -51,7 +51,6 @@ struct MainContext {
   frmNewDoc& newDoc;
   frmOpenDoc& openDoc;
   frmOptions& options;
-  DocChoice& docChoice;
   HelpViewer& help;
   std::string helpFile;
 };

@@ -31,7 +31,7 @@ std::vector<std::string> Counted(int count) {
 }  // namespace
 
 frmOptions::frmOptions(Preferences& preferences, SerialPort& serial, GpibDriver& gpib,
-                       UsbDriver& usb, DocChoice& choice)
+                       UsbDriver& usb)
     : tbsOptions(kPages, [this] { tbsOptions_Change(); }),
       PortSelectOption(3),
       OptRefreshType(2, [this](int index) { IntervalCombo.SetEnabled(index == kAutoOption); }),
@@ -40,8 +40,7 @@ frmOptions::frmOptions(Preferences& preferences, SerialPort& serial, GpibDriver&
       preferences_(preferences),
       serial_(serial),
       gpib_(gpib),
-      usb_(usb),
-      choice_(choice) {
+      usb_(usb) {
   SetCaption("Options");
 }
 
@@ -106,8 +105,7 @@ void frmOptions::cmdOK_Click() {
   link.BaudRate = BaudCombo.Text();
   link.GPIB_Addr = GPIB_AddrCombo.ListIndex();
   link.UsbDevice = IsNumeric(DeviceCombo.Text()) ? DeviceCombo.ListIndex() : 0;
-  choice_.accepted = true;
-  Unload();
+  Accept();
 }
 
 std::string frmOptions::PortMeaning(int index) const {

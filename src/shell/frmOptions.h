@@ -3,7 +3,6 @@
 #include <array>
 #include <string>
 
-#include "datasheet/DocTypeDialog.h"
 #include "platform/Button.h"
 #include "platform/CheckBox.h"
 #include "platform/ComboBox.h"
@@ -23,9 +22,7 @@ class frmOptions : public Form {
  public:
   static constexpr int kPages = 3;
 
-  // OK sets `choice.accepted`.
-  frmOptions(Preferences& preferences, SerialPort& serial, GpibDriver& gpib, UsbDriver& usb,
-             DocChoice& choice);
+  frmOptions(Preferences& preferences, SerialPort& serial, GpibDriver& gpib, UsbDriver& usb);
 
   TabStrip tbsOptions;
   std::array<Control, kPages> picOptions;  // the pages; the selected one alone is enabled
@@ -63,7 +60,6 @@ class frmOptions : public Form {
   SerialPort& serial_;
   GpibDriver& gpib_;
   UsbDriver& usb_;
-  DocChoice& choice_;
   // Asked for once an opening: to find out may mean to load a library.
   std::string addressMeaning_;
   std::string deviceMeaning_;
