@@ -144,15 +144,11 @@ void TreeBinding::TakeDoubleClick(const QMouseEvent& mouse) {
   if (mouse.button() == Qt::LeftButton && !onArrow) Later([this] { model_.DoubleClick(); });
 }
 
-// Served after the event: a handler may show a dialog or build the tree anew. Of gestures that pile
-// up while the program is busy one is enough, for the row that it was meant for, and none counts
-// behind a modal window.
-void TreeBinding::Later(const std::function<void()>& gesture) {
-  if (gesturePending_) return;
-  gesturePending_ = true;
-  QTimer::singleShot(0, this, [this, gesture, meant = model_.Selected()] {
-    gesturePending_ = false;
-    if (QApplication::activeModalWidget() == nullptr && model_.Selected() == meant) gesture();
+void TreeBinding::Later(std::function<void()> gesture) {
+  if (!model_.PostGesture(std::move(gesture))) return;
+  QTimer::singleShot(0, this, [this] {
+    const bool blocked = QApplication::activeModalWidget() != nullptr;
+    model_.ServeGesture(blocked ? TreeView::Reach::Blocked : TreeView::Reach::Open);
   });
 }
 

@@ -42,7 +42,7 @@ class TreeBinding : public QObject {
   QTreeWidgetItem* RowAt(QPoint place) const;
   void TakePress(const QMouseEvent& mouse);
   void TakeDoubleClick(const QMouseEvent& mouse);
-  void Later(const std::function<void()>& gesture);
+  void Later(std::function<void()> gesture);
   void AskForMenuByKey();
   void NoteChange();
   void ShowModel();
@@ -63,7 +63,6 @@ class TreeBinding : public QObject {
   std::vector<Row> shown_;
   QPoint menuPlace_;
   bool pending_ = false;
-  bool gesturePending_ = false;
 };
 
 }  // namespace oriolemark

@@ -1,6 +1,7 @@
 #include "platform/TreeView.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace oriolemark {
 
@@ -162,6 +163,18 @@ void TreeView::DoubleClick() const {
 void TreeView::KeyDown(int code) const {
   if (keyDown) return keyDown(code);
   if (code == kEnterKey) DoubleClick();
+}
+
+bool TreeView::PostGesture(std::function<void()> gesture) {
+  if (gesture_) return false;
+  gesture_ = std::move(gesture);
+  meant_ = Selected();
+  return true;
+}
+
+void TreeView::ServeGesture(Reach reach) {
+  const auto gesture = std::exchange(gesture_, nullptr);
+  if (gesture && reach == Reach::Open && Selected() == meant_) gesture();
 }
 
 void TreeView::MouseDown(int button) const {

@@ -63,6 +63,13 @@ class TreeView : public Control {
   void KeyDown(int code) const;
   void MouseDown(int button) const;
 
+  // A gesture that is served after its event, since it may show a dialog or build the tree anew. Of
+  // those that pile up while the program is busy the first counts: false for the others.
+  bool PostGesture(std::function<void()> gesture);
+  enum class Reach { Open, Blocked };
+  // Does nothing when another node is selected by now, or a modal window blocks the tree.
+  void ServeGesture(Reach reach);
+
   // Handlers of the form.
   std::function<void(TreeNode)> nodeClick;
   std::function<void()> doubleClick;
@@ -96,6 +103,8 @@ class TreeView : public Control {
   TreeNode selected_ = kNoNode;
   // Labels from the top down to what was selected before the last Clear.
   std::vector<std::string> place_;
+  std::function<void()> gesture_;  // posted and not served yet
+  TreeNode meant_ = kNoNode;       // the node that was selected then
 };
 
 }  // namespace oriolemark
