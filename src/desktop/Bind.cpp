@@ -6,6 +6,7 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPointer>
 #include <QProgressBar>
@@ -17,6 +18,7 @@
 #include <memory>
 
 #include "drivers/ShownText.h"
+#include "platform/Keys.h"
 #include "platform/Rounding.h"
 
 namespace oriolemark {
@@ -247,6 +249,33 @@ void ShowTitle(QWidget& widget, const Form& form) {
   widget.setWindowTitle(Shortened(FromWire(form.Caption())).replace("[*]", "[*][*]"));
 }
 
+void Follow(QWidget& window, Form& form, FormSteps steps) {
+  if (!steps.show) {
+    steps.show = [&window, &form] {
+      ShowTitle(window, form);
+      if (window.isHidden() == form.Visible()) window.setVisible(form.Visible());
+    };
+  }
+  if (!steps.front) steps.front = [&window] { window.raise(); };
+  const auto guarded = [guard = QPointer(&window)](const std::function<void()>& step) {
+    return [guard, step] {
+      if (guard && step) step();
+    };
+  };
+  form.onChanged = guarded(steps.show);
+  form.onMoved = guarded(steps.place);
+  form.onFront = guarded(steps.front);
+  form.onRepaint = guarded([&window] { window.repaint(); });
+}
+
+int HeldKeys(const QKeyEvent& event) {
+  const auto held = [&event](Qt::KeyboardModifier key, int code) {
+    return event.modifiers().testFlag(key) ? code : 0;
+  };
+  return held(Qt::ShiftModifier, kShiftHeld) + held(Qt::ControlModifier, kCtrlHeld) +
+         held(Qt::AltModifier, kAltHeld);
+}
+
 QString PlainToolTip(const QString& text) {
   if (text.isEmpty()) return {};
   constexpr qsizetype kLine = 70;
@@ -260,8 +289,8 @@ QString PlainToolTip(const QString& text) {
   return "<p style='white-space:pre'>" + lines.toHtmlEscaped() + "</p>";
 }
 
-void Name(QWidget& widget, const char* objectName, const QString& accessibleName) {
-  widget.setObjectName(QString::fromLatin1(objectName));
+void Name(QWidget& widget, const QString& objectName, const QString& accessibleName) {
+  widget.setObjectName(objectName);
   widget.setAccessibleName(accessibleName);
 }
 

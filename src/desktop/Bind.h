@@ -2,6 +2,7 @@
 
 #include <QRect>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -22,6 +23,7 @@ class QAbstractButton;
 class QAction;
 class QCheckBox;
 class QComboBox;
+class QKeyEvent;
 class QLineEdit;
 class QProgressBar;
 class QRadioButton;
@@ -63,12 +65,25 @@ void Bind(QAction& action, MenuEntry& model);
 // A title as the form's caption has it, shortened.
 void ShowTitle(QWidget& widget, const Form& form);
 
+// What a window does for its form. A step that is empty is done in the common way: the title and
+// whether the window shows, no place, in front of its like.
+struct FormSteps {
+  std::function<void()> show{};
+  std::function<void()> place{};
+  std::function<void()> front{};
+};
+// The window follows its form as long as it exists.
+void Follow(QWidget& window, Form& form, FormSteps steps = {});
+
 // A tool tip that shows the text as it is, shortened, in lines that fit a screen and end at blanks.
 // Without this the toolkit takes a text that looks like marks for rich text, and loads what it
 // names.
 QString PlainToolTip(const QString& text);
 
+// The keys that are held with this one, added up.
+int HeldKeys(const QKeyEvent& event);
+
 // Object name and accessible name: how screen readers and tests find a widget.
-void Name(QWidget& widget, const char* objectName, const QString& accessibleName);
+void Name(QWidget& widget, const QString& objectName, const QString& accessibleName);
 
 }  // namespace oriolemark

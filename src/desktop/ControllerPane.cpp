@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 
 #include "desktop/Bind.h"
-#include "desktop/Icons.h"
+#include "desktop/Builders.h"
 #include "desktop/Menus.h"
 #include "desktop/TreeBinding.h"
 
@@ -21,19 +21,12 @@ const QStringList kPictures{
 
 constexpr int kIndentation = 10;  // pixels; leaves room for labels with their values
 
-void AddButton(QBoxLayout& row, const char* name, const QString& text, const QString& toolTip,
-               Button& model) {
-  auto& button = Make<QToolButton>();
-  Name(button, name, text);
-  button.setText(text);
-  button.setToolTip(toolTip);
-  button.setIcon(PictureNamed(text));
-  button.setIconSize({24, 24});
+void AddExchange(QBoxLayout& row, const QString& text, const QString& toolTip, Button& model) {
+  QToolButton& button =
+      MakeToolButton(*row.parentWidget(), "cmd" + text, text, toolTip, text, model);
   button.setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-  button.setAutoRaise(true);
   button.setFocusPolicy(Qt::StrongFocus);
   row.addWidget(&button);
-  Bind(button, model);
 }
 
 }  // namespace
@@ -43,10 +36,9 @@ ControllerPane::ControllerPane(frmCtrlList& form) {
   column.setContentsMargins(0, 0, 0, 0);
   auto& row = Make<QHBoxLayout>();
   column.addLayout(&row);
-  AddButton(row, "cmdUpload", "Upload", "Sends all settings to the oscilloscope", form.cmdUpload);
+  AddExchange(row, "Upload", "Sends all settings to the oscilloscope", form.cmdUpload);
   row.addStretch(1);
-  AddButton(row, "cmdDownload", "Download", "Reads all settings from the oscilloscope",
-            form.cmdDownload);
+  AddExchange(row, "Download", "Reads all settings from the oscilloscope", form.cmdDownload);
   auto& tree = Make<QTreeWidget>();
   Name(tree, "CtrlTreeView", FromWire(form.Caption()));
   tree.setIndentation(kIndentation);

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "desktop/Bind.h"
+#include "desktop/Builders.h"
 #include "drivers/ShownText.h"
 
 namespace oriolemark {
@@ -20,7 +21,7 @@ constexpr int kRowsInSight = 15;
 void AddUnitKeys(QBoxLayout& row, CtrlDialog& form) {
   for (std::size_t i = 0; i < form.cmdEnter.size(); ++i) {
     auto& key = Make<QPushButton>(QString("&") + CtrlDialog::kUnitKeys[i]);
-    Name(key, ("cmdEnter" + std::to_string(i)).c_str(), kUnitNames[i]);
+    Name(key, QString("cmdEnter%1").arg(i), kUnitNames[i]);
     key.setToolTip(QString("OK, in %1").arg(kUnitNames[i]));
     key.setFixedWidth(key.fontMetrics().horizontalAdvance("mmmm"));
     row.addWidget(&key);

@@ -1,16 +1,14 @@
 #include "desktop/Dialogs.h"
 
 #include <QCloseEvent>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QVBoxLayout>
 
 #include "desktop/Bind.h"
+#include "desktop/Builders.h"
 #include "desktop/Icons.h"
 
 namespace oriolemark {
@@ -43,37 +41,25 @@ QVBoxLayout& AddProduct(QBoxLayout& layout, const Label& version) {
 
 }  // namespace
 
-QPushButton& AddButton(QBoxLayout& layout, const char* name, const QString& text, Button& model) {
-  auto& button = Make<QPushButton>(text);
-  Name(button, name, text);
-  layout.addWidget(&button);
-  Bind(button, model);
-  return button;
-}
-
-FormDialog::FormDialog(Form& form, const char* name, QWidget* parent)
+FormDialog::FormDialog(Form& form, const QString& name, QWidget* parent)
     : QDialog(parent), form_(form) {
-  setObjectName(QString::fromLatin1(name));
+  setObjectName(name);
   setWindowIcon(PictureNamed("Oriolemark"));
-  const QPointer<FormDialog> guard(this);
-  form.onChanged = [guard] {
-    if (guard) guard->ShowForm();
-  };
-  form.onMoved = [guard] {
-    if (!guard) return;
-    // A window that is sized after it was placed, and before it is up, loses its place: its frame
-    // is put around what was asked for, and so a little further up and left each time.
-    guard->adjustSize();
-    guard->move(ToPixels(guard->form_.Place()).topLeft());
-  };
-  form.onFront = [guard] {
-    if (!guard) return;
-    guard->raise();
-    guard->activateWindow();
-  };
-  form.onRepaint = [guard] {
-    if (guard) guard->repaint();
-  };
+  Follow(*this, form,
+         {.show = [this] { ShowForm(); },
+          .place =
+              [this] {
+                // A window that is sized after it was placed, and before it is up, loses its place:
+                // its frame is put around what was asked for, and so a little further up and left
+                // each time.
+                adjustSize();
+                move(ToPixels(form_.Place()).topLeft());
+              },
+          .front =
+              [this] {
+                raise();
+                activateWindow();
+              }});
 }
 
 void FormDialog::reject() {
@@ -130,22 +116,13 @@ AboutWindow::AboutWindow(frmAbout& form, QWidget* parent) : FormDialog(form, "fr
   AddButton(buttons, "cmdSysInfo", "System Info...", form.cmdSysInfo);
 }
 
-DocTypeWindow::DocTypeWindow(DocTypeDialog& form, const char* name, QWidget* parent)
+DocTypeWindow::DocTypeWindow(DocTypeDialog& form, const QString& name, QWidget* parent)
     : FormDialog(form, name, parent) {
   auto& layout = Make<QHBoxLayout>(this);
   layout.setSizeConstraint(QLayout::SetFixedSize);
-  auto& group = Make<QGroupBox>("File Type");
-  layout.addWidget(&group);
-  auto& list = Make<QVBoxLayout>(&group);
-  std::vector<QRadioButton*> options;
-  for (const std::string& type : form.Types) {
-    auto& option = Make<QRadioButton>(FromWire(type));
-    const QByteArray numbered = "NewOption" + QByteArray::number(int(options.size()));
-    Name(option, numbered.constData(), FromWire(type));
-    list.addWidget(&option);
-    options.push_back(&option);
-  }
-  Bind(options, form.NewOption);
+  std::vector<OptionText> texts;
+  for (const std::string& type : form.Types) texts.push_back({FromWire(type)});
+  AddOptions(AddGroup(layout, "File Type"), "NewOption", form.NewOption, texts);
   auto& buttons = Make<QVBoxLayout>();
   layout.addLayout(&buttons);
   AddButton(buttons, "cmdOK", "OK", form.cmdOK).setDefault(true);

@@ -4,23 +4,16 @@
 #include <QString>
 
 #include "datasheet/DocTypeDialog.h"
-#include "platform/Button.h"
 #include "shell/frmAbout.h"
 #include "shell/frmSplash.h"
 #include "transfers/frmPrgress.h"
 
-class QBoxLayout;
-class QPushButton;
-
 namespace oriolemark {
-
-// A push button at the end of the layout.
-QPushButton& AddButton(QBoxLayout& layout, const char* name, const QString& text, Button& model);
 
 // A window of its own that a form shows and hides; the user's close asks the form.
 class FormDialog : public QDialog {
  public:
-  FormDialog(Form& form, const char* name, QWidget* parent);
+  FormDialog(Form& form, const QString& name, QWidget* parent);
 
   void reject() override;
 
@@ -48,7 +41,7 @@ class AboutWindow : public FormDialog {
 
 class DocTypeWindow : public FormDialog {
  public:
-  DocTypeWindow(DocTypeDialog& form, const char* name, QWidget* parent);
+  DocTypeWindow(DocTypeDialog& form, const QString& name, QWidget* parent);
 };
 
 class ProgressWindow : public FormDialog {

@@ -23,12 +23,13 @@
 #include <algorithm>
 
 #include "desktop/Bind.h"
+#include "desktop/Builders.h"
 #include "desktop/ControllerPane.h"
 #include "desktop/Icons.h"
+#include "desktop/InnerWindow.h"
 #include "desktop/Menus.h"
 #include "desktop/PaneDock.h"
 #include "desktop/TreeBinding.h"
-#include "desktop/WaveWindow.h"
 #include "drivers/ShownText.h"
 #include "platform/Rounding.h"
 
@@ -101,11 +102,10 @@ MainWindow::MainWindow(frmMain& form, frmDataSheetTree& browser, frmCtrlList& co
   BuildMenus();
   BuildStatusBar();
   AddPaneKeys();
-  Follow();
+  FollowForm();
 }
 
-void MainWindow::AddWaveView(frmWave& view) {
-  auto& window = Make<WaveWindow>(view);
+void MainWindow::AddInner(InnerWindow& window) {
   window.resize(window.size().boundedTo(area_.maximumViewportSize()).expandedTo(kLeastView));
   area_.addSubWindow(&window);
   // A window wider than the area would be placed with its title beyond the left edge.
@@ -182,14 +182,9 @@ void MainWindow::AddTool(const frmMain::Tool& tool, Button& model) {
     toolBar_.addSeparator();
     return;
   }
-  auto& button = Make<QToolButton>();
-  Name(button, ("tool_" + tool.key).c_str(), FromWire(tool.toolTip));
-  button.setToolTip(FromWire(tool.toolTip));
-  button.setIcon(PictureNamed(FromWire(tool.image)));
-  button.setIconSize({24, 24});
-  button.setAutoRaise(true);
-  toolBar_.addWidget(&button);
-  Bind(button, model);
+  const QString toolTip = FromWire(tool.toolTip);
+  toolBar_.addWidget(&MakeToolButton(toolBar_, "tool_" + FromWire(tool.key), toolTip, toolTip,
+                                     FromWire(tool.image), model));
 }
 
 void MainWindow::AddLamp(const char* name, const QString& picture, Lamp& model) {
@@ -263,20 +258,12 @@ void MainWindow::AddPanes() {
   resizeDocks(docks, QList<int>(docks.size(), height()), Qt::Vertical);
 }
 
-void MainWindow::Follow() {
+void MainWindow::FollowForm() {
+  Follow(*this, form_, {.show = [this] { ShowForm(); }, .place = [this] { ApplyPlace(); }});
   const QPointer<MainWindow> guard(this);
-  const auto guarded = [guard](auto member) {
-    return [guard, member] {
-      if (guard) (guard->*member)();
-    };
+  form_.tabDock.onChanged = [guard] {
+    if (guard) guard->AddPanes();
   };
-  form_.onChanged = guarded(&MainWindow::ShowForm);
-  form_.onMoved = guarded(&MainWindow::ApplyPlace);
-  form_.onFront = guarded(&QWidget::raise);
-  form_.onRepaint = [guard] {
-    if (guard) guard->repaint();
-  };
-  form_.tabDock.onChanged = guarded(&MainWindow::AddPanes);
   form_.onArrange = [guard](Arrangement arrangement) {
     if (guard) guard->Arrange(arrangement);
   };

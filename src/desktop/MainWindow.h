@@ -12,7 +12,7 @@ class QToolBar;
 
 namespace oriolemark {
 
-class frmWave;
+class InnerWindow;
 
 // The frame of the program: menus, toolbar with the connection lamps, docked panes, status bar, and
 // the area of the child windows.
@@ -20,8 +20,8 @@ class MainWindow : public QMainWindow {
  public:
   MainWindow(frmMain& form, frmDataSheetTree& browser, frmCtrlList& controller);
 
-  // A child window for a new wave view, hidden until the view shows itself.
-  void AddWaveView(frmWave& view);
+  // Takes a new child window, hidden until its form shows itself.
+  void AddInner(InnerWindow& window);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
   // The toolkit's list of bars and panes would show and hide them without their models.
@@ -46,7 +46,7 @@ class MainWindow : public QMainWindow {
   void BuildStatusBar();
   void AddPanes();
   QWidget* MakePaneContent(const Form& form);
-  void Follow();
+  void FollowForm();
   void ShowForm();
   void ApplyPlace();
   void ShowTime();

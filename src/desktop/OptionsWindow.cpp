@@ -1,66 +1,26 @@
 #include "desktop/OptionsWindow.h"
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "desktop/Bind.h"
+#include "desktop/Builders.h"
 
 namespace oriolemark {
 namespace {
-
-// A caption as a screen reader says it.
-QString Spoken(QString caption) {
-  return caption.remove('&');
-}
-
-QVBoxLayout& AddGroup(QBoxLayout& page, const QString& title) {
-  auto& group = Make<QGroupBox>(title);
-  page.addWidget(&group);
-  return Make<QVBoxLayout>(&group);
-}
-
-struct OptionText {
-  const char* text;
-  const char* toolTip;
-};
-
-void AddOptions(QBoxLayout& layout, const char* name, OptionGroup& model,
-                std::initializer_list<OptionText> texts) {
-  std::vector<QRadioButton*> options;
-  for (const OptionText& entry : texts) {
-    auto& option = Make<QRadioButton>(entry.text);
-    Name(option, (name + std::to_string(options.size())).c_str(), Spoken(entry.text));
-    option.setToolTip(entry.toolTip);
-    layout.addWidget(&option);
-    options.push_back(&option);
-  }
-  Bind(options, model);
-}
-
-void AddCheck(QBoxLayout& layout, const char* name, const QString& text, const QString& toolTip,
-              CheckBox& model) {
-  auto& box = Make<QCheckBox>(text);
-  Name(box, name, Spoken(text));
-  box.setToolTip(toolTip);
-  layout.addWidget(&box);
-  Bind(box, model);
-}
 
 // A labelled combo box, with its unit behind it where it has one.
 QComboBox& AddCombo(QFormLayout& layout, const char* name, const QString& label,
                     const QString& toolTip, ComboBox& model, const QString& unit = {}) {
   auto& combo = Make<QComboBox>();
-  Name(combo, name, Spoken(label));
+  Name(combo, name, QString(label).remove('&'));
   combo.setMinimumContentsLength(10);
   combo.setToolTip(toolTip);
   auto& row = Make<QHBoxLayout>();
@@ -98,12 +58,12 @@ void FillGeneral(QVBoxLayout& page, frmOptions& form) {
                "The instrument is reached by the serial port chosen under "
                "Communication Setting"}});
   QVBoxLayout& startup = AddGroup(page, "Startup option");
-  AddCheck(startup, "HardwareCheck", "Startup &Hardware Check",
-           "Connects to the oscilloscope when the program starts", form.HardwareCheck);
-  AddCheck(startup, "SheetStartLoadChk", "Recent &Data Sheet File Load",
-           "Opens the data sheet used last when the program starts", form.SheetStartLoadChk);
-  AddCheck(startup, "CtrlStartLoadChk", "Recent &Control File Load",
-           "Opens the control file used last when the program starts", form.CtrlStartLoadChk);
+  AddCheck(startup, "HardwareCheck", "Startup &Hardware Check", form.HardwareCheck,
+           "Connects to the oscilloscope when the program starts");
+  AddCheck(startup, "SheetStartLoadChk", "Recent &Data Sheet File Load", form.SheetStartLoadChk,
+           "Opens the data sheet used last when the program starts");
+  AddCheck(startup, "CtrlStartLoadChk", "Recent &Control File Load", form.CtrlStartLoadChk,
+           "Opens the control file used last when the program starts");
   page.addStretch(1);
 }
 

@@ -15,8 +15,6 @@ class PaneDock : public QDockWidget {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  void ShowForm();
-
   TabDock& dock_;
   const TabDock::Pane pane_;
 };

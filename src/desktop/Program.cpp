@@ -12,6 +12,7 @@
 #include "desktop/MainWindow.h"
 #include "desktop/OptionsWindow.h"
 #include "desktop/WavePictureWidget.h"
+#include "desktop/WaveWindow.h"
 #include "drivers/ChosenUsb.h"
 #include "drivers/LibraryGpib.h"
 #include "drivers/ProgramFiles.h"
@@ -80,7 +81,9 @@ Program::Program(QApplication& application) {
   parts_->module.progress.screenWidth = PixelsToUnits(screen.width());
   parts_->module.progress.screenHeight = PixelsToUnits(screen.height());
   parts_->module.pointer.onChanged = [this] { ShowPointer(parts_->module.pointer); };
-  parts_->module.onWaveView = [this](frmWave& view) { parts_->main.AddWaveView(view); };
+  parts_->module.onWaveView = [this](frmWave& view) {
+    parts_->main.AddInner(Make<WaveWindow>(view));
+  };
 }
 
 Program::~Program() = default;

@@ -48,8 +48,8 @@ void ReadingView::TakeFirstTick() {
   ShowRecord();
 }
 
-void ReadingView::KeyDown(int code, ShiftKeys shift) {
-  if (code == kF5Key && shift == ShiftKeys::None) cmdRefresh_Click();
+void ReadingView::KeyDown(int code, int held) {
+  if (code == kF5Key && held == 0) cmdRefresh_Click();
 }
 
 void ReadingView::ReadOnce() {

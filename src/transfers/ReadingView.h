@@ -33,8 +33,6 @@ struct ReadingKind {
 // the view.
 class ReadingView : public Form {
  public:
-  enum class ShiftKeys { None, Held };
-
   ReadingView(const ReadingContext& context, const ReadingKind& kind);
 
   OptionGroup OptionCH;
@@ -47,8 +45,8 @@ class ReadingView : public Form {
   void Form_Load() override;
   void cmdRefresh_Click() { refresh_.Click(); }
   void Timer1_Timer();
-  // F5 with no shift key is a click on cmdRefresh.
-  void KeyDown(int code, ShiftKeys shift);
+  // F5 with no other key held is a click on cmdRefresh.
+  void KeyDown(int code, int held);
   // One reading by the channel option. Waits until the transfer has ended.
   void ReadOnce();
 

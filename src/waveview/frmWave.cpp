@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/Keys.h"
 #include "platform/Rounding.h"
 #include "values/Number.h"
 #include "waveview/DrawCursors.h"
@@ -25,6 +26,19 @@ constexpr double kBarFromEdge = 280;  // from the far edge of BackPic to the nea
 constexpr double kBarInset = 20;
 constexpr double kHorizontalMargins = 40;
 constexpr double kVerticalMargins = 45;
+
+struct CursorKey {
+  int code;
+  CursorLine line;
+  CursorLine withShift;
+  int units;
+};
+
+constexpr int kCtrlUnits = 10;
+constexpr CursorKey kCursorKeys[] = {{kLeftKey, CursorLine::X1, CursorLine::X2, -1},
+                                     {kRightKey, CursorLine::X1, CursorLine::X2, 1},
+                                     {kUpKey, CursorLine::Y1, CursorLine::Y2, -1},
+                                     {kDownKey, CursorLine::Y1, CursorLine::Y2, 1}};
 
 std::string ZoomText(double zoom) {
   return FormatFixed(zoom * 100, 0, 0) + "%";
@@ -154,8 +168,15 @@ void frmWave::OptionColor_Click(int index) {
   RepaintPicture();
 }
 
-void frmWave::MoveCursor(CursorLine line, int units) {
-  if (StepCursor(Cursors, line, units)) Form_Resize();
+bool frmWave::WavePic_KeyDown(int code, int held) {
+  for (const CursorKey& key : kCursorKeys) {
+    if (key.code != code) continue;
+    const CursorLine line = (held & kShiftHeld) != 0 ? key.withShift : key.line;
+    const int units = (held & kCtrlHeld) != 0 ? key.units * kCtrlUnits : key.units;
+    if (StepCursor(Cursors, line, units)) Form_Resize();
+    return true;
+  }
+  return false;
 }
 
 void frmWave::WavePic_MouseMove(double x, double y) {

@@ -46,8 +46,9 @@ class frmWave : public ReadingView {
 
   void Form_Load() override;
   void Form_Resize() override;
-  // The keyboard's way to drag a cursor.
-  void MoveCursor(CursorLine line, int units);
+  // A key over the picture: the arrows move the first cursor of a pair by a unit, with Shift the
+  // second, with Ctrl by ten. False when the key means nothing here.
+  bool WavePic_KeyDown(int code, int held);
 
  protected:
   void Form_Unload() override;

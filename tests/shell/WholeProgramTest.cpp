@@ -30,9 +30,9 @@ TEST(WholeProgram, ConnectRefreshSeeInEveryMode) {
       // A stopped instrument holds its record, so that it can be asked again.
       bench.instrument.Turn(":STOP", "");
       bench.At(100, [&] { EXPECT_FALSE(bench.wave->cmdRefresh.Enabled()); });
-      bench.wave->KeyDown(kF5Key, frmWave::ShiftKeys::Held);
+      bench.wave->KeyDown(kF5Key, kShiftHeld);
       EXPECT_FALSE(record.HasData) << "a key of its own";
-      bench.wave->KeyDown(kF5Key, frmWave::ShiftKeys::None);
+      bench.wave->KeyDown(kF5Key, 0);
     });
     bench.RunUntil(60000);
 

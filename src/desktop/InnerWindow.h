@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QMdiSubWindow>
+#include <QWidget>
+
+#include "transfers/ReadingView.h"
+
+class QBoxLayout;
+
+namespace oriolemark {
+
+// The room inside a child window of a view that reads. Reports its size and F5 to the view.
+class ReadingPanel : public QWidget {
+ public:
+  explicit ReadingPanel(ReadingView& form) : form_(form) {}
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  // Adds the button that refreshes the view.
+  void AddRefresh(QBoxLayout& layout);
+
+ private:
+  ReadingView& form_;
+};
+
+// A child window of the main window. Lives as long as that; the form shows and hides it.
+class InnerWindow : public QMdiSubWindow {
+ public:
+  InnerWindow(Form& form, const QString& name, const QString& picture, QWidget& panel);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void BringToFront();
+
+  Form& form_;
+};
+
+}  // namespace oriolemark
