@@ -43,8 +43,10 @@ void RefreshLoop::Click() {
     if (!context_.link.ScopeConnected) {
       context_.prompts.Show(kConnectFirst);
     } else if (context_.settings.RefreshType == "Single") {
+      reading_ = true;
       cmdRefresh_.SetEnabled(false);
       read_();
+      reading_ = false;
     } else {
       RunAuto();
     }
@@ -100,7 +102,7 @@ void RefreshLoop::ShowReady() {
   autoRunning_ = false;
   timer2_.SetEnabled(false);
   cmdRefresh_.SetFace(kRefreshFace);
-  cmdRefresh_.SetEnabled(true);
+  cmdRefresh_.SetEnabled(!reading_);
 }
 
 }  // namespace oriolemark

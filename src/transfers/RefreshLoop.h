@@ -73,6 +73,7 @@ class RefreshLoop {
   std::function<void()> read_;
   Timer timer2_;
   bool autoRunning_ = false;
+  bool reading_ = false;  // a single reading, which the button waits for
 };
 
 }  // namespace oriolemark

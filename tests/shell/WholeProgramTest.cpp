@@ -29,7 +29,10 @@ TEST(WholeProgram, ConnectRefreshSeeInEveryMode) {
       bench.wave->OptionCH.Select(wanted);
       // A stopped instrument holds its record, so that it can be asked again.
       bench.instrument.Turn(":STOP", "");
-      bench.At(100, [&] { EXPECT_FALSE(bench.wave->cmdRefresh.Enabled()); });
+      bench.At(100, [&] {
+        bench.wave->KeyDown(kF5Key, 0);
+        EXPECT_FALSE(bench.wave->cmdRefresh.Enabled()) << "while the reading lasts";
+      });
       bench.wave->KeyDown(kF5Key, kShiftHeld);
       EXPECT_FALSE(record.HasData) << "a key of its own";
       bench.wave->KeyDown(kF5Key, 0);
