@@ -35,6 +35,7 @@ struct Fault {
 
 constexpr Fault kFaults[] = {
     {2, "No instrument listens on the bus: look at its power, its cable and its address."},
+    {4, "The library does not take the address: choose one from 0 to 30."},
     {6, "The instrument has not answered in time: look at its power, its cable and its address."},
 };
 
@@ -119,7 +120,9 @@ std::string LibraryGpib::Problem() {
       std::find_if(std::begin(kFaults), std::end(kFaults),
                    [this](const Fault& row) { return row.iberr == status_.iberr; });
   if (fault != std::end(kFaults)) return fault->words;
-  if (opened_) return {};
+  constexpr int kNoSuchBoard[] = {0, 1, 7};
+  if (opened_ || std::ranges::find(kNoSuchBoard, status_.iberr) == std::end(kNoSuchBoard))
+    return {};
   std::error_code error;
   if (std::filesystem::exists(kBoard, error) && !MayUse(kBoard)) {
     return std::string("You have no right to use ") + kBoard + ". " +

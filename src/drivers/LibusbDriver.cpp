@@ -114,9 +114,13 @@ void LibusbDriver::Release::operator()(libusb_device* device) const {
 }
 
 int LibusbDriver::GetDeviceNum() {
+  const std::vector<Device> instruments = FindInstruments();
+  const bool held = handle_ && std::ranges::any_of(instruments, [this](const Device& one) {
+                      return PlaceOf(one.get()) == place_;
+                    });
   // Who looks anew may mean another instrument by the same number.
-  if (!handle_) opened_ = -1;
-  return static_cast<int>(FindInstruments().size());
+  if (!held) opened_ = -1;
+  return static_cast<int>(instruments.size());
 }
 
 bool LibusbDriver::Write_USB(int device, std::uint8_t byte) {
