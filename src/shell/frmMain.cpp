@@ -203,8 +203,10 @@ void frmMain::mnuFileNew_Click() {
       return browser.files.AddWaveItem();
     case doc_type::kMeasure:
       return browser.files.AddMeasureItem();
-    default:
+    case doc_type::kWaveData:
       return browser.files.AddDataItem();
+    default:
+      break;
   }
 }
 
