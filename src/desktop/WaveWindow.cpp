@@ -82,8 +82,14 @@ class WavePanel : public ReadingPanel {
     const int stripWidth = strip_.WidthFor(height());
     strip_.setGeometry(0, 0, stripWidth, height());
     form_.stripWidth = PixelsToUnits(stripWidth);
-    form_.canvasScale = CanvasScale(*this);
+    form_.NoteCanvasScale(CanvasScale(*this));
     ReadingPanel::resizeEvent(event);
+  }
+
+  bool event(QEvent* event) override {
+    // The window has come to a screen of another scale, and its size may have stayed.
+    if (event->type() == QEvent::ScreenChangeInternal) form_.NoteCanvasScale(CanvasScale(*this));
+    return ReadingPanel::event(event);
   }
 
  private:

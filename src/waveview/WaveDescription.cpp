@@ -24,18 +24,19 @@ std::string Worded(const std::string& before, const std::string& value, const st
 }  // namespace
 
 std::string DescribeWave(const WaveRecord& record, const WaveCursors& cursors, double zoom) {
+  // The slot may hold the fields of an item that has gone.
+  if (!record.HasData) return "No waveform.";
   const Readouts readouts = MakeReadouts(record, cursors, zoom);
   const bool first = ShowsChannel(record, 1) || !record.IsYT;
   const bool second = ShowsChannel(record, 2) || !record.IsYT;
-  std::string text = "No waveform.";
-  if (record.HasData) {
-    text = !record.IsYT ? "X-Y figure." : record.IsScan ? "Rolling waveform." : "Waveform.";
-    text += Sentence("", {Worded("CH1 ", first ? record.CH1Range : "", " per division"),
-                          Worded("CH2 ", second ? record.CH2Range : "", " per division")});
-    if (record.IsYT) {
-      text += Sentence("", {Worded("Time ", record.TimeRange, " per division"),
-                            Worded("delay ", record.TriggerDelay, "")});
-    }
+  std::string text = !record.IsYT    ? "X-Y figure."
+                     : record.IsScan ? "Rolling waveform."
+                                     : "Waveform.";
+  text += Sentence("", {Worded("CH1 ", first ? record.CH1Range : "", " per division"),
+                        Worded("CH2 ", second ? record.CH2Range : "", " per division")});
+  if (record.IsYT) {
+    text += Sentence("", {Worded("Time ", record.TimeRange, " per division"),
+                          Worded("delay ", record.TriggerDelay, "")});
   }
   if (cursors.CursorXOn) text += Sentence("X cursors apart: ", {readouts.time, readouts.frequency});
   if (cursors.CursorYOn) {

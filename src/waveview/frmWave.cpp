@@ -129,6 +129,8 @@ void frmWave::ShowRecord() {
 }
 
 void frmWave::ZoomCombo_Change() {
+  // The box is left because the view is closing.
+  if (!Loaded()) return;
   const std::optional<double> zoom = ZoomOf(ZoomCombo.Text());
   if (!zoom) {
     RefuseZoom();
@@ -141,7 +143,7 @@ void frmWave::ZoomCombo_Change() {
 
 void frmWave::RefuseZoom() {
   context_.refresh.prompts.Show({.text = "Invalid Zoom Factor", .icon = MessageIcon::Exclamation});
-  if (Loaded()) ShowZoom();
+  ShowZoom();
 }
 
 void frmWave::ShowZoom() {
@@ -166,6 +168,12 @@ void frmWave::OptionColor_Click(int index) {
   Record().ColorOn = index == 0;
   context_.sheet.Modified = true;
   RepaintPicture();
+}
+
+void frmWave::NoteCanvasScale(double scale) {
+  if (scale == canvasScale_) return;
+  canvasScale_ = scale;
+  Form_Resize();
 }
 
 bool frmWave::WavePic_KeyDown(int code, int held) {

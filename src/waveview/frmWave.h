@@ -26,9 +26,6 @@ class frmWave : public ReadingView {
   // Width in window units that the controls at the left need; told by the toolkit's side before it
   // tells the room inside. Counts as 1100 at least.
   double stripWidth = kLeastStrip;
-  // Pixels of the picture in a pixel of the window, told likewise: 1 but on screens whose scale is
-  // no whole number.
-  double canvasScale = 1;
 
   Picture WavePic;
   Backdrop BackPic;
@@ -46,6 +43,9 @@ class frmWave : public ReadingView {
 
   void Form_Load() override;
   void Form_Resize() override;
+  // The toolkit's side only: pixels of the picture in a pixel of the window. It is 1 but on screens
+  // whose scale is no whole number.
+  void NoteCanvasScale(double scale);
   // A key over the picture: the arrows move the first cursor of a pair by a unit, with Shift the
   // second, with Ctrl by ten. False when the key means nothing here.
   bool WavePic_KeyDown(int code, int held);
@@ -66,7 +66,7 @@ class frmWave : public ReadingView {
   void OptionColor_Click(int index);
   void WavePic_MouseMove(double x, double y);
   // So many window units in pixels of the picture.
-  double CanvasPixels(double units) const { return UnitsToPixels(units) * canvasScale; }
+  double CanvasPixels(double units) const { return UnitsToPixels(units) * canvasScale_; }
   void PlaceBackPic();
   void FitPicture();
   void PlaceScrollBars();
@@ -75,6 +75,7 @@ class frmWave : public ReadingView {
   void RepaintPicture();
 
   TransferScratch& scratch_;
+  double canvasScale_ = 1;
   double HRange = 0;  // pixels by which WavePic is larger than BackPic
   double VRange = 0;
 };

@@ -95,9 +95,9 @@ TEST(frmWave, BestFitTakesTheSmallerRatioAndKeepsItWhenCleared) {
   EXPECT_DOUBLE_EQ(bench.view.ZoomFactor, 0.01);
   bench.GiveRoom(1000, 125);
   EXPECT_DOUBLE_EQ(bench.view.ZoomFactor, 0.5);
-  bench.view.canvasScale = 2;
-  bench.GiveRoom(1000, 62.5);
-  EXPECT_DOUBLE_EQ(bench.view.ZoomFactor, 0.5) << "on finer pixels";
+  bench.view.NoteCanvasScale(0.5);
+  EXPECT_DOUBLE_EQ(bench.view.ZoomFactor, 0.25) << "on coarser pixels";
+  bench.GiveRoom(1000, 250);
   bench.view.BestFitChk.SetValue(false);
   EXPECT_TRUE(bench.view.ZoomCombo.Enabled());
   EXPECT_DOUBLE_EQ(bench.view.ZoomFactor, 0.5);
