@@ -7,13 +7,13 @@
 
 namespace oriolemark {
 
-// A push button. `Face` names the set of pictures it shows, where it shows any.
+// A push button. `Face` names its set of pictures; it is empty for a button without pictures.
 class Button : public Control {
  public:
   explicit Button(std::function<void()> click = {}) : click_(std::move(click)) {}
 
   void SetClick(std::function<void()> click) { click_ = std::move(click); }
-  // The user's click: nothing happens while the button is disabled.
+  // The user's click. Does nothing while the button is disabled.
   void Click() {
     if (Enabled() && click_) click_();
   }

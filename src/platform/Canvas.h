@@ -22,15 +22,15 @@ struct Point {
 
 enum class PenStyle { Solid, Dotted };
 
-// A picture to draw on. Coordinates are pixels from the top left corner; points are rounded to the
-// nearest pixel, both ends of a line are drawn, what lies outside is cut off.
+// A picture to draw on. Coordinates are pixels from the top left corner. Points are rounded to the
+// nearest pixel. A line includes both of its ends. Nothing is drawn outside the picture.
 class Canvas {
  public:
   virtual ~Canvas() = default;
 
   virtual int Width() const = 0;
   virtual int Height() const = 0;
-  // The picture's contents are undefined until the next Clear.
+  // Leaves the contents undefined until the next Clear.
   virtual void SetSize(int width, int height) = 0;
 
   virtual void Clear(Color background) = 0;
@@ -43,17 +43,18 @@ class Canvas {
 
   virtual void Pixel(Point at) = 0;
   virtual void Line(Point from, Point to) = 0;
-  // Top left corner at `at`, transparent background. 8-bit text.
+  // Draws 8-bit text with its top left corner at `at`, on a transparent background.
   virtual void Text(Point at, std::string_view text) = 0;
 
-  // Runs: the same pixels as the single calls, in one call.
+  // Runs. One call draws the same pixels as many single calls.
   // Pixels at (first.x + k * step, first.y) for k from 0 to count - 1.
   virtual void PixelRow(Point first, double step, int count);
   virtual void PixelColumn(Point first, double step, int count);
   // Lines from each point to the next.
   virtual void Polyline(std::span<const Point> points);
 
-  // An off-screen picture of the same size and contents; and the way back.
+  // MakeCopy returns an off-screen picture with the same size and contents. CopyFrom copies the
+  // size and contents of another picture into this one.
   virtual std::unique_ptr<Canvas> MakeCopy() const = 0;
   virtual void CopyFrom(const Canvas& other) = 0;
 };

@@ -6,7 +6,7 @@
 
 namespace oriolemark {
 
-// A check box. Its handler runs when the value changes, whoever changed it.
+// A check box. The handler runs when the value changes, by the user or by code.
 class CheckBox : public Control {
  public:
   explicit CheckBox(std::function<void()> click = {}) : click_(std::move(click)) {}

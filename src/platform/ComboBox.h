@@ -10,11 +10,11 @@ namespace oriolemark {
 
 enum class ComboStyle {
   Free,      // any text can be typed
-  ListOnly,  // only an entry can be chosen; its text is empty while none is
+  ListOnly,  // only entries can be chosen; the text is empty if none is chosen
 };
 
-// A list with a text box. The handler runs when an entry is chosen, by the user or by code, and
-// when the user's edit of the text ends in another text; a text that code writes runs nothing.
+// A list with a text box. The handler runs when the user or code chooses an entry, and when the
+// user's edit changes the text. It does not run when code writes the text.
 class ComboBox : public Control {
  public:
   static constexpr int kNone = -1;
@@ -32,21 +32,21 @@ class ComboBox : public Control {
     Tell();
   }
 
-  // Behind those that are there.
+  // Appends to the list.
   void AddItems(const std::vector<std::string>& items) {
     items_.insert(items_.end(), items.begin(), items.end());
     Tell();
   }
 
   const std::string& Text() const { return text_; }
-  // A text that is no entry is skipped where only entries can be chosen.
+  // A list-only box ignores a text that is not an entry.
   void SetText(const std::string& text) {
     const int index = IndexOf(text);
     if (index == kNone && style_ == ComboStyle::ListOnly) return;
     listIndex_ = index;
     Change(text_, text);
   }
-  // Enter was pressed in the text, or the box was left.
+  // The user has pressed Enter in the text or has left the box.
   void EndEdit(const std::string& text) {
     if (text == text_) return;
     SetText(text);
@@ -54,7 +54,7 @@ class ComboBox : public Control {
   }
 
   int ListIndex() const { return listIndex_; }
-  // An index outside the list is skipped.
+  // Ignores an index outside the list.
   void SetListIndex(int index) {
     if (index < 0 || index >= static_cast<int>(items_.size())) return;
     text_ = items_[static_cast<std::size_t>(index)];

@@ -4,8 +4,8 @@
 
 namespace oriolemark {
 
-// What every control has. A control is a record of state with a handler; looks, layout and focus
-// belong to the toolkit's side, which listens to it.
+// The base of every control. A control holds state and a handler. Looks, layout and focus belong to
+// the toolkit's side, which listens to it.
 class Control {
  public:
   Control() = default;
@@ -17,14 +17,14 @@ class Control {
   bool Visible() const { return visible_; }
   void SetVisible(bool visible) { Change(visible_, visible); }
 
-  // The one listener, the toolkit's side: told after each change of state.
+  // The only listener, on the toolkit's side. Called after each change of state.
   std::function<void()> onChanged;
 
  protected:
   void Tell() const {
     if (onChanged) onChanged();
   }
-  // Stores and tells; false when nothing changed.
+  // Stores the value and calls the listener. Returns false if nothing changed.
   template <typename Value>
   bool Change(Value& held, const Value& value) {
     if (held == value) return false;

@@ -8,31 +8,32 @@ namespace oriolemark {
 
 using Milliseconds = std::chrono::milliseconds;
 
-// One periodic alarm of an event source. Rings only while events are served; rings that were missed
-// meanwhile coalesce into one.
+// A periodic alarm of an event source. It rings only while events are served. Missed rings are
+// combined into one.
 class Alarm {
  public:
   virtual ~Alarm() = default;
-  // Rings first one period from now. A running alarm starts anew.
+  // The first ring comes one period from now. Restarts a running alarm.
   virtual void Start(Milliseconds period) = 0;
   virtual void Stop() = 0;
 };
 
 enum class UserInput { Served, HeldBack };
 
-// The seam to whatever delivers events and lets time pass: the desktop's event loop, or a virtual
-// clock. Nothing but `Waiting` calls the serving operations.
+// The interface to whatever delivers events and lets time pass: the desktop's event loop, or a
+// virtual clock. Only `Waiting` calls the serving operations.
 class EventSource {
  public:
   virtual ~EventSource() = default;
-  // Serves what is due now and returns.
+  // Serves what is due now, then returns.
   virtual void ServePending(UserInput input) = 0;
-  // Sleeps until the next event, at most `limit`, and serves it. Without a limit when negative.
+  // Sleeps until the next event, for at most `limit`, and serves it. A negative limit means no
+  // limit.
   virtual void ServeNext(Milliseconds limit, UserInput input) = 0;
-  // Blocks: nothing is served.
+  // Blocks without serving events.
   virtual void Block(Milliseconds time) = 0;
   virtual std::unique_ptr<Alarm> MakeAlarm(std::function<void()> ring) = 0;
-  // Wakes a sleeping `ServeNext` so that a changed condition is looked at.
+  // Wakes a sleeping `ServeNext`, so that its caller checks its condition again.
   virtual void Wake() = 0;
 };
 

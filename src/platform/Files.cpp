@@ -27,8 +27,8 @@ File Open(const fs::path& path, const char* mode) {
   return File(std::fopen(path.c_str(), mode));
 }
 
-// Why this is no file to open: a folder, something that is not a file at all, or a path that leads
-// nowhere, round a loop for instance.
+// Returns why the path cannot be opened as a file: it is a folder or a device, or leads nowhere,
+// for example round a loop of links. Returns nothing if it can.
 std::optional<std::string> RefuseKind(const fs::path& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
@@ -40,7 +40,7 @@ std::optional<std::string> RefuseKind(const fs::path& path) {
                                                    : std::optional(Describe(error.value()));
 }
 
-// Where the link leads to in the end, whether there is a file or not. Links never form a loop here.
+// Returns the final target of the link, whether or not it exists. Links cannot form a loop here.
 fs::path FollowLinks(fs::path path) {
   std::error_code error;
   while (fs::is_symlink(path, error)) {
@@ -51,7 +51,7 @@ fs::path FollowLinks(fs::path path) {
   return path;
 }
 
-// Written down to the disk: 0, or the error number of the first step that failed.
+// Writes the bytes down to the disk. Returns 0, or the error number of the first step that failed.
 int WriteAll(File file, std::string_view bytes, const SyncFile& sync) {
   errno = 0;
   const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
@@ -60,13 +60,13 @@ int WriteAll(File file, std::string_view bytes, const SyncFile& sync) {
   return std::fclose(file.release()) == 0 || error != 0 ? error : errno;
 }
 
-// A name of our own in the same folder.
+// The name of our temporary file in the same folder.
 fs::path BesideOf(const fs::path& path) {
   return path.parent_path() / ("." + path.filename().native() + ".saving");
 }
 
-// A new file, never one that a link or another program has put there. What an ended program has
-// left under the name is taken away.
+// Creates a new file; never opens one that a link or another program has put there. First removes
+// what an ended program has left under this name.
 File MakeBeside(const fs::path& beside) {
   std::error_code error;
   fs::remove(beside, error);
@@ -77,13 +77,13 @@ WriteFailure Failed(WriteFailure::Step step, int error) {
   return {step, Describe(error)};
 }
 
-// A disk without room, for bytes or for one more file, is no reason to empty the old file.
+// Whether the disk has no room for more bytes or files. The old file is then not overwritten.
 bool IsFull(int error) {
   return error == ENOSPC || error == EDQUOT;
 }
 
-// Writes a new file and puts it in the target's place. Nothing where the folder refuses that, else
-// the error number, 0 for none.
+// Writes a new file and renames it over the target. Returns 0, or the error number, or nothing if
+// the folder refuses the new file.
 std::optional<int> WriteBeside(const fs::path& target, std::string_view bytes,
                                const SyncFile& sync) {
   const fs::path beside = BesideOf(target);
@@ -121,7 +121,7 @@ std::optional<WriteFailure> WriteFile(const std::string& path, std::string_view 
   if (auto refusal = RefuseKind(path)) return WriteFailure{Step::Open, *std::move(refusal)};
   const fs::path target = FollowLinks(path);
   std::error_code error;
-  // Opened and not emptied: only to learn whether it may be written.
+  // Opens without emptying the file, only to check that it may be written.
   if (fs::exists(target, error) && !Open(target, "ab")) return Failed(Step::Open, errno);
   std::optional<int> outcome = WriteBeside(target, bytes, sync);
   if (!outcome) {

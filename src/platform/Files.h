@@ -9,30 +9,32 @@
 
 namespace oriolemark {
 
-// Whole files. Paths are UTF-8; error texts are the system's own words (UTF-8). Only plain files
-// are opened: a pipe or a device could keep the program waiting for ever.
+// Reads and writes whole files. Paths are UTF-8. Error texts are the system's own words (UTF-8).
+// Only regular files are opened, because a pipe or a device could block the program for ever.
 
 struct FileContents {
   std::string bytes;
-  std::optional<std::string> error;  // the file could not be opened
+  std::optional<std::string> error;  // set if the file could not be opened
 };
 
-// At most the first `limit` bytes of the file, and of those what can be read.
+// Reads at most `limit` bytes from the start of the file. If reading stops early, returns what was
+// read, without an error.
 FileContents ReadFile(const std::string& path, std::size_t limit);
 
-// Brings what was written to the disk itself; false, with errno set, where that fails.
+// Flushes what was written to the disk itself. Returns false and sets errno on failure.
 using SyncFile = std::function<bool(std::FILE* file)>;
 
 struct WriteFailure {
-  enum class Step { Open, Write };  // the file may not be written, or the disk takes no bytes
+  enum class Step { Open, Write };  // opening the file for writing failed, or writing its bytes
   Step step;
   std::string text;
 };
 
-// Replaces the file, or makes it, so that whoever ends the program or the power meanwhile leaves
-// the old contents or the new ones, and so does any failure. Links are followed and the file's
-// rights kept; the name ".NAME.saving" beside it is ours, and what an ended program has left there
-// goes. Where the folder refuses the new file, it is written in place, and has no such protection.
+// Replaces or creates the file. If the program or the power ends meanwhile, or a step fails, the
+// file holds either its old contents or the new ones. Follows links and keeps the file's
+// permissions. Writes the new file as ".NAME.saving" in the same folder first, and removes one that
+// an ended program has left there. If the folder refuses this new file, writes the target in place,
+// without this protection.
 std::optional<WriteFailure> WriteFile(const std::string& path, std::string_view bytes,
                                       const SyncFile& sync);
 

@@ -38,7 +38,7 @@ void Form::ShowModal(Waiting& waiting) {
   if (visible_) return;
   modal_ = true;
   Show();
-  // The closing of the program ends the wait with the form still up.
+  // When the program closes, the wait ends while the form is still loaded.
   if (!waiting.WaitForUser([this] { return !loaded_; })) Unload();
   modal_ = false;
 }
@@ -68,7 +68,7 @@ void Form::BringToFront() {
 bool Form::Unload() {
   if (!loaded_) return true;
   if (!Form_QueryUnload()) return false;
-  // Unloaded before the handlers run, so that nothing that they set off unloads it again.
+  // Marks the form unloaded before the handlers run, so that nothing they start unloads it again.
   loaded_ = false;
   Hide();
   Form_Unload();

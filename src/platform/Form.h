@@ -11,9 +11,9 @@ class Waiting;
 
 // A window. Its controls are members of the class derived from it, its handlers member functions.
 //
-// A form is loaded by the first touch and unloaded when it is closed; the object outlives both, so
-// that a handler that is running further down the stack still has its members. The toolkit's side
-// listens, and tells the form of its size and of the user's wish to close it.
+// A form is loaded when it is first shown and unloaded when it is closed. The object outlives both,
+// so a handler that is still running further down the stack keeps its members. The toolkit's side
+// listens to the form, and reports its size and the user's wish to close it.
 class Form {
  public:
   Form() = default;
@@ -23,7 +23,7 @@ class Form {
 
   const std::string& Caption() const { return caption_; }
   void SetCaption(const std::string& caption);
-  // A text of the form's owner: views of the data sheet keep their slot number here.
+  // A text for the form's owner. Views of the data sheet keep their slot number here.
   const std::string& Tag() const { return tag_; }
   void SetTag(const std::string& tag) { tag_ = tag; }
 
@@ -31,17 +31,18 @@ class Form {
   bool Visible() const { return visible_; }
   bool Modal() const { return modal_; }
 
-  // Runs Form_Load unless the form is loaded.
+  // Runs Form_Load, unless the form is loaded.
   void Load();
-  // Loads, and makes the form visible.
+  // Loads the form and makes it visible.
   void Show();
   // Shows the form in front of all others and waits until it is unloaded.
   void ShowModal(Waiting& waiting);
-  // The same for a dialog; whether its OK has accepted what the user chose.
+  // Does the same for a dialog. Returns whether OK has accepted what the user chose.
   bool AskModal(Waiting& waiting);
   void Hide();
   void BringToFront();
-  // Asks Form_QueryUnload; hides, runs Form_Unload, and is true unless that refused.
+  // Asks Form_QueryUnload and returns false if that refuses. Otherwise hides the form, runs
+  // Form_Unload and returns true.
   bool Unload();
   // Draws the window now, without serving events.
   void Repaint() const;
@@ -49,11 +50,11 @@ class Form {
   // Position and size of the window.
   const UnitRect& Place() const { return place_; }
   void Move(const UnitRect& place);
-  // Room inside the window, as the toolkit's side has told it.
+  // Room inside the window, as the toolkit's side has reported it.
   double InnerWidth() const { return innerWidth_; }
   double InnerHeight() const { return innerHeight_; }
 
-  // The toolkit's side only: the window was moved or sized. Runs Form_Resize when the room inside
+  // For the toolkit's side only: the window was moved or sized. Runs Form_Resize if the room inside
   // has changed and the form is loaded.
   void NotePlace(const UnitRect& place) { place_ = place; }
   void NoteInnerSize(double width, double height);
@@ -61,7 +62,7 @@ class Form {
   virtual void Form_Load() {}
   virtual void Form_Resize() {}
 
-  // The one listener, the toolkit's side.
+  // The only listeners, on the toolkit's side.
   std::function<void()> onChanged;
   std::function<void()> onMoved;
   std::function<void()> onFront;
@@ -71,7 +72,7 @@ class Form {
   // False refuses the close.
   virtual bool Form_QueryUnload() { return true; }
   virtual void Form_Unload() {}
-  // The end of an OK handler.
+  // Ends an OK handler.
   void Accept();
 
  private:

@@ -6,7 +6,7 @@
 
 namespace oriolemark {
 
-// A text that a rule changes.
+// A text that changes while the program runs.
 class Label : public Control {
  public:
   const std::string& Text() const { return text_; }

@@ -8,15 +8,15 @@
 
 namespace oriolemark {
 
-// An entry of a menu, or the root of a further one. The caption is UTF-8; "&" in it stands before
-// the access key, and "&&" for itself.
+// An entry of a menu, or the root of a submenu. The caption is UTF-8. "&" marks the access key;
+// "&&" is a plain "&".
 class MenuEntry : public Control {
  public:
   MenuEntry() = default;
   explicit MenuEntry(std::string caption, std::function<void()> click = {})
       : caption_(std::move(caption)), click_(std::move(click)) {}
 
-  // How tests find the entry, and the keys that click it ("Ctrl+N").
+  // The name by which tests find the entry, and its shortcut keys ("Ctrl+N").
   std::string name;
   std::string keys;
 
@@ -25,7 +25,7 @@ class MenuEntry : public Control {
   bool Checked() const { return checked_; }
   void SetChecked(bool checked) { Change(checked_, checked); }
 
-  // The entries of the menu that opens here, if there are any.
+  // The entries of the submenu that opens here, if there is one.
   std::vector<MenuEntry*> submenu;
 
   void SetClick(std::function<void()> click) { click_ = std::move(click); }
@@ -39,7 +39,7 @@ class MenuEntry : public Control {
   bool checked_ = false;
 };
 
-// One row of a menu: an entry with all that is fixed of it. A row without an entry is a separator.
+// One row of a menu: an entry and its fixed properties. A row without an entry is a separator.
 struct MenuRow {
   MenuEntry* entry = nullptr;
   const char* name = "";
@@ -48,7 +48,7 @@ struct MenuRow {
   const char* keys = "";
 };
 
-// Gives each entry what its row says. The entries in their order, null for a separator.
+// Fills each entry from its row. Returns the entries in their order, null for a separator.
 inline std::vector<MenuEntry*> MakeMenu(std::vector<MenuRow> rows) {
   std::vector<MenuEntry*> entries;
   for (MenuRow& row : rows) {

@@ -7,9 +7,9 @@
 
 namespace oriolemark {
 
-// An array of option buttons, of which at most one is selected: all off is a state of its own. The
-// handler runs with the index each time an option becomes selected, whoever selected it; taking a
-// selection away runs nothing.
+// A group of option buttons. At most one is selected; none selected is a valid state. The handler
+// runs with the index each time an option becomes selected, by the user or by code. It does not run
+// when a selection is taken away.
 class OptionGroup : public Control {
  public:
   static constexpr int kNone = -1;

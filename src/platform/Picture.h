@@ -14,9 +14,9 @@ namespace oriolemark {
 // Shape of the mouse pointer over a picture.
 enum class MousePointer { Arrow, WestEast, NorthSouth };
 
-// A picture that moves inside the area behind it. Position and size are pixels, relative to that
-// area; the size may be far beyond any screen. Its canvas has the same size, or none where so many
-// pixels are too much to draw.
+// A picture that moves inside the area behind it. Position and size are in pixels, relative to that
+// area. The size may be far larger than any screen. The canvas has the same size, or no size if
+// that would be too many pixels to draw.
 class Picture : public Control {
  public:
   explicit Picture(std::unique_ptr<Canvas> canvas) : canvas_(std::move(canvas)) {}
@@ -36,15 +36,15 @@ class Picture : public Control {
     top_ = top;
     if (old != std::pair(left, top)) Tell();
   }
-  // Not told by itself: a size is followed by NoteDrawn.
+  // Does not notify the listener: NoteDrawn follows it.
   void SetSize(int width, int height) {
     width_ = width;
     height_ = height;
   }
-  // What the picture shows, in words. Not told by itself either.
+  // A description of the picture in words. Changing it does not notify the listener either.
   const std::string& Description() const { return description_; }
   void SetDescription(std::string text) { description_ = std::move(text); }
-  // The picture was sized or drawn anew: the listener is told once for the whole drawing.
+  // Notifies the listener, once for the whole drawing, that the picture was sized or redrawn.
   void NoteDrawn() const { Tell(); }
 
   MousePointer Pointer() const { return pointer_; }
@@ -54,7 +54,7 @@ class Picture : public Control {
     if (onPointer) onPointer();
   }
 
-  // The user's mouse, at a pixel of the picture; any button.
+  // Mouse events at a pixel of the picture, from any button.
   void MouseDown(double x, double y) const { Call(mouseDown, x, y); }
   void MouseMove(double x, double y) const { Call(mouseMove, x, y); }
   void MouseUp(double x, double y) const { Call(mouseUp, x, y); }
@@ -65,7 +65,7 @@ class Picture : public Control {
   MouseHandler mouseMove;
   MouseHandler mouseUp;
 
-  // Listener of the toolkit's side, beside onChanged: the pointer has another shape.
+  // The second listener on the toolkit's side, beside onChanged: the pointer's shape has changed.
   std::function<void()> onPointer;
 
  private:

@@ -7,10 +7,10 @@
 
 namespace oriolemark {
 
-// A menu that opens at the mouse pointer. The entries belong to its form; null is a separator.
+// A menu that opens at the mouse pointer. The form owns the entries; null is a separator.
 struct PopupMenu {
   std::vector<MenuEntry*> entries;
-  // The toolkit's side opens it.
+  // The toolkit's side opens the menu here.
   std::function<void()> onPopup;
 
   void Popup() const {

@@ -4,7 +4,7 @@
 
 namespace oriolemark {
 
-// A bar from 0 to 100. Values outside are refused: the bar keeps what it shows.
+// A bar from 0 to 100. It ignores values outside that range.
 class ProgressBar : public Control {
  public:
   double Value() const { return value_; }

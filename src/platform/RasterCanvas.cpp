@@ -12,12 +12,12 @@
 namespace oriolemark {
 namespace {
 
-// Points within this many pixels are rounded and drawn as they are. Lines from beyond are cut to
-// the surroundings of the picture first, so that no product below leaves 64 bits.
+// Points within this many pixels are rounded and drawn as they are. A line that reaches further is
+// first cut to the area around the picture, so that no product below exceeds 64 bits.
 constexpr double kReach = 1 << 28;
-// Room for the width of any pen around the picture, when a line is cut.
+// Margin around the picture to which a line is cut. It has room for any pen's width.
 constexpr double kSurroundings = 100;
-// Dots of a dotted line, and the gaps between them, in pixels.
+// Length in pixels of the dots of a dotted line and of the gaps between them.
 constexpr std::int64_t kDot = 2;
 // A text that begins further to the left or above cannot reach the picture.
 constexpr double kTextReach = 30000;
@@ -30,7 +30,7 @@ bool InReach(Point at) {
   return std::abs(at.x) <= kReach && std::abs(at.y) <= kReach;
 }
 
-// RoundToInt for what is in reach: at this size a double has no bits left for a fraction, and its
+// RoundToInt for values in reach. At this size a double has no bits left for a fraction, and its
 // low bits are the integer.
 int RoundInReach(double value) {
   constexpr double kNoFraction = 3.0 * (std::int64_t{1} << 51);
@@ -46,7 +46,8 @@ struct Part {
   double to = 1;
 };
 
-// Narrows the part of a line whose coordinate, `start` + t * `way`, lies within low to high.
+// Narrows the part of a line to where its coordinate, `start` + t * `way`, lies within low to high.
+// Returns false if nothing remains.
 bool Narrow(Part& part, double start, double way, double low, double high) {
   if (way == 0) return start >= low && start <= high;
   double enter = (low - start) / way;
@@ -57,7 +58,7 @@ bool Narrow(Part& part, double start, double way, double low, double high) {
   return part.from <= part.to;
 }
 
-// Cuts a line to the surroundings of a picture; false when it misses them.
+// Cuts a line to the surroundings of a picture. Returns false if the line misses them.
 bool Cut(Point& from, Point& to, int width, int height) {
   const Point start = from;
   const Point way{to.x - from.x, to.y - from.y};
@@ -76,7 +77,7 @@ struct Steps {
   int last;
 };
 
-// The steps k, from 0 to count - 1, at which start + k * step can be a pixel of 0 to limit - 1.
+// The steps k, from 0 to count - 1, at which start + k * step can be a pixel from 0 to limit - 1.
 Steps StepsInside(double start, double step, int count, int limit) {
   const double toLow = (-1 - start) / step;
   const double toHigh = (limit - start) / step;
@@ -84,7 +85,8 @@ Steps StepsInside(double start, double step, int count, int limit) {
   return {RoundToInt(std::max(0.0, std::floor(std::min(toLow, toHigh)))), RoundToInt(last)};
 }
 
-// Calls `put` with each pixel of a run of dots along one axis, 0 to limit - 1, once or more.
+// Calls `put` for each pixel of a run of dots along one axis, from 0 to limit - 1. A pixel may be
+// put more than once.
 template <typename Put>
 void WalkRun(double start, double step, int count, int limit, Put put) {
   if (count <= 0 || !std::isfinite(start) || !std::isfinite(step)) return;
@@ -112,8 +114,8 @@ struct Rows {
   std::int64_t high;
 };
 
-// How far a line that goes `across` columns to the right and `down` rows away has got, in rows, at
-// the first and at the last of its pixels in its column `k`.
+// The rows of a line's first and last pixel in its column `k`, counted from the line's start. The
+// line goes `across` columns to the right and `down` rows up or down.
 Rows RowsInColumn(std::int64_t across, std::int64_t down, std::int64_t k) {
   if (down <= across) {
     const std::int64_t row = (2 * k * down + across) / (2 * across);
@@ -131,8 +133,8 @@ void RasterCanvas::SetSize(int width, int height) {
   height_ = std::max(0, height);
   const std::size_t count = static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_);
   if (count == pixels_.size()) return;
-  // Anew, for a vector that shrinks keeps its memory; and empty in between, so that the memory of
-  // two pictures is never held at once.
+  // Allocates a new vector, because a shrinking one keeps its memory. Frees the old one first, so
+  // that the memory of two pictures is never held at once.
   std::vector<std::uint32_t>().swap(pixels_);
   pixels_ = std::vector<std::uint32_t>(count);
 }
@@ -163,8 +165,8 @@ void RasterCanvas::Line(Point from, Point to) {
   DrawSegment({RoundToInt(from.x), RoundToInt(from.y)}, {RoundToInt(to.x), RoundToInt(to.y)});
 }
 
-// Bresenham's line, begun at the first step that can be seen: a step of the longer axis each, and
-// the error of the shorter one carried along in units of half a step.
+// Bresenham's line, from its first visible step. Each step moves one pixel along the longer axis.
+// The error of the shorter axis is carried along in units of half a step.
 void RasterCanvas::DrawSegment(PixelPoint from, PixelPoint to) {
   const std::int64_t wayX = std::int64_t{to.x} - from.x;
   const std::int64_t wayY = std::int64_t{to.y} - from.y;
@@ -233,7 +235,7 @@ void RasterCanvas::Polyline(std::span<const Point> points) {
   }
 }
 
-// Below two points a column single lines are as fast.
+// Below two points a column, single lines are as fast. Points that turn back cannot be filled.
 bool RasterCanvas::WorthColumns(const std::vector<PixelPoint>& points) const {
   if (points.size() < 2) return false;
   const std::int64_t columns = std::int64_t{points.back().x} - points.front().x + 1;
@@ -253,8 +255,8 @@ void RasterCanvas::FillColumn(int x, int low, int high) {
   for (int y = low; y <= high; ++y, at += stride) pixels_[at] = pixel;
 }
 
-// What never turns back enters and leaves a column once, and its lines there hang together at their
-// ends: their pixels are one run of rows.
+// Draws a polyline that never turns back. It passes each column once, and its lines in a column
+// join end to end. So their pixels form one run of rows, which is filled at once.
 void RasterCanvas::FillColumns(const std::vector<PixelPoint>& points) {
   int column = points.front().x;
   int low = points.front().y;
@@ -274,7 +276,7 @@ void RasterCanvas::FillColumns(const std::vector<PixelPoint>& points) {
     const std::int64_t down = std::abs(std::int64_t{to.y} - from.y);
     const std::int64_t seen = std::max<std::int64_t>(0, -std::int64_t{from.x});
     for (std::int64_t k = seen; from.x + k <= std::min(to.x, width_ - 1); ++k) {
-      // With the 1 known, nothing is left to divide.
+      // With a constant 1 the compiler has nothing to divide.
       const Rows rows = across == 1 ? RowsInColumn(1, down, k) : RowsInColumn(across, down, k);
       const int one = static_cast<int>(to.y < from.y ? from.y - rows.low : from.y + rows.low);
       const int other = static_cast<int>(to.y < from.y ? from.y - rows.high : from.y + rows.high);

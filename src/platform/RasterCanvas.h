@@ -7,11 +7,13 @@
 
 namespace oriolemark {
 
-// A picture of 32-bit pixels, the same pixels on every desktop, texts excepted. Coordinates may be
-// any doubles: what lies outside costs no time, and what is not a finite number draws nothing.
+// A picture of 32-bit pixels. All desktops draw the same pixels, except in texts. Coordinates may
+// be any doubles. What lies outside the picture costs no time. A coordinate that is not finite
+// draws nothing.
 class RasterCanvas final : public Canvas {
  public:
-  // Paints a text with its top left corner at (x, y), which may lie outside, onto the pixels.
+  // Paints a text onto the pixels. (x, y) is its top left corner, which may lie outside the
+  // picture.
   using TextPainter = std::function<void(RasterCanvas& canvas, int x, int y, std::string_view text,
                                          Color color, bool bold)>;
 
@@ -22,16 +24,16 @@ class RasterCanvas final : public Canvas {
   // Negative sizes count as 0.
   void SetSize(int width, int height) override;
 
-  // Row after row from the top, each pixel 0xFFRRGGBB, Width() pixels a row without padding. Valid
-  // until the next SetSize or CopyFrom.
+  // The pixels, row by row from the top, each 0xFFRRGGBB. A row has Width() pixels without padding.
+  // Valid until the next SetSize or CopyFrom.
   const std::uint32_t* Pixels() const { return pixels_.data(); }
   std::uint32_t* Pixels() { return pixels_.data(); }
-  // Pixels that memory is held for.
+  // The number of pixels that memory is allocated for.
   std::size_t Capacity() const { return pixels_.capacity(); }
 
   void Clear(Color background) override;
   void SetColor(Color color) override { color_ = color; }
-  // A line of width 2 covers each of its points, its left and its upper neighbour.
+  // A line of width 2 covers, at each of its points, that pixel and its left and upper neighbours.
   void SetLineWidth(int pixels) override { lineWidth_ = pixels > 1 ? pixels : 1; }
   void SetPenStyle(PenStyle style) override { style_ = style; }
   void SetBold(bool bold) override { bold_ = bold; }
@@ -45,10 +47,10 @@ class RasterCanvas final : public Canvas {
 
   // The copy has the same text painter and drawing state.
   std::unique_ptr<Canvas> MakeCopy() const override;
-  // Takes over size and contents; what is no raster is skipped.
+  // Copies size and contents. Ignores a canvas that is not a raster.
   void CopyFrom(const Canvas& other) override;
 
-  // Without one no text is drawn.
+  // If empty, no text is drawn.
   TextPainter textPainter;
 
  private:

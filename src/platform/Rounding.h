@@ -2,8 +2,8 @@
 
 namespace oriolemark {
 
-// To the nearest integer, ties to even. Values outside the range of int stop at its ends; what is
-// not a number is 0.
+// Rounds to the nearest integer, ties to even. A value outside the range of int gives the nearest
+// end of that range. NaN gives 0.
 int RoundToInt(double value);
 
 }  // namespace oriolemark

@@ -6,13 +6,13 @@
 namespace oriolemark {
 
 // Turns the bytes of the instrument's screen memory into colours, 0x00RRGGBB. Each operation fills
-// as many colours as there are bytes, or fewer where `colours` is shorter; what lies behind stays.
+// one colour for each byte, as far as `colours` reaches, and leaves the rest unchanged.
 class ScreenColors {
  public:
   virtual ~ScreenColors() = default;
   // For instruments with a colour display.
   virtual void TransClr(std::span<const std::uint8_t> raw, std::span<std::uint32_t> colours) = 0;
-  // For the others.
+  // For instruments without one.
   virtual void TransMono(std::span<const std::uint8_t> raw, std::span<std::uint32_t> colours) = 0;
 };
 

@@ -7,18 +7,18 @@
 
 namespace oriolemark {
 
-// A scroll bar from 0 to 100. The handler runs when the value changes, whoever changed it.
+// A scroll bar from 0 to 100. The handler runs when the value changes, by the user or by code.
 class ScrollBar : public Control {
  public:
   explicit ScrollBar(std::function<void()> change = {}) : change_(std::move(change)) {}
 
   double Value() const { return value_; }
-  // A value outside 0 to 100 is skipped.
+  // Ignores a value outside 0 to 100.
   void SetValue(double value) {
     if (value < 0 || value > 100) return;
     if (Change(value_, value) && change_) change_();
   }
-  // The visible share of what is scrolled, in per cent: one page of the bar.
+  // The visible part of the contents, in per cent: one page of the bar.
   double PageStep() const { return pageStep_; }
   void SetPageStep(double percent) { Change(pageStep_, percent); }
 

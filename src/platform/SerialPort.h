@@ -7,28 +7,27 @@
 
 namespace oriolemark {
 
-// A serial line with event codes. Operations that can fail give the system's text of
-// the error (UTF-8).
+// A serial line with event codes. An operation that fails returns the system's error text (UTF-8).
 class SerialPort {
  public:
   virtual ~SerialPort() = default;
 
   virtual bool IsOpen() const = 0;
   virtual void Close() = 0;
-  // In the form "9600,n,8,1". What the port refuses shows at Open.
+  // Has the form "9600,n,8,1". Open reports settings that the port refuses.
   virtual void SetSettings(const std::string& settings) = 0;
   // 1 is "COM1", 2 is "COM2".
   virtual void SetPort(int number) = 0;
-  // The device that a port number leads to, in words for the user: its path; empty where none.
+  // The path of the device behind a port number, shown to the user; empty if there is none.
   virtual std::string DeviceOf(int number) const = 0;
-  // Opens with no handshaking; bytes that came before are discarded.
+  // Opens the port without handshaking and discards bytes that came before.
   virtual std::optional<std::string> Open() = 0;
-  // All bytes have been handed to the system when it returns without an error.
+  // Hands all bytes to the system before it returns without an error.
   virtual std::optional<std::string> Write(std::string_view bytes) = 0;
-  // Takes the bytes that wait.
+  // Removes and returns the bytes that have arrived.
   virtual std::string Read() = 0;
-  // Looks at the modem lines and at the driver's error counters, and raises their events. Called
-  // once a tick; quiet where the device has none.
+  // Checks the modem lines and the driver's error counters, and raises their events. Called once a
+  // tick. Does nothing if the device has none.
   virtual void PollLines() = 0;
 
   // Raised on the application's own thread while events are served. The handler must not wait.
@@ -47,7 +46,7 @@ inline constexpr int kFraming = 1004;
 inline constexpr int kOverrun = 1006;
 inline constexpr int kBufferOverflow = 1008;
 inline constexpr int kParity = 1009;
-// Not in any list: the port has gone.
+// The port has vanished. This code has no status text of its own.
 inline constexpr int kVanished = 1099;
 }  // namespace serial_event
 

@@ -5,13 +5,13 @@
 
 namespace oriolemark {
 
-// The user's own settings: texts under section and key, kept from run to run. What cannot be read
-// counts as not there; what cannot be written is lost without a message.
+// The user's own settings: texts under section and key, kept from run to run. A setting that cannot
+// be read counts as missing. A setting that cannot be written is lost without a message.
 class SettingsStore {
  public:
   virtual ~SettingsStore() = default;
   virtual std::optional<std::string> Read(const std::string& section, const std::string& key) = 0;
-  // Written to the disk before it returns.
+  // Writes to the disk before it returns.
   virtual void Write(const std::string& section, const std::string& key,
                      const std::string& value) = 0;
 };

@@ -8,7 +8,7 @@
 
 namespace oriolemark {
 
-// Panes docked at an edge of the main window, each a form under a key.
+// Panes docked at an edge of the main window. Each pane is a form with a key.
 class TabDock : public Control {
  public:
   struct Pane {

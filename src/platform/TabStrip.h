@@ -7,8 +7,8 @@
 
 namespace oriolemark {
 
-// A row of tabs of which one is selected. The handler runs when the selection changes, whoever
-// changed it.
+// A row of tabs, one of which is selected. The handler runs when the selection changes, by the user
+// or by code.
 class TabStrip : public Control {
  public:
   explicit TabStrip(int count, std::function<void()> changed = {})
@@ -16,12 +16,12 @@ class TabStrip : public Control {
 
   int Count() const { return count_; }
   int Selected() const { return selected_; }
-  // An index outside the row is skipped.
+  // Ignores an index outside the row.
   void Select(int index) {
     if (index < 0 || index >= count_) return;
     if (Change(selected_, index) && changed_) changed_();
   }
-  // So many tabs forward, or backward for a negative number, round the ends.
+  // Moves the selection by so many tabs, backward for a negative number, and wraps at the ends.
   void Step(int steps) { Select(((selected_ + steps) % count_ + count_) % count_); }
 
  private:

@@ -4,7 +4,7 @@
 
 namespace oriolemark {
 
-// A text that the user can edit too. The text is what stands in the box at any moment.
+// A text that the user can edit. Text() is always what the box shows.
 class TextBox : public Label {};
 
 }  // namespace oriolemark

@@ -4,8 +4,8 @@
 
 namespace oriolemark {
 
-// A timer of a window. Ticks every `interval` ms while enabled; never with an interval of 0 or
-// less, and never inside its own handler.
+// A timer of a window. It ticks every `interval` ms while enabled. It never ticks with an interval
+// of 0 or less, and never inside its own handler.
 class Timer {
  public:
   Timer(EventSource& events, int interval, std::function<void()> tick);
@@ -13,11 +13,11 @@ class Timer {
   Timer& operator=(const Timer&) = delete;
 
   int Interval() const { return interval_; }
-  // A running timer counts the new interval from now.
+  // Restarts a running timer with the new interval.
   void SetInterval(int milliseconds);
 
   bool Enabled() const { return enabled_; }
-  // Enabling a timer that runs already does not start its interval anew.
+  // Enabling a running timer does not restart its interval.
   void SetEnabled(bool enabled);
 
  private:

@@ -141,7 +141,8 @@ void TreeView::StartLabelEdit() const {
 }
 
 void TreeView::EndLabelEdit(TreeNode node, std::string text) {
-  // The widget shows the user's text; what the handler tells comes after the node's own is back.
+  // The widget still shows the user's text. It puts the node's own text back before the handler
+  // reports anything.
   Tell();
   if (!Exists(node)) return;
   const TreeNode clicked = Selected();

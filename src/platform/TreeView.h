@@ -9,18 +9,18 @@
 
 namespace oriolemark {
 
-// Identity of a node: never used again for another one, so that a reference to a node that has gone
-// is harmless. Operations on it do nothing and read as empty.
+// Identity of a node. It is never reused, so a reference to a removed node is harmless: operations
+// on it do nothing and read as empty.
 using TreeNode = int;
 inline constexpr TreeNode kNoNode = 0;
 
-// A tree with pictures, one node selected at the most. The path separator is a backslash.
+// A tree with pictures and at most one selected node. The path separator is a backslash.
 class TreeView : public Control {
  public:
   void Clear();
-  // At the end of the parent's children; at the top level under kNoNode.
+  // Adds the node behind the parent's other children, or at the top level under kNoNode.
   TreeNode Add(TreeNode parent, const std::string& text, int image);
-  // With all its children.
+  // Removes the node and all its children.
   void Remove(TreeNode node);
 
   bool Exists(TreeNode node) const { return nodes_.contains(node); }
@@ -28,7 +28,7 @@ class TreeView : public Control {
   // The first node of the top level.
   TreeNode First() const;
   TreeNode Parent(TreeNode node) const;
-  // In the order in which they are shown.
+  // In the order on the screen.
   std::vector<TreeNode> Children(TreeNode node) const;
   std::string FullPath(TreeNode node) const;
 
@@ -37,27 +37,27 @@ class TreeView : public Control {
   int Image(TreeNode node) const;
   bool Expanded(TreeNode node) const;
   void SetExpanded(TreeNode node, bool expanded);
-  // A sorted node shows its children by their texts.
+  // A sorted node shows its children in the order of their texts.
   bool Sorted(TreeNode node) const;
   void SetSorted(TreeNode node, bool sorted);
 
   TreeNode Selected() const { return Exists(selected_) ? selected_ : kNoNode; }
-  // What is not in the tree is skipped.
+  // Ignores a node that is not in the tree.
   void Select(TreeNode node);
-  // For a tree that was cleared and built anew: the node at the place where the selection was, or
-  // the nearest one above it that shows; kNoNode without either. Labels count without a value in
-  // brackets behind them. Selects the node if it stands at the very place.
+  // For a tree that was cleared and rebuilt. Returns the node at the place of the old selection, or
+  // the nearest shown node above it, or kNoNode if there is neither. Compares labels without the
+  // value in brackets behind them. Selects the node only if it is at the very same place.
   TreeNode ReturnToPlace();
 
   // Asks the toolkit's side to open the label of the selected node for editing.
   void StartLabelEdit() const;
   // The user's edit of this node's label has ended with this text. A cancelled edit is not
-  // reported. The node is selected for the handler, which may put another text in its place; what
-  // was clicked to end the edit is selected again afterwards.
+  // reported. The node is selected while the handler runs; the handler may change the text.
+  // Afterwards the node that was clicked to end the edit is selected again.
   void EndLabelEdit(TreeNode node, std::string text);
 
-  // The user's gestures: the node is selected first, as far as there is one under the pointer.
-  // Enter stands for the double click where the form knows no keys of its own.
+  // The user's gestures. Click selects the node and comes first; the others act on the selected
+  // node. Enter acts as a double click if the form handles no keys itself.
   void Click(TreeNode node);
   void DoubleClick() const;
   void KeyDown(int code) const;
@@ -77,7 +77,7 @@ class TreeView : public Control {
   std::function<void(int button)> mouseDown;
   std::function<void(std::string& text)> afterLabelEdit;
 
-  // Listener of the toolkit's side, beside onChanged.
+  // The second listener on the toolkit's side, beside onChanged.
   std::function<void()> onStartLabelEdit;
 
  private:
@@ -101,7 +101,7 @@ class TreeView : public Control {
   std::vector<TreeNode> top_;
   TreeNode next_ = 1;
   TreeNode selected_ = kNoNode;
-  // Labels from the top down to what was selected before the last Clear.
+  // The labels from the top level down to the node that was selected before the last Clear.
   std::vector<std::string> place_;
   std::function<void()> gesture_;  // posted and not served yet
   TreeNode meant_ = kNoNode;       // the node that was selected then

@@ -4,8 +4,8 @@
 
 namespace oriolemark {
 
-// The only ways in which code lets time pass. All waits nest: a handler served inside a wait may
-// start another one. Once the program is closing every wait returns at once and serves nothing, so
+// The only ways in which code lets time pass. All waits nest: a handler that runs inside a wait may
+// start another one. Once the program is closing, every wait returns at once and serves nothing, so
 // that all nested handlers run to their ends.
 class Waiting {
  public:
@@ -14,27 +14,29 @@ class Waiting {
   // Serves what is pending and returns at once.
   void DoEvents();
 
-  // Serves events, asleep in between, until `done` holds (true) or the program is closing (false).
+  // Serves events and sleeps in between. Returns true when `done` holds, false when the program is
+  // closing.
   bool WaitUntil(const std::function<bool()>& done);
 
-  // The same for an answer of the user, to a window in front of all others: input is served at any
-  // depth, for nothing else could end the wait.
+  // The same, for the user's answer to a window in front of all others. Serves input at any depth,
+  // because nothing else could end the wait.
   bool WaitForUser(const std::function<bool()>& done);
 
-  // One turn of the same: at most `limit` asleep. For polls of a device that raises no event.
+  // One round of the same, asleep for at most `limit`; a negative limit means no limit. For loops
+  // of their own, such as the polling of a device that raises no events.
   void WaitEvents(Milliseconds limit);
 
-  // Blocks everything, timers included.
+  // Blocks everything, including timers.
   void Sleep(Milliseconds time);
 
-  // The close of the program has been accepted. Cannot be taken back.
+  // Call it when the close of the program is accepted. It cannot be undone.
   void BeginClosing();
   bool Closing() const { return closing_; }
 
   int Depth() const { return depth_; }
 
  private:
-  // From this depth of nested waits on, clicks and keys are held back until it falls.
+  // In waits nested deeper than this, clicks and keys are held back.
   static constexpr int kInputDepth = 32;
 
   enum class For { Device, User };
