@@ -10,14 +10,14 @@ namespace oriolemark {
 namespace {
 
 constexpr int kSignificantDigits = 15;
-// More decimals than any number has among its 15 digits: the smallest one begins at the 324th.
+// More decimals than the 15 digits of any double need: the smallest double begins at the 324th.
 constexpr int kAllDecimals = 340;
 
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-// The longest leading number of a text.
+// The place of the longest leading number in a text.
 struct Scan {
   std::size_t begin = 0;  // behind the blanks
   std::size_t end = 0;    // equal to `begin` where there is no number
@@ -37,7 +37,7 @@ std::size_t SkipSign(std::string_view text, std::size_t at) {
   return at < text.size() && (text[at] == '+' || text[at] == '-') ? at + 1 : at;
 }
 
-// An exponent counts only with a digit in it: "5E" is 5 and a letter.
+// An exponent counts only if it has a digit: "5E" is 5 and a letter.
 std::size_t SkipExponent(std::string_view text, std::size_t at) {
   if (at == text.size() || (text[at] != 'e' && text[at] != 'E')) return at;
   const std::size_t digits = SkipSign(text, at + 1);
@@ -59,8 +59,8 @@ Scan ScanNumber(std::string_view text) {
   return {begin, SkipExponent(text, end)};
 }
 
-// Whether a number too large or too small for a double is too large. Its leading digit tells, whose
-// place the point and the exponent shift.
+// Whether a number that does not fit a double is too large rather than too small. The place of its
+// leading digit decides; the point and the exponent shift that place.
 bool IsHuge(std::string_view number) {
   const std::size_t mantissaEnd = std::min(number.find_first_of("eE"), number.size());
   const std::string_view mantissa = number.substr(0, mantissaEnd);
@@ -84,7 +84,7 @@ struct Value {
   bool overflow = false;
 };
 
-// `number` has been scanned.
+// `number` is a text that has been scanned.
 Value Evaluate(std::string_view number) {
   if (number.starts_with('+')) number.remove_prefix(1);
   double value = 0;
@@ -101,7 +101,7 @@ std::optional<std::string_view> WholeNumber(std::string_view text) {
   return text.substr(scan.begin, scan.end - scan.begin);
 }
 
-// The 15 significant digits of a positive finite number, the first of which stands for
+// The 15 significant digits of a positive finite number. The place value of the first digit is
 // 10^exponent.
 struct Decimal {
   std::string digits;
@@ -121,7 +121,7 @@ Decimal Decompose(double value) {
   return decimal;
 }
 
-// Keeps the digits down to `decimals` behind the point, ties away from zero.
+// Rounds to `decimals` digits behind the point, ties away from zero.
 void Round(Decimal& decimal, int decimals) {
   const int kept = decimal.exponent + 1 + decimals;
   if (kept >= static_cast<int>(decimal.digits.size())) return;

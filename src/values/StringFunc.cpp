@@ -13,8 +13,8 @@ namespace {
 
 enum class Scale { Multiplied, Divided, OutOfRange };
 
-// Small prefixes divide: 100 / 1e6 and 100 * 1e-6 differ in the last place, which can decide a
-// limit test.
+// Small prefixes divide, because 100 / 1e6 and 100 * 1e-6 differ in the last digit. That digit can
+// decide a limit test.
 double Apply(double value, Scale scale, double factor) {
   return scale == Scale::Divided ? value / factor : value * factor;
 }
@@ -53,7 +53,7 @@ struct Parsed {
   Prefix prefix;
 };
 
-// The instrument's marks for a value beyond its range and for an impossible one.
+// Whether the text has the instrument's mark for a value beyond its range or for an impossible one.
 bool IsMark(std::string_view text) {
   return text.find_first_of("<>*") != std::string_view::npos;
 }
@@ -82,8 +82,8 @@ Converted Convert(std::string_view text, const Unit& unit) {
 
 enum class Edge { Above, From };
 
-// One range of a unit box: values above `bound`, or from it on, that no row before has taken. The
-// last row of a table takes the rest.
+// One range of a unit box. It takes the values above `bound`, or from it on, that no earlier row
+// has taken. The last row of a table takes the rest.
 struct BoxRow {
   Edge edge;
   double bound;
@@ -92,7 +92,7 @@ struct BoxRow {
   int index;
 };
 
-// The edges of positive and of negative values differ on purpose.
+// The limits of positive and of negative values differ on purpose.
 constexpr BoxRow kVoltRows[] = {
     {Edge::Above, 1e9, Scale::OutOfRange, 1, 2},
     {Edge::From, 1e6, Scale::Divided, 1e6, 0},
@@ -230,7 +230,7 @@ UnitBoxText SetPercentToUnitBox(double fraction) {
 
 std::string ConvertTimeToUnitStr(double seconds) {
   const auto format = [](double value) { return FormatFixed(value, 1, 25); };
-  // The comparisons take no magnitude: every negative time is in nanoseconds.
+  // The comparisons keep the sign, so every negative time is in nanoseconds.
   if (seconds <= 1e-9) return format(seconds * 1e9) + "ns";
   if (seconds <= 1e-6) return format(seconds * 1e6) + "us";
   if (seconds <= 0.001) return format(seconds * 1000) + "ms";
@@ -238,7 +238,7 @@ std::string ConvertTimeToUnitStr(double seconds) {
 }
 
 std::string ConvertTrigOffsetToStr(double seconds, const AskFunction& ask) {
-  // Of the time base 15 digits count, as many as a text shows.
+  // Only 15 digits of the time base count, as many as a text shows.
   const double asked = ConvertStrToTime(ask(":TimeBase:RANGE:?")).value;
   const double timeBase = LeadingNumber(NumberText(asked));
   const bool fast = timeBase <= 0.02;
