@@ -21,7 +21,7 @@ bool DocumentFile::AskAboutChanges() {
     question.systemText = name_;
   }
   const MessageAnswer answer = prompts_.Show(question);
-  // What was interrupted goes on, whether or not the file could be saved.
+  // The interrupted command goes on, even if the file could not be saved.
   if (answer == MessageAnswer::Yes) Save();
   return answer != MessageAnswer::Cancel;
 }
@@ -55,9 +55,9 @@ bool DocumentFile::AskSaveName(const char* title, const char* filter) {
   return true;
 }
 
-// A failed write has shown its message and counts as a good one: the changes are saved.
+// A failed write has shown its message. It counts as a success: the changes are taken as saved.
 void DocumentFile::SaveUnderName() {
-  // A copy: a message of the write serves events, which may change the name in use.
+  // A copy, because a message of the write serves events, which may change the name in use.
   const std::string path = name_;
   write_(path);
   changed_ = false;

@@ -7,7 +7,7 @@
 
 namespace oriolemark {
 
-// What the file commands of one kind of document say and offer.
+// The texts of the file commands for one kind of document.
 struct DocumentWords {
   const char* changes;  // the question about unsaved changes, without the file's name
   const char* saveAsTitle;
@@ -15,31 +15,31 @@ struct DocumentWords {
   const char* saveAsFilter;
 };
 
-// Brings the file at the path into the document, or the document into the file. A failure shows its
-// message.
+// Reads the file at the path into the document, or writes the document to it. Shows a message
+// itself if that fails.
 using DocumentStep = std::function<void(const std::string& path)>;
 
-// The file of a document: how it is named, opened, saved and left.
+// The file of a document: its name, and the commands that open, save and leave it.
 class DocumentFile {
  public:
-  // `name` is the path (UTF-8) of the file in use, empty for a new document; `changed` is true
-  // while there are changes that no file holds. Both belong to the document.
+  // `name` is the path (UTF-8) of the file in use, empty for a new document. `changed` is true
+  // while the document has changes that are not in a file. The document owns both.
   DocumentFile(const DocumentWords& words, std::string& name, bool& changed, Prompts& prompts,
                DocumentStep read, DocumentStep write);
 
-  // Puts a path at the head of the recent files.
+  // Puts a path at the top of the recent files.
   DocumentStep addRecent;
 
-  // The question about unsaved changes, answered at once when there are none. False when the user
-  // cancels what was about to happen; Yes saves first.
+  // Asks whether to save the changes, if there are any. Yes saves first. Returns false if the user
+  // cancels what was about to happen.
   bool AskAboutChanges();
-  // The path of a file to open; empty when cancelled.
+  // Asks for the file to open. Returns its path, or an empty text if cancelled.
   std::string AskOpenName();
-  // Under the name in use, or after asking for one.
+  // Saves under the name in use. Asks for a name if there is none.
   void Save();
   // Always asks for a name.
   void SaveAs();
-  // Reads the file. It is in use from now on, whatever came of the reading.
+  // Reads the file and makes it the file in use, even if it could not be read.
   void Use(const std::string& path);
 
  private:
