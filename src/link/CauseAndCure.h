@@ -4,8 +4,8 @@
 
 namespace oriolemark {
 
-// What follows a message's own words: an empty line, then cause and cure as a driver knows them.
-// Nothing where it does not.
+// The end of an error message: an empty line, then the driver's cause and cure. Empty if the driver
+// does not know them.
 inline std::string CauseAndCure(const std::string& problem) {
   return problem.empty() ? "" : "\n\n" + problem;
 }

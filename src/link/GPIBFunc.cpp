@@ -67,7 +67,7 @@ void GPIBFunc::GPIBInit() {
 }
 
 void GPIBFunc::GPIBSend(std::string_view command) {
-  // A write of nothing is not defined by the call set.
+  // The calls do not define a write of no bytes.
   if (command.empty()) return;
   if (failedAtClose_) return;
   const auto length = static_cast<int>(command.size());
@@ -78,7 +78,7 @@ void GPIBFunc::GPIBSend(std::string_view command) {
 }
 
 std::string GPIBFunc::GPIBRead() {
-  // A read can block for the device's ten seconds, which a program that is closing has not.
+  // A read can block for the device's ten seconds. That is too long for a program that is closing.
   if (waiting_.Closing()) return "";
   std::array<char, kReplySize> buffer{};
   driver_.ibrd(device_, buffer);
@@ -98,8 +98,8 @@ void GPIBFunc::GPIBError(const std::string& message, int device) {
 }
 
 std::string GPIBFunc::ReadBlock(const Progress& progress) {
-  // The buffer keeps its old contents beyond what a read delivers, and all of it is taken while the
-  // message has not ended.
+  // A read that delivers fewer bytes leaves the old contents behind them in the buffer. Until END
+  // comes, the whole buffer is taken, old contents included.
   std::array<char, kPieceSize> buffer{};
   const std::string_view held(buffer.data(), buffer.size());
   std::string text;
@@ -110,7 +110,7 @@ std::string GPIBFunc::ReadBlock(const Progress& progress) {
       GPIBError("Unable to read from device", device_);
       break;
     }
-    // Looked at before events are served: a request made there has a status of its own.
+    // Checked before events are served, because a request made there changes the status.
     ended = Ended();
     const std::size_t lineEnd = held.find('\n');
     if (!ended) {

@@ -11,8 +11,8 @@
 
 namespace oriolemark {
 
-// Commands and replies over IEEE 488. A failure shows its message and takes the device offline;
-// every later call then fails and shows its own, until the next GPIBInit.
+// Commands and replies over IEEE 488. A failure shows its message and takes the device offline.
+// Every later call then fails too and shows its own message, until the next GPIBInit.
 class GPIBFunc : public Transport {
  public:
   GPIBFunc(GpibDriver& driver, const LinkSettings& settings, LinkState& state, Waiting& waiting,
@@ -21,11 +21,12 @@ class GPIBFunc : public Transport {
   // Opens and clears the device. A failure clears LinkOpened.
   void GPIBInit();
 
-  // Writes the command without a terminator and blocks 5 ms a character, also after a failure.
+  // Writes the command without a terminator, then blocks for 5 ms a character, also after a
+  // failure. An empty command does nothing.
   void GPIBSend(std::string_view command);
 
-  // One reply of at most 1024 bytes: what stands in front of its LF, empty without an LF
-  // and when the program is closing.
+  // Reads one reply of at most 1024 bytes and returns the part before its LF. Returns an empty text
+  // if there is no LF, or if the program is closing.
   std::string GPIBRead();
 
   // Shows the message with the status words and takes the device offline.
@@ -34,7 +35,7 @@ class GPIBFunc : public Transport {
   void Open() override { GPIBInit(); }
   void Send(std::string_view command) override { GPIBSend(command); }
   std::string ReadReply() override { return GPIBRead(); }
-  // Ends with the read that brings END, or fails.
+  // Ends with the read that reports END, or with a failure.
   std::string ReadBlock(const Progress& progress) override;
 
  private:
@@ -47,7 +48,8 @@ class GPIBFunc : public Transport {
   LinkState& state_;
   Waiting& waiting_;
   Prompts& prompts_;
-  // A program that is closing spends no second time-out on an instrument that has gone.
+  // A write has failed while the program was closing. Nothing more is sent, so that an instrument
+  // that has gone costs no second time-out.
   bool failedAtClose_ = false;
   int device_ = -1;  // none opened yet; 0 would be the board itself
 };

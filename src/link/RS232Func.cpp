@@ -8,7 +8,7 @@
 namespace oriolemark {
 namespace {
 
-// Silence after which a reply is given up, in ticks of 100 ms since the last data.
+// A reply is given up after this many ticks of 100 ms without data.
 constexpr int kSilentTicks = 20;
 constexpr double kShortestCharacter = 3.0;  // ms
 constexpr double kLongestSleep = 10000.0;   // ms
@@ -53,7 +53,7 @@ void RS232Func::RS232Send(std::string_view command) {
 }
 
 Milliseconds RS232Func::TimeOnLine(std::size_t characters) const {
-  // A rate that is no number, or none that a line has, gives the time of a fast line.
+  // A rate that is not a positive number counts as a fast line.
   const double baud = NumberInReply(settings_.BaudRate).value_or(0);
   const double character =
       baud > 0 ? std::max(kShortestCharacter, 30000.0 / baud) : kShortestCharacter;
@@ -68,8 +68,8 @@ std::string RS232Func::RS232Read() {
     ticks = state_.SerialTicks;
     return !state_.ReplyPending || ticks >= kSilentTicks;
   });
-  // The ticks decide, not the pending flag: a reply that a request made meanwhile has taken, and
-  // that has grown old since, is a silence too.
+  // The ticks decide, even if the flag is clear. A request made meanwhile may have received this
+  // reply and cleared the flag; if no data came for 2 s since then, that is silence too.
   if (!served || ticks >= kSilentTicks) return "";
   return state_.RxBuffer;
 }
@@ -96,7 +96,7 @@ void RS232Func::RS232OnReceive(std::string_view chunk) {
   buffer.append(chunk.substr(0, kLongestReply - std::min(before, kLongestReply)));
   state_.RxLength = static_cast<int>(buffer.size());
   state_.SerialTicks = 0;
-  // What stands in the buffer has no LF: it was cut in front of the first one.
+  // The buffer holds no LF before this chunk, because it was cut in front of the first one.
   const std::size_t lineEnd = chunk.find('\n');
   if (lineEnd == std::string_view::npos) return;
   state_.ReplyPending = false;

@@ -9,7 +9,7 @@
 
 namespace oriolemark {
 
-// The link as a whole: its state, its three ways and what chooses between them.
+// The link as a whole: its state, its three transports and the class that chooses between them.
 struct ScopeLink {
   ScopeLink(SerialPort& port, GpibDriver& gpibDriver, UsbDriver& usbDriver,
             const LinkSettings& settings, Waiting& waiting, Prompts& prompts)

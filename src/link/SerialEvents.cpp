@@ -56,8 +56,8 @@ void SerialEvents::OnComm(int code) {
     const CodeRow& row = RowOf(code);
     (row.kind == Kind::Event ? EventMsg : ErrorMsg) = row.text;
   }
-  // Neither text is ever cleared: what was noted once is shown again at each event, and an event of
-  // the line hides every later error.
+  // Neither text is ever cleared. A text that was set once is shown again at each event. After the
+  // first event of the line, no error is shown any more.
   const std::string& shown = EventMsg.empty() ? ErrorMsg : EventMsg;
   if (!shown.empty() && showStatus) showStatus("Status: " + shown);
 }

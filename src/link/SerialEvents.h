@@ -8,8 +8,8 @@
 
 namespace oriolemark {
 
-// Listens to the serial port's events for as long as it lives: hands on what arrives and reports
-// the state of the line in the status bar.
+// Listens to the serial port's events for as long as it lives. Passes on the bytes that arrive and
+// shows the state of the line in the status bar.
 class SerialEvents {
  public:
   SerialEvents(SerialPort& port, RS232Func& rs232);

@@ -1,11 +1,11 @@
 #pragma once
 
-// The keywords of the wire, each with its leading colon; their case is part of the protocol. A
-// command joins them: std::string(kDisplay) + kMenuStatus + kOff.
+// The keywords of the protocol, each with its leading colon. Upper and lower case matter. A command
+// joins keywords: std::string(kDisplay) + kMenuStatus + kOff.
 namespace oriolemark {
 
 inline constexpr const char kQuery[] = ":?";        // ends a query
-inline constexpr const char kIdentify[] = "*IDN?";  // the one query of another form
+inline constexpr const char kIdentify[] = "*IDN?";  // the only query that does not end in kQuery
 
 // Roots of settings.
 inline constexpr const char kChannel1[] = ":CHANNEL1";

@@ -23,14 +23,14 @@ bool IsExpected(const std::string& identity) {
   });
 }
 
-// Nothing without a comma.
+// Returns nothing if there is no comma.
 std::optional<std::string> FirstField(const std::string& text) {
   const std::size_t comma = text.find(',');
   if (comma == std::string::npos) return std::nullopt;
   return text.substr(0, comma);
 }
 
-// The text behind the first comma; the whole text without one.
+// The text behind the first comma, or the whole text if there is none.
 std::string AfterFirstField(const std::string& text) {
   const std::size_t comma = text.find(',');
   return comma == std::string::npos ? text : text.substr(comma + 1);
@@ -40,8 +40,8 @@ int LeadingPair(const std::string& version) {
   return RoundToInt(NumberInReply(version.substr(0, 2)).value_or(0));
 }
 
-// "mm.nn.pp" as mm * 10000 + nn * 100 + pp. A part that is no number counts as 0, and a text too
-// short to be cut stays as it is for the next part.
+// Turns "mm.nn.pp" into mm * 10000 + nn * 100 + pp. A part that is not a number counts as 0. A text
+// too short to be cut is read again as the next part.
 int VersionNumber(std::string version) {
   constexpr std::array<int, 3> kWeights{10000, 100, 1};
   int number = 0;
@@ -105,7 +105,7 @@ void TX5000Cmd::ConnectScope() {
 }
 
 void TX5000Cmd::DisconnectScope() {
-  // Connecting and disconnecting send the same text on purpose.
+  // Connecting and disconnecting send the same command on purpose.
   if (state_.ScopeConnected) SendToScope(std::string(kKey) + kLock + kEnable);
   if (showIndicator) showIndicator(false);
   state_.ScopeConnected = false;
@@ -130,7 +130,7 @@ bool TX5000Cmd::Identify() {
     return RefuseDevice();
   }
   rest = AfterFirstField(rest);
-  // Without a field of its own the model is what the link knew before, and that is judged.
+  // If the reply has no model field, the model stays as it was and is checked all the same.
   if (const auto model = FirstField(rest)) state_.ScopeModel = *model;
   if (!state_.ScopeModel.starts_with(kFamily)) return RefuseDevice();
   rest = AfterFirstField(rest);
@@ -147,7 +147,7 @@ bool TX5000Cmd::RefuseDevice() {
 bool TX5000Cmd::AcceptVersion(const std::string& version) {
   state_.ScopeVersion = version;
   state_.ScopeVersionNum = VersionNumber(version);
-  // The oldest version that the message calls too old passes.
+  // Version 01.01.33 passes, although the message asks for a higher one.
   if (state_.ScopeVersionNum >= kOldestVersion) return true;
   prompts_.Show(
       {.text = "The version of the DSO must be higher than 01.01.33\rCurrent Version is " +
@@ -159,7 +159,7 @@ bool TX5000Cmd::AcceptVersion(const std::string& version) {
 bool TX5000Cmd::IsColorScope() {
   if (!state_.LinkOpened) return false;
   const std::string rest = AfterFirstField(AskScope(kIdentify));
-  constexpr std::size_t kColourMark = 7;  // behind the four digits of "TX-5000CA"
+  constexpr std::size_t kColourMark = 7;  // index of the "C" in "TX-5000CA"
   return rest.size() > kColourMark && rest[kColourMark] == 'C';
 }
 

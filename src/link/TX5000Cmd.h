@@ -13,43 +13,44 @@
 
 namespace oriolemark {
 
-// Where the messages about old firmware send the user.
+// The web address in the messages about old firmware.
 inline constexpr const char kMakerWebAddress[] = "www.tavik.example";
 
-// The text without its first character: turns a keyword such as ":OFF" into the form that a reply
-// has. An empty text stays empty.
+// Returns the text without its first character. This turns a keyword such as ":OFF" into the form
+// that a reply has. An empty text stays empty.
 std::string DropFirstChar(std::string_view text);
 
-// The one way to the instrument, over the transport that ScopeIOType names. A transport shows its
-// own messages; the caller gets an empty text and goes on. Over RS232 events are served while a
-// reply is awaited, so handlers run inside AskScope and ConnectScope, and may make requests of
-// their own.
+// The only way to the instrument, over the transport that ScopeIOType selects. A transport shows
+// its own error messages; the caller gets an empty text and goes on. Over RS232, events are served
+// while a reply is expected. So handlers may run inside AskScope and ConnectScope and make requests
+// of their own.
 class TX5000Cmd {
  public:
   TX5000Cmd(const LinkSettings& settings, LinkState& state, RS232Func& rs232, GPIBFunc& gpib,
             USB_FUNC& usb, Waiting& waiting, Prompts& prompts);
 
-  // Lights the connection indicator, or puts it out.
+  // Turns the connection indicator on or off.
   std::function<void(bool connected)> showIndicator;
 
-  // Writes one command. Still leaves while the program is closing.
+  // Writes one command, even while the program is closing.
   void SendToScope(std::string_view command);
 
-  // Writes one command and gives its reply without the line end; empty after a failure. While the
-  // program is closing nothing is sent and the reply is empty.
+  // Writes one command and returns its reply without the line end, or an empty text after a
+  // failure. While the program is closing, sends nothing and returns an empty text.
   std::string AskScope(std::string_view command);
 
-  // Opens the transport and makes sure that a known instrument with firmware from 01.01.33 on
-  // answers. The outcome is in ScopeConnected.
+  // Opens the transport and checks that a known instrument with firmware 01.01.33 or later answers.
+  // Stores the outcome in ScopeConnected.
   void ConnectScope();
 
   // Releases the instrument. The transport stays open.
   void DisconnectScope();
 
-  // The way that ScopeIOType names at this moment, for replies in pieces.
+  // The transport that ScopeIOType selects now, for replies that come in pieces.
   Transport& Link();
 
-  // Whether the instrument says that it has a colour display. Asks it, if the link is open.
+  // Asks the instrument whether it has a colour display. Returns false without asking if the link
+  // is not open.
   bool IsColorScope();
 
  private:

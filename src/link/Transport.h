@@ -7,17 +7,17 @@
 
 namespace oriolemark {
 
-// One way for commands and replies to travel. Each way shows its own messages when it fails; the
-// caller gets an empty text and goes on.
+// A transport for commands and replies. It shows its own messages when it fails; the caller gets an
+// empty text and goes on.
 class Transport {
  public:
-  // What differs between the ways beyond the wire itself.
+  // The differences between the transports, apart from the wire itself.
   struct Traits {
-    int firstSample;       // index of the first sample of a waveform's block; 0 is never shown
-    bool marksBusy;        // CommBusy is set while a command or a question is under way
-    bool progressByTimer;  // a timer shows how far a block is, and not each of its pieces
+    int firstSample;       // where a block's first sample is stored; index 0 is never shown
+    bool marksBusy;        // CommBusy is set during a command or a query
+    bool progressByTimer;  // a timer shows how much has arrived, not each piece itself
   };
-  // Gets the number of characters that have arrived. May serve events.
+  // Receives the number of characters that have arrived. May serve events.
   using Progress = std::function<void(std::size_t received)>;
 
   explicit Transport(Traits ways) : traits(ways) {}
@@ -27,18 +27,18 @@ class Transport {
 
   const Traits traits;
 
-  // Opens the way anew. A failure clears LinkOpened.
+  // Opens the transport again. A failure clears LinkOpened.
   virtual void Open() = 0;
   // Writes one command.
   virtual void Send(std::string_view command) = 0;
-  // The reply to the command that was sent last, without its line end.
+  // Returns the reply to the last command, without its line end.
   virtual std::string ReadReply() = 0;
-  // The same for the long reply that holds samples. Events are served meanwhile. Ends with what has
-  // come so far when the program is closing.
+  // The same for the long reply that holds samples. Serves events meanwhile. If the program is
+  // closing, returns at once: what has come so far, or nothing.
   virtual std::string ReadBlock(const Progress& progress) = 0;
 
  protected:
-  // Twelve times the longest block there is: where no line end comes, a read stops here.
+  // Limit for a block that comes in pieces without a line end: twelve times the longest block.
   static constexpr std::size_t kLongestBlock = std::size_t{1} << 20;
 };
 

@@ -8,12 +8,12 @@
 namespace oriolemark {
 namespace {
 
-// Ticks of 100 ms after which a block is given up. They move only while events are served.
+// A block is given up after this many ticks of 100 ms. Ticks pass only while events are served.
 constexpr int kBlockTicks = 50;
 constexpr Milliseconds kPollPause{2};
 constexpr const char* kReadTitle = "USB Read Message";
 
-// The screen read, as fixed numbers of the instrument.
+// The instrument's request numbers and addresses for the screen read.
 constexpr int kSelectMemory = 8;
 constexpr int kSetCount = 9;
 constexpr int kSetAddress = 7;

@@ -13,25 +13,27 @@
 
 namespace oriolemark {
 
-// Commands and replies over USB: a command goes out a byte at a time and ends in CR, a reply comes
-// in counted blocks of at most 255 bytes. Every failure shows a message and gives an empty text;
-// the screen read alone fails silently.
+// Commands and replies over USB. A command is sent byte by byte and ends in CR. A reply comes in
+// counted blocks of at most 255 bytes. Every failure shows a message and gives an empty text,
+// except in the screen read, which fails silently.
 class USB_FUNC : public Transport {
  public:
   USB_FUNC(UsbDriver& driver, const LinkSettings& settings, LinkState& state, Waiting& waiting,
            Prompts& prompts);
 
-  // First contact. A failure clears LinkOpened.
+  // Checks that the interface answers. A failure shows its message and clears LinkOpened.
   void USBInit();
 
-  // Stops at the first byte that fails.
+  // Sends the command up to the first byte that fails.
   void USBSend(std::string_view command);
 
-  // One block, up to its first LF. Serves no events: it ends when the instrument has data or the
-  // driver gives up. What a longer reply holds beyond the block is left for the next read.
+  // Reads one block and returns it up to its first LF. Serves no events: it ends when the
+  // instrument has data or the driver gives up. The rest of a longer reply is left for the next
+  // read.
   std::string USBRead();
 
-  // One block whole, LF included. Serves events while it waits. Empty when the program is closing.
+  // Reads one whole block, LF included. Serves events while it waits, for at most 5 s. Returns an
+  // empty text if the program is closing.
   std::string USBReadBlock();
 
   void Open() override { USBInit(); }
@@ -40,8 +42,8 @@ class USB_FUNC : public Transport {
   // Ends with the block that holds the LF, or with an empty one.
   std::string ReadBlock(const Progress& progress) override;
 
-  // Reads `count` bytes of the screen memory from `offset` on to the same places of the buffer,
-  // which keeps what it held where a request fails.
+  // Reads `count` bytes of the screen memory from `offset` on into the same places of the buffer.
+  // If a request fails, the buffer keeps its contents.
   void USBReadScreen(int offset, std::span<std::uint8_t> buffer, int count);
 
  private:
@@ -56,7 +58,8 @@ class USB_FUNC : public Transport {
   LinkState& state_;
   Waiting& waiting_;
   Prompts& prompts_;
-  // A program that is closing spends no second time-out on an instrument that has gone.
+  // A write has failed while the program was closing. Nothing more is sent, so that an instrument
+  // that has gone costs no second time-out.
   bool failedAtClose_ = false;
 };
 
