@@ -19,7 +19,7 @@ inline constexpr int kWaveData = 5;
 }  // namespace doc_type
 
 // A modal dialog with the group "File Type". The types are numbered from 1 in the order of their
-// captions; with no option chosen, OK gives the last one.
+// captions. If no option is selected, OK chooses the last type.
 class DocTypeDialog : public Form {
  public:
   DocTypeDialog(const std::string& caption, std::vector<std::string> types)

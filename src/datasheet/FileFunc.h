@@ -10,11 +10,11 @@
 
 namespace oriolemark {
 
-// Makes the window of an item of one kind.
+// Creates the window of an item of one kind.
 using ViewMaker = std::function<std::unique_ptr<ItemView>()>;
 
-// The add commands of the data sheet. A kind holds at most 16 items by them; the name of a new one
-// comes from the count and may stand twice after a removal.
+// The add commands of the data sheet. They add items of a kind up to 16. A new name is made from
+// the count, so it may occur twice after a removal.
 class FileFunc {
  public:
   FileFunc(DataSheet& sheet, TreeView& tree, Prompts& prompts)
@@ -24,18 +24,18 @@ class FileFunc {
   void AddMeasureItem() { Add(ItemKind::Measure); }
   void AddDataItem() { Add(ItemKind::Data); }
 
-  // Whether the sheet's node is in the tree. Enables or disables the add buttons by it.
+  // Whether the sheet's node is in the tree. Also enables or disables the add buttons to match.
   bool SheetExists();
 
-  // The view in the slot, made if it is missing, with its tag set. Null for a kind without a maker,
-  // which has records and nodes only.
+  // Returns the view in the slot with its tag set, and creates it if it is missing. Returns null
+  // for a kind without a maker: such a kind has only records and nodes.
   ItemView* View(ItemKind kind, int slot);
 
   std::function<void(bool enabled)> setAddButtons;
   std::map<ItemKind, ViewMaker> makeView;
 
  private:
-  // Whether there is a sheet with room for one more item; shows why not.
+  // Whether there is a sheet with room for one more item. If not, shows the reason.
   bool MayAdd(int count);
   void Add(ItemKind kind);
 

@@ -9,7 +9,7 @@
 
 namespace oriolemark {
 
-// The Data Browser: the sheet as a tree, from which its views are opened and brought forward.
+// The Data Browser. It shows the sheet as a tree, opens its views and brings them to the front.
 class frmDataSheetTree : public Form {
  public:
   frmDataSheetTree(DataSheet& sheet, Prompts& prompts);
@@ -19,18 +19,18 @@ class frmDataSheetTree : public Form {
 
   void Form_Load() override;
 
-  // A new, empty sheet.
+  // Makes a new, empty sheet.
   void mnuNewDataSheet_Click();
   // Applies the edit of the selected node's label. The root keeps its name.
   void ChangeFormName(std::string& newText);
-  // Brings the view of the selected item forward.
+  // Brings the view of the selected item to the front.
   void SetActiveForm();
 
  private:
-  // Unloads every open view and empties the three lists; the records keep their contents.
+  // Unloads every open view and empties the three lists. The records keep their contents.
   void CloseAllItems();
   void AddSheetNode();
-  // Calls `act` for each item whose node is selected; the view is null for a kind without windows.
+  // Calls `act` for each item whose node is selected. `view` is null for a kind without windows.
   void ForSelected(const std::function<void(ItemRecord& record, ItemView* view)>& act);
 
   DataSheet& sheet_;

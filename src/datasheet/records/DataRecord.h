@@ -13,9 +13,9 @@ struct DataRecord : ItemRecord {
   std::vector<std::string> Samples;  // indexes 0 to 17000, samples from index 1 on
   std::int32_t Count = 0;
   std::string Title;
-  double VoltRange = 0;     // V a division
+  double VoltRange = 0;     // V per division
   double VoltOffset = 0;    // V
-  double TimeRange = 0;     // s a division
+  double TimeRange = 0;     // s per division
   double TriggerDelay = 0;  // s
 };
 

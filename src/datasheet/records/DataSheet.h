@@ -13,17 +13,17 @@ namespace oriolemark {
 
 inline constexpr int kSheetSlots = 18;
 
-// The view of an item: a window whose tag holds the item's slot number as decimal text. A view that
-// was made stays in its slot until the program ends; closing it unloads it.
+// The view of an item: a window whose tag holds the item's slot number in decimal. Once created, a
+// view stays in its slot until the program ends. Closing only unloads it.
 using ItemView = Form;
 
 template <typename Record>
 using Slots = std::array<Record, kSheetSlots>;
 
-// The document: items of three kinds, each in slots 0 to count - 1 with no gaps. The views' slots
-// do not move with the records.
+// The document: items of three kinds, each kind in slots 0 to count - 1 without gaps. When records
+// move to other slots, the views stay where they are.
 struct DataSheet {
-  std::string FileName;  // empty while the sheet was never saved or opened
+  std::string FileName;  // empty until the sheet is saved or opened
   std::string Title;
   bool Modified = false;
   Slots<std::unique_ptr<ItemView>> WaveViews;
@@ -39,7 +39,7 @@ struct DataSheet {
   TreeNode RootNode = kNoNode;
 };
 
-// The slot that a view's tag names; 0 where the tag names none.
+// The slot number in the view's tag. 0 if the tag holds no valid one.
 int SlotOf(const ItemView& view);
 
 }  // namespace oriolemark

@@ -3,7 +3,8 @@
 namespace oriolemark {
 namespace {
 
-// Vamp, +Duty and -Duty keep the test switch that the slot held.
+// Adding a measure item switches off the tests before this index. Behind it, Vamp, +Duty and -Duty
+// keep the switch that the slot held.
 constexpr std::size_t kSwitchedOff = 15;
 
 template <auto Records>

@@ -10,14 +10,14 @@ namespace oriolemark {
 
 enum class ItemKind { Wave, Measure, Data };
 
-// One kind of item of a sheet: where it is kept, and what is its own when one is added.
+// One kind of item: where the sheet keeps its items, and how a new one is set up.
 struct ItemKindRow {
   const char* word;  // a new item's name is this word and the slot
   int image;         // in the Data Browser
   int DataSheet::*count;
   Slots<std::unique_ptr<ItemView>> DataSheet::*views;
   ItemRecord& (*record)(DataSheet& sheet, int slot);
-  // The fields of a new item; the others keep what the slot held.
+  // Sets the fields of a new item. The other fields keep what the slot held.
   void (*prepare)(DataSheet& sheet, int slot);
 };
 
@@ -26,11 +26,11 @@ const ItemKindRow& RowOf(ItemKind kind);
 // In the order of the tree and of the file.
 inline constexpr std::array<ItemKind, 3> kTreeOrder{ItemKind::Wave, ItemKind::Measure,
                                                     ItemKind::Data};
-// In the order in which a selected node is looked for.
+// The order in which the selected node is searched for.
 inline constexpr std::array<ItemKind, 3> kSearchOrder{ItemKind::Data, ItemKind::Wave,
                                                       ItemKind::Measure};
 
-// Unloads every view of the sheet, also one that was loaded and has not set its ViewOpen yet.
+// Unloads every view of the sheet, including one that is loaded and has not set its ViewOpen yet.
 void UnloadViews(DataSheet& sheet);
 // Empties all lists. The records keep their contents.
 void ForgetItems(DataSheet& sheet);

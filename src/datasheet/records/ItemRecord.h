@@ -6,7 +6,7 @@
 
 namespace oriolemark {
 
-// What the items of all kinds have in common.
+// The fields of an item of any kind.
 struct ItemRecord {
   std::string Name;
   bool HasData = false;   // a transfer or a file has filled the item

@@ -10,8 +10,8 @@
 
 namespace oriolemark {
 
-// Where a transfer leaves its result. Never cleared between transfers: a reply that is shorter than
-// the one before leaves the older tail in place.
+// Where a transfer stores its result. It is never cleared between transfers: behind a reply that is
+// shorter than the one before, the older values stay.
 struct TransferScratch {
   std::string TransferText;
   std::array<std::string, kMeasureValues> TransferValues;
@@ -22,7 +22,7 @@ struct TransferScratch {
   double TransferVoltOffset = 0;
   double TransferTimeRange = 0;
   double TransferTriggerDelay = 0;
-  // The wave slot that a wave read fills.
+  // The wave slot that a transfer fills.
   int TransferWaveSlot = 0;
 };
 

@@ -9,19 +9,19 @@
 
 namespace oriolemark {
 
-// Highest index of a sample buffer. Samples stand at indexes 1 to Count; index 0 holds the first
-// sample of a block read over GPIB or USB, unconverted, and is never shown.
+// Highest index of a sample buffer. Samples are at indexes 1 to Count. Index 0 holds the
+// unconverted first sample of a block read over GPIB or USB; it is never shown.
 inline constexpr int kLastSample = 17000;
 
-// Rows of the instrument's screen: 0 the top, 199 the bottom, 25 rows a division. A read outside 0
-// to 17000 is for the caller to skip.
+// Rows of the instrument's screen: 0 is the top, 199 the bottom, 25 rows per division. The caller
+// must not read an index outside 0 to 17000.
 class SampleArray {
  public:
   SampleArray() : rows_(kLastSample + 1, 0) {}
 
   static bool Holds(int index) { return index >= 0 && index <= kLastSample; }
   std::int32_t operator[](int index) const { return rows_[static_cast<std::size_t>(index)]; }
-  // A store outside is skipped.
+  // Ignores an index outside 0 to 17000.
   void Store(int index, std::int32_t row) {
     if (Holds(index)) rows_[static_cast<std::size_t>(index)] = row;
   }
@@ -30,8 +30,8 @@ class SampleArray {
   std::vector<std::int32_t> rows_;
 };
 
-// One waveform as the instrument's screen showed it. Texts are the instrument's replies as they
-// came. Of a channel that was not read, offset and range keep what the slot held.
+// One waveform as the instrument's screen showed it. The texts are the instrument's replies,
+// unchanged. For a channel that was not read, offset and range keep what the slot held.
 struct WaveRecord : ItemRecord {
   SampleArray CH1Data;  // the maximum trace in envelope mode
   SampleArray CH1Min;
@@ -54,10 +54,10 @@ struct WaveRecord : ItemRecord {
   bool ColorOn = false;
   bool GridOn = false;
   bool BestFitOn = false;
-  // The spectrum trace, run-time only. Shown until the record goes once there is one.
+  // The spectrum trace, run-time only. Once there is one, it is shown until the record is removed.
   bool FFTOn = false;
   std::string FFTWindow;  // name of the window function
-  SampleArray FFTData;    // rows at indexes 0 to FFTCount - 1, of which 0 is never shown
+  SampleArray FFTData;    // rows at indexes 0 to FFTCount - 1; index 0 is never shown
   bool FFTFull = false;   // over the whole screen; the drawing does not read it
   std::int32_t FFTCount = 0;
 };
