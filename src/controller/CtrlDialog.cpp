@@ -16,7 +16,7 @@ constexpr std::array<double, CtrlDialog::kUnitKeys.size()> kUnitFactors = {0.001
                                                                            1e-12};
 constexpr Milliseconds kProbePause(200);
 
-// What each method of the trigger is asked for after it has been chosen.
+// The settings that are asked for after a trigger method has been chosen.
 struct MethodRow {
   TriggerShape shape;
   std::vector<Field> settings;
@@ -39,7 +39,7 @@ struct CtrlDialog::Row {
   std::vector<Field> fields;
 };
 
-// The order of storing, sending, asking and repairing shows on the wire and differs on purpose.
+// The rows store, send, ask and repair in different orders on purpose: the order shows on the wire.
 const CtrlDialog::Row* CtrlDialog::RowOf(Field field) {
   using D = CtrlDialog;
   static const Row kRows[] = {
@@ -146,7 +146,7 @@ void CtrlDialog::ReadRange(Edit& edit) {
   AskAndRepair(VoltDivOf(edit.parameter.group));
 }
 
-// While single shots are armed, running again is a key press.
+// If single shots are armed, the run command is sent as a key press.
 void CtrlDialog::SendRunState(Edit& edit) {
   const CtrlSettings& settings = context_.settings;
   const bool keyPress =

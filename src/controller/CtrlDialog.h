@@ -15,7 +15,7 @@
 
 namespace oriolemark {
 
-// What an edit of the instrument rests on.
+// What an edit of the instrument needs.
 struct CtrlDialogContext {
   CtrlSettings& settings;
   CtrlDocument& document;
@@ -26,8 +26,8 @@ struct CtrlDialogContext {
 };
 
 // The modal dialog that changes one setting, in the document and on the instrument at once. In the
-// list layout a value is picked, in the time layout a number is typed; its unit keys multiply it
-// and confirm.
+// list layout the user picks a value. In the time layout the user types a number; a unit key
+// multiplies it and confirms.
 class CtrlDialog : public Form {
  public:
   static constexpr std::array<const char*, 4> kUnitKeys = {"m", "u", "n", "p"};
@@ -50,7 +50,7 @@ class CtrlDialog : public Form {
   void UseLayout(Layout layout);
 
  private:
-  // An edit that was confirmed: its setting, and the text that goes out.
+  // A confirmed edit: its setting, and the text to send.
   struct Edit {
     const Parameter& parameter;
     std::string text;
@@ -63,16 +63,16 @@ class CtrlDialog : public Form {
   void cmdOK_Click();
   bool IsNumber();
 
-  // What edits are made of.
+  // The steps of the edits.
   void TakeTime(Edit& edit);       // the number as a time
-  void TakeDelay(Edit& edit);      // the same, limited to what the time base allows
+  void TakeDelay(Edit& edit);      // like TakeTime, but limited to what the time base allows
   void Store(Edit& edit);          // the text into the field
-  void Repair(Edit& edit);         // the field onto its node
+  void Repair(Edit& edit);         // the field's text onto its node
   void Send(Edit& edit);           // the text to the instrument
   void Ask(Edit& edit);            // the instrument's answer into the field
-  void SendRunState(Edit& edit);   // as a key press where single shots are armed
-  void SendRangeIfOn(Edit& edit);  // the channel's range again, once it is on
-  void ReadRange(Edit& edit);      // after a pause, the channel's range under its new probe
+  void SendRunState(Edit& edit);   // as a key press if single shots are armed
+  void SendRangeIfOn(Edit& edit);  // sends the channel's range again if the channel is on
+  void ReadRange(Edit& edit);      // reads the channel's range for its new probe, after a pause
   void GetTimeBaseParameter(Edit& edit);
   void ReadType(Edit& edit);
   void GetTriggerMethod(Edit& edit);
@@ -82,7 +82,7 @@ class CtrlDialog : public Form {
   void AskAndRepair(Field field);
 
   CtrlDialogContext context_;
-  bool applying_ = false;  // an edit runs and asks the instrument; a second click is none
+  bool applying_ = false;  // an edit is running and asks the instrument; another click does nothing
 };
 
 }  // namespace oriolemark

@@ -5,16 +5,16 @@ namespace {
 
 using S = CtrlSettings;
 
-// A child of a group: a setting, or a label that stands for a command.
+// A child of a group: a setting, or the label of a command.
 struct TreeRow {
   int group;
   Field field = nullptr;
   const char* action = nullptr;
-  int position = 0;  // of an action; a setting knows its own
+  int position = 0;  // of a command; a setting has its own
 };
 
-// The children of each group in the order in which they are added. Of the Trigger group, only those
-// are added that the method of the trigger has a place for.
+// The children of each group, in the order in which they are added. A setting of the Trigger group
+// is added only if the trigger method has a position for it.
 constexpr TreeRow kTreeOrder[] = {
     {ctrl_group::kRunningControl, &S::RunStop},
     {ctrl_group::kRunningControl, nullptr, kAutoSetLabel, 2},

@@ -16,7 +16,7 @@ inline constexpr int kAction = 4;
 inline constexpr int kVirtualPanel = 6;
 }  // namespace ctrl_image
 
-// Labels of the nodes that carry no value.
+// Labels of the nodes without a value.
 inline constexpr const char* kCtrlRootLabel = "TX5000";
 inline constexpr const char* kAutoSetLabel = "Auto Set";
 inline constexpr const char* kSetTrig50Label = "Set Trig to 50%";
@@ -29,19 +29,20 @@ class CtrlTreeNodeFunc {
   CtrlTreeNodeFunc(TreeView& tree, const CtrlSettings& settings)
       : tree_(tree), settings_(settings) {}
 
-  // Clears the tree and builds it anew, the root expanded and the groups collapsed. A place that
-  // the present method of the trigger does not fill keeps its old reference, which is dead.
+  // Clears and rebuilds the tree, with the root expanded and the groups collapsed. A position that
+  // the present trigger method does not use keeps its old reference. That node no longer exists.
   void BuildCtrlTree();
-  // Expanded states of the root and the groups, kept from one to the other.
+  // Save and restore which of the root and the groups are expanded.
   void SaveTreeExpansion();
   void RestoreTreeExpansion();
   void ExpandGroup(int group);
-  // The root and every group.
+  // Expands the root and every group.
   void ExpandAll();
 
-  // Writes the setting's text anew where the present method of the trigger has its node.
+  // Writes the setting's changed text on its node, at the position that RepairPosition gives for
+  // the present trigger method.
   void Repair(Field field);
-  // Writes the setting's text on the node at this place, whatever that node is.
+  // Writes the setting's text on the node at this position, whichever node that is.
   void RepairAt(int group, int position, Field field);
 
  private:

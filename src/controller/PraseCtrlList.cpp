@@ -1,4 +1,4 @@
-// From the text of the clicked node to the edit of the setting that it names.
+// Runs the edit of the setting that the clicked node's text names.
 
 #include "controller/frmCtrlList.h"
 #include "link/StringRES.h"
@@ -11,7 +11,7 @@ namespace {
 constexpr int kFewestLines = 525;  // of NTSC
 constexpr int kMostLines = 625;
 
-// The labels in a node's path, and the value that its text shows.
+// The labels in a node's path, and the value in its text.
 struct NodeText {
   std::string_view group;
   std::string_view item;
@@ -38,7 +38,7 @@ NodeText TakeApart(std::string_view path) {
   return text;
 }
 
-// "1" with its unit, and on.
+// "1", "2" and so on, each with the unit.
 std::vector<std::string> Counted(int last, const char* unit) {
   std::vector<std::string> rows;
   for (int i = 1; i <= last; ++i) rows.push_back(std::to_string(i) + unit);
@@ -86,7 +86,7 @@ void frmCtrlList::EditParameter(const Parameter& parameter, const std::string& v
   } else {
     dialog.Combo.SetItems({});
     FillCombo(parameter);
-    // A value that is not on offer selects nothing.
+    // A value that is not in the list selects nothing.
     dialog.Combo.SetText(value);
   }
   dialog.CtrlDialogKey = parameter.Key();
@@ -133,8 +133,8 @@ void frmCtrlList::SetCtrlDialogVoltDivNum(const std::string& probe) {
 
 void frmCtrlList::SetCtrlDialogTrigLevelNum() {
   std::vector<std::string> rows;
-  // The sum runs off by its last digits, and with them the list has 601 rows with a plain 0.00 in
-  // its middle.
+  // Rounding errors add up in this sum. With them the list has 601 rows and a plain 0.00 in its
+  // middle.
   for (double divisions = 12.0; divisions >= -12.0; divisions += -0.04) {
     rows.push_back(FormatFixed(divisions, 2, 2) + "div");
   }

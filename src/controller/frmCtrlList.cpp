@@ -14,7 +14,7 @@ constexpr DocumentWords kWords{
 
 constexpr Milliseconds kAutoSetTime(4000);
 
-// The screen copy of the virtual panel needs this firmware.
+// The virtual panel's screen copy needs this firmware.
 constexpr int kPanelVersionNum = 30115;
 constexpr const char* kPanelVersion = "03.01.15";
 
@@ -86,7 +86,8 @@ void frmCtrlList::EditClicked() {
   if (Connected()) PraseCtrlList(CtrlNodePath);
 }
 
-// An inverted channel is neither kept nor carried over.
+// Runs before settings are sent and after they are read: both inverts and the memory offset become
+// OFF.
 void frmCtrlList::SwitchOffInvert() {
   CtrlSettings& settings = context_.settings;
   for (const Field field :
@@ -118,7 +119,7 @@ void frmCtrlList::DownloadfromDSO() {
 
 void frmCtrlList::AutoSet() {
   context_.scope.SendToScope(kAuto);
-  // The end of the transfer brings the pointer back.
+  // The pointer becomes normal again when the transfer ends.
   context_.pointer.SetShape(PointerShape::Hourglass);
   context_.waiting.Sleep(kAutoSetTime);
   cmdDownload_Click();
@@ -128,7 +129,7 @@ void frmCtrlList::SetTrig50() {
   context_.scope.SendToScope(kTrig50);
   const Field level = &CtrlSettings::TrigLevel;
   context_.settings.*level = context_.scope.AskScope(ParameterOf(level).Question());
-  // The place of the level under EDGE, whatever node the present method has there.
+  // The level's position under EDGE, whatever node the present method has there.
   nodes_.RepairAt(ctrl_group::kTrigger, 6, level);
 }
 

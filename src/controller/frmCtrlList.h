@@ -20,7 +20,7 @@
 
 namespace oriolemark {
 
-// What the Controller rests on.
+// What the Controller needs.
 struct CtrlListContext {
   CtrlSettings& settings;
   CtrlDocument& document;
@@ -35,8 +35,8 @@ struct CtrlListContext {
   SyncFile sync;
 };
 
-// The Controller's pane: the instrument's settings as a tree, from which they are changed, sent and
-// read as a whole, and kept in a file.
+// The Controller's pane: the instrument's settings as a tree. The user changes one setting, sends
+// or reads all of them, and keeps them in a file.
 class frmCtrlList : public Form {
  public:
   explicit frmCtrlList(const CtrlListContext& context);
@@ -57,7 +57,7 @@ class frmCtrlList : public Form {
   DocumentFile file;
 
   void Form_Load() override;
-  // Shows the settings anew, the groups collapsed.
+  // Shows the settings again, with the groups collapsed.
   void BuildCtrlTree() { nodes_.BuildCtrlTree(); }
 
   void mnuNewCtrl_Click();
@@ -65,7 +65,7 @@ class frmCtrlList : public Form {
   void mnuSaveCtrl_Click() { file.Save(); }
   void OpenCtrl(const std::string& path);
 
-  // The edit that the node's path leads to: a dialog, a command, a message or nothing.
+  // Runs the edit that the node's path names: a dialog, a command, a message or nothing.
   void PraseCtrlList(std::string_view path);
 
  protected:
@@ -94,7 +94,7 @@ class frmCtrlList : public Form {
   void SetCtrlDialogTrigLevelNum();
 
   CtrlListContext context_;
-  std::string CtrlNodePath;  // of the node that was clicked last
+  std::string CtrlNodePath;  // of the node clicked last
 };
 
 }  // namespace oriolemark

@@ -15,7 +15,7 @@ using S = CtrlSettings;
 constexpr const char* kSignature = "Tavik Technologies TX5000 Controller";
 constexpr std::size_t kMostBytes = std::size_t{1} << 20;
 
-// The fields in the order of the file, which is not quite that of the record.
+// The fields in the order of the file. It differs slightly from the order of the record.
 constexpr Field kFileOrder[] = {
     &S::RunStop,       &S::CH1Display,   &S::CH1VoltDiv,   &S::CH1Offset,     &S::CH1Coupling,
     &S::CH1BWLimit,    &S::CH1Probe,     &S::CH1Invert,    &S::CH2Display,    &S::CH2VoltDiv,
@@ -27,8 +27,8 @@ constexpr Field kFileOrder[] = {
     &S::Averages,      &S::AntiAliasing, &S::DisplayType,  &S::Persist,       &S::Grid,
 };
 
-// The next line without its end, an LF and one CR before it; nothing at the end of the text. Any
-// other CR is part of the value.
+// Takes the next line without its LF and one CR before it. Any other CR is part of the value.
+// Returns nothing at the end of the text.
 std::optional<std::string_view> TakeLine(std::string_view& text) {
   if (text.empty()) return std::nullopt;
   std::string_view line = text.substr(0, text.find('\n'));
@@ -37,8 +37,8 @@ std::optional<std::string_view> TakeLine(std::string_view& text) {
   return line;
 }
 
-// What stands between the first quote, which begins the next line, and its last one. A quote in the
-// value itself has no escape and needs none.
+// Takes the next line and returns what is between its first character, which must be a quote, and
+// its last quote. A quote inside the value needs no escape.
 std::optional<std::string> TakeValue(std::string_view& text) {
   const auto line = TakeLine(text);
   if (!line || !line->starts_with('"')) return std::nullopt;

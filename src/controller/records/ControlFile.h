@@ -8,16 +8,16 @@
 
 namespace oriolemark {
 
-// The file of one set of settings: a signature and 40 values, a line each, in double quotes, ended
-// by CR LF. Paths are UTF-8.
+// The file of one set of settings: a signature and 40 values, each on its own line in double
+// quotes. Lines end in CR LF. Paths are UTF-8.
 
-// Reads the file into the settings. A file that cannot be opened or has another signature is told
-// to the user, and the settings stay. A line that is missing or is no quoted text leaves its field;
-// what lies beyond the first mebibyte counts as missing.
+// Reads the file into the settings. If the file cannot be opened or has another signature, shows a
+// message and leaves the settings unchanged. A line that is missing or not quoted leaves its field
+// unchanged. Everything beyond the first mebibyte counts as missing.
 void ReadControlFile(const std::string& path, CtrlSettings& settings, Prompts& prompts);
 
-// Replaces the file. The user is told why it cannot be opened for writing or the disk does not take
-// it; the file is then as it was.
+// Replaces the file. If the file cannot be opened for writing or the disk refuses the bytes, shows
+// the reason. The old file is then whole, unless WriteFile had to write in place.
 void WriteControlFile(const std::string& path, const CtrlSettings& settings, Prompts& prompts,
                       const SyncFile& sync);
 

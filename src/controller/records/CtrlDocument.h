@@ -6,14 +6,14 @@
 
 namespace oriolemark {
 
-// State of the control document beside its settings.
+// The state of the control document, without its settings.
 struct CtrlDocument {
   std::string CtrlFileName;     // path (UTF-8) of the file in use; empty for a new document
-  bool CtrlChanged = false;     // there are changes that no file holds
-  bool CtrlModelReady = false;  // the settings have had their defaults
+  bool CtrlChanged = false;     // there are changes that are not in a file
+  bool CtrlModelReady = false;  // the settings have been set to their defaults once
 };
 
-// The settings of a new control file. What it assigns nothing to stays as it is.
+// Sets the values of a new control file. Fields that have none stay as they are.
 void SetNewSettings(CtrlSettings& settings);
 
 }  // namespace oriolemark

@@ -25,7 +25,7 @@ struct CtrlSettings {
   std::string TimeDelay = "0.0000s";
   std::string Holdoff = "100ns";
   std::string MemorySize = "4000";
-  std::string MemOffset;  // a new control file assigns nothing to it
+  std::string MemOffset;  // a new control file does not set it
   std::string TimeFormat = "Y-T";
   std::string TrigMethod = "EDGE";
   std::string TrigSlope = "RISING";
@@ -35,8 +35,8 @@ struct CtrlSettings {
   std::string PulseMode = "+LESS THAN";
   std::string PulseWidth = "1us";
   std::string VideoPolarity = "POSITIVE";
-  std::string VideoSync = "LINE";  // none of the values on offer; meant
-  std::string VideoStandard;       // a new control file assigns nothing to it
+  std::string VideoSync = "LINE";  // not one of the offered values, on purpose
+  std::string VideoStandard;       // a new control file does not set it
   std::string LineNumber = "1";
   std::string TrigLevel = "0.00div";
   std::string SamplingMode = "EQU_TIME";

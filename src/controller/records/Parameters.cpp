@@ -9,7 +9,7 @@
 namespace oriolemark {
 namespace {
 
-// A value as the record and the dialog hold it: the keyword without its colon.
+// A keyword without its colon, as the record and the dialog hold it.
 constexpr const char* Value(const char* keyword) {
   return keyword + 1;
 }
@@ -63,7 +63,7 @@ constexpr Positions Always(int position) {
 constexpr Positions Never() {
   return Always(0);
 }
-// The Trigger group: under EDGE, PULSE, VIDEO, and any other method.
+// The positions in the Trigger group under EDGE, PULSE, VIDEO and any other method.
 constexpr Positions ByShape(int edge, int pulse, int video, int other) {
   return {edge, pulse, video, other};
 }
