@@ -5,7 +5,7 @@ namespace {
 
 constexpr unsigned kCH1 = 1;
 constexpr unsigned kCH2 = 2;
-// The channels that each option shows.
+// The channels that each option reads.
 constexpr unsigned kShown[] = {kCH1, kCH2, kCH1 | kCH2};
 
 }  // namespace
@@ -17,7 +17,7 @@ void FollowChannels(OptionGroup& options, const CtrlSettings& settings) {
     const bool offered = (kShown[index] & ~on) == 0;
     options.SetOptionEnabled(index, offered);
     if (!offered) options.Deselect(index);
-    // A single channel that is on is the choice.
+    // If only one channel is on, its option is selected.
     if (kShown[index] == on && on != (kCH1 | kCH2)) options.Select(index);
   }
   if (on == (kCH1 | kCH2) && options.Selected() == OptionGroup::kNone) options.Select(0);

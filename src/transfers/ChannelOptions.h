@@ -5,9 +5,8 @@
 
 namespace oriolemark {
 
-// Keeps a view's channel options in line with the channels that are on. The options are "CH1",
-// "CH2" and, where there are three, "CH1&CH2". With a single channel on, the view is forced onto
-// it.
+// Adapts a view's channel options to the channels that are on. The options are "CH1", "CH2" and, if
+// there is a third, "CH1&CH2". If only one channel is on, its option is selected.
 void FollowChannels(OptionGroup& options, const CtrlSettings& settings);
 
 }  // namespace oriolemark

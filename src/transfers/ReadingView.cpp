@@ -30,7 +30,7 @@ void ReadingView::Form_Unload() {
   Timer1.SetEnabled(false);
   refresh_.Abandon();
   Item().ViewOpen = false;
-  // The next load finds a new window.
+  // The next load starts with no option selected, like a new window.
   OptionCH.Select(OptionGroup::kNone);
 }
 

@@ -9,7 +9,7 @@
 
 namespace oriolemark {
 
-// What a view that reads rests on.
+// What a view that reads needs.
 struct ReadingContext {
   DataSheet& sheet;
   const CtrlSettings& settings;
@@ -17,10 +17,10 @@ struct ReadingContext {
   RefreshContext refresh;
 };
 
-// Whether the first tick shows the record before or after it brings the channel options in line.
+// Whether the first tick shows the record before or after it updates the channel options.
 enum class FirstTick { ShowsBeforeOptions, ShowsAfterOptions };
 
-// What differs between the kinds of views that read.
+// The differences between the kinds of views that read.
 struct ReadingKind {
   ItemKind kind;
   FirstTick firstTick;
@@ -28,9 +28,9 @@ struct ReadingKind {
   std::vector<TransferKind> transfers;  // one for each channel option: CH1, CH2, both
 };
 
-// The window of an item that is read from the instrument, once or over and over. The tag names the
-// slot of its record; every procedure looks the record up anew, so that the record may change under
-// the view.
+// The window of an item that is read from the instrument, once or continuously. The tag holds the
+// slot of its record. Every procedure looks the record up again, so the record may change while the
+// view is open.
 class ReadingView : public Form {
  public:
   ReadingView(const ReadingContext& context, const ReadingKind& kind);
@@ -39,15 +39,16 @@ class ReadingView : public Form {
   Button cmdRefresh;  // faces kRefreshFace and kStopFace
   Timer Timer1;       // the first tick comes at once, the others every 500 ms
 
-  bool InitPending = false;  // from the load to the first tick: nothing is shown
+  bool InitPending = false;  // from the load to the first tick, while nothing is shown
 
-  // May run again on a loaded view whose slot has got another record: the view shows that one.
+  // May run again on a loaded view after its slot has received another record. The view then shows
+  // the new record.
   void Form_Load() override;
   void cmdRefresh_Click() { refresh_.Click(); }
   void Timer1_Timer();
-  // F5 with no other key held is a click on cmdRefresh.
+  // F5 with no other key held acts as a click on cmdRefresh.
   void KeyDown(int code, int held);
-  // One reading by the channel option. Waits until the transfer has ended.
+  // Reads once, for the selected channel option. Waits until the transfer has ended.
   void ReadOnce();
 
  protected:
@@ -56,11 +57,11 @@ class ReadingView : public Form {
   int Slot() const { return SlotOf(*this); }
   ItemRecord& Item() { return RowOf(kind_.kind).record(context_.sheet, Slot()); }
 
-  // The first tick of a loaded view.
+  // Called at the first tick of a loaded view.
   virtual void ShowRecord() = 0;
-  // Just before a transfer.
+  // Called just before a transfer.
   virtual void PrepareReading() {}
-  // A transfer has ended. The view may have been closed meanwhile.
+  // Called after a transfer. The view may have been closed meanwhile.
   virtual void TakeReading() = 0;
 
   ReadingContext context_;

@@ -7,7 +7,7 @@ namespace oriolemark {
 
 namespace {
 
-// In the order of the kinds.
+// Indexed by ItemKind.
 constexpr bool RefreshFlags::*kFlags[] = {&RefreshFlags::WaveAutoRefresh,
                                           &RefreshFlags::MeasureAutoRefresh,
                                           &RefreshFlags::DataAutoRefresh};
@@ -65,12 +65,12 @@ void RefreshLoop::RunAuto() {
          !context_.transfer.TransferActive && !context_.waiting.Closing()) {
     const int interval = context_.settings.RefreshInterval;
     if (interval <= 0) {
-      // No timer ticks without a pause: the next reading follows at once. Events are served in
-      // between, with a breath for the processor should there be nothing to read.
+      // A timer with no interval never ticks, so the next reading follows at once. Events are
+      // served in between. The wait spares the processor if there is nothing to read.
       Read();
       context_.waiting.WaitEvents(Milliseconds(1));
     } else if (flags.RefreshTick == interval) {
-      // What was changed during the reading is looked at before the next sleep.
+      // The loop checks after the reading, before it sleeps again, whether anything has changed.
       flags.RefreshTick = 0;
       timer2_.SetEnabled(false);
       Read();
@@ -87,7 +87,7 @@ void RefreshLoop::Read() {
   timer2_.SetEnabled(true);
 }
 
-// A click that stops a loop, and the loop's own end, both come by here.
+// Runs after a click that stops a loop, and after the loop itself.
 void RefreshLoop::Rest() {
   context_.flags.Of(kind_) = false;
   ShowReady();

@@ -12,8 +12,8 @@
 
 namespace oriolemark {
 
-// Whether a continuous refresh of a kind of view runs, and the tick that all views share: 0, or the
-// interval that has just run out.
+// Whether a continuous refresh runs, for each kind of view, and the tick that all views share. The
+// tick is 0, or the interval that has just ended.
 struct RefreshFlags {
   bool WaveAutoRefresh = false;
   bool DataAutoRefresh = false;
@@ -25,11 +25,11 @@ struct RefreshFlags {
 };
 
 struct RefreshSettings {
-  std::string RefreshType = "Single";  // anything else means over and over
+  std::string RefreshType = "Single";  // anything else means continuous
   int RefreshInterval = 100;           // ms from the end of one reading to the start of the next
 };
 
-// What a refresh rests on, for all views.
+// What a refresh needs, the same for all views.
 struct RefreshContext {
   EventSource& events;
   Waiting& waiting;
@@ -43,19 +43,19 @@ struct RefreshContext {
 inline constexpr const char* kRefreshFace = "Refresh";
 inline constexpr const char* kStopFace = "Stop";
 
-// The refresh command of one view: one reading a click, or readings until it is clicked again.
-// While it runs, a view of another kind refuses the command; a second view of the same kind takes
-// the flag over and runs its loop nested in the first one's.
+// The refresh command of one view: one reading per click, or readings until the next click. While
+// it runs, a view of another kind refuses the command. A second view of the same kind takes the
+// flag over, and its loop runs nested in the first one's.
 class RefreshLoop {
  public:
-  // `read` brings one reading into the view and serves events meanwhile.
+  // `read` brings one reading into the view. It serves events meanwhile.
   RefreshLoop(RefreshContext context, ItemKind kind, const Form& view, Button& cmdRefresh,
               std::function<void()> read);
 
   // The click on cmdRefresh. Returns when the reading, or the loop, has ended.
   void Click();
-  // The view is being unloaded: its loop, if it runs, ends at its next turn and leaves the view
-  // alone.
+  // The view is being unloaded. If its loop runs, the loop ends at its next turn and no longer
+  // touches the view.
   void Abandon();
 
   bool AutoRunning() const { return autoRunning_; }

@@ -9,13 +9,13 @@ namespace {
 using S = CtrlSettings;
 
 constexpr double kWriteStep = 100.0 / 43;
-// The steps of a read add up to more than its bar takes: the last ones are refused.
+// The steps of a read add up to more than 100 %. The bar ignores the last ones.
 constexpr double kReadStep = 100.0 / 36;
 
 struct WriteRow {
   Field setting;
   int steps = 1;
-  // Where the value stands; null for a channel that is switched on, so that it takes its settings.
+  // The field whose value is sent. Null to switch a channel on, so that it accepts its settings.
   Field value = setting;
 };
 
@@ -23,8 +23,9 @@ constexpr WriteRow SwitchOn(Field display) {
   return {display, 1, nullptr};
 }
 
-// Run state and time base first; a channel's true display after its settings, its probe before its
-// range; the method before the trigger's other settings, and the level last.
+// The run state and the time base come first. A channel's true display follows its settings, and
+// its probe precedes its range. The trigger method precedes the other trigger settings, and the
+// level comes last.
 constexpr WriteRow kWriteOrder[] = {
     {&S::RunStop},
     {&S::TimeFormat},
@@ -40,7 +41,7 @@ constexpr WriteRow kWriteOrder[] = {
     {&S::CH1Invert},
     {&S::CH1Display},
     SwitchOn(&S::CH2Display),
-    // Channel 2 is sent the probe of channel 1.
+    // Channel 2 gets the probe of channel 1.
     {&S::CH2Probe, 1, &S::CH1Probe},
     {&S::CH2VoltDiv},
     {&S::CH2Offset},

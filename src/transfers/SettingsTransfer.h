@@ -9,23 +9,23 @@
 
 namespace oriolemark {
 
-// The exchanges of all settings, each run by the transfer window. Window events are served after
-// each step of the bar.
+// Sends or reads all settings. The transfer window runs these exchanges. Window events are served
+// after each step of the bar.
 class SettingsTransfer {
  public:
   SettingsTransfer(CtrlSettings& settings, TX5000Cmd& scope, ProgressBar& bar, Waiting& waiting)
       : settings_(settings), scope_(scope), bar_(bar), waiting_(waiting) {}
 
-  // Shows the settings anew after they have been read.
+  // Shows the settings again after they have been read.
   std::function<void()> buildCtrlTree;
 
-  // Sends every setting, whatever the method of the trigger. No reply is read.
+  // Sends every setting, whatever the trigger method. Reads no reply.
   void WriteSettings();
-  // Asks for every setting. One that gets no reply becomes empty.
+  // Asks for every setting. A setting without a reply becomes empty.
   void ReadSettings();
 
  private:
-  // Raises the bar by so many steps of this size.
+  // Raises the bar by `steps` steps of size `step`.
   void Raise(double step, int steps);
 
   CtrlSettings& settings_;

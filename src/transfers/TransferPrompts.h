@@ -8,8 +8,8 @@
 
 namespace oriolemark {
 
-// The prompts of the system, but a dead line does not ask for a click at each step of a transfer: a
-// message that comes again during the same transfer can be muted until the transfer ends.
+// The system's prompts, for use during transfers. When a message comes again in the same transfer,
+// the user can mute it until the transfer ends. So a dead line does not need a click at each step.
 class TransferPrompts : public Prompts {
  public:
   TransferPrompts(Prompts& system, const TransferState& transfer)
@@ -26,8 +26,8 @@ class TransferPrompts : public Prompts {
 
   Prompts& system_;
   const TransferState& transfer_;
-  int runNumber_ = 0;            // of the transfer that these were shown in
-  std::map<Words, bool> muted_;  // false: shown, and to be shown again
+  int runNumber_ = 0;            // the transfer in which these were shown
+  std::map<Words, bool> muted_;  // false: shown, and not muted
 };
 
 }  // namespace oriolemark

@@ -4,7 +4,7 @@
 
 namespace oriolemark {
 
-// What the next transfer does.
+// The task of the next transfer.
 enum class TransferKind {
   None = 0,
   MeasureCH1 = 1,
@@ -18,17 +18,18 @@ enum class TransferKind {
   Download = 9,
 };
 
-// The handshake between a requesting window and the transfer window, and whose turn it is.
+// The handshake between a requesting window and the transfer window, and the count of the transfers
+// that run.
 struct TransferState {
   oriolemark::TransferKind TransferKind = oriolemark::TransferKind::None;
   bool TransferDone = false;    // false while a requester waits
   bool TransferActive = false;  // from the window's load until the end of the transfer
-  int runs = 0;                 // transfers and refreshes, one inside another
-  int runNumber = 0;            // counts the outermost ones
+  int runs = 0;                 // running transfers and refreshes, one inside another
+  int runNumber = 0;            // number of the outermost one
 };
 
-// One transfer to the user, from here to the end of the block: a transfer by itself, or a refresh
-// with all of its readings.
+// Marks one transfer, as the user sees it, from here to the end of the block. That is a single
+// transfer, or a refresh with all of its readings.
 class TransferRun {
  public:
   explicit TransferRun(TransferState& state) : state_(state) {
@@ -42,7 +43,7 @@ class TransferRun {
   TransferState& state_;
 };
 
-// What every command that needs the instrument says without one.
+// The message of every command that needs the instrument while it is not connected.
 inline const Message kConnectFirst{.text = "Please Connect Oscilloscope First",
                                    .icon = MessageIcon::Exclamation};
 

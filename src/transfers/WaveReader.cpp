@@ -12,22 +12,22 @@ namespace oriolemark {
 namespace {
 
 constexpr int kBothChannels = 3;
-// Progress when the queries are through and the first block begins.
+// Progress in per cent after the first query.
 constexpr double kQueriesDone = 5;
 
-// The screen of the instrument in sample bytes.
+// The rows of the instrument's screen as sample bytes.
 constexpr int kTopByte = 26;
 constexpr int kBottomByte = 225;
 
 struct Block {
-  const char* source;   // what stands behind ":DATA"
-  const char* channel;  // ":CH1", ":CH2" or nothing behind it
+  const char* source;   // follows ":DATA"
+  const char* channel;  // ":CH1", ":CH2" or empty; follows the source
   SampleArray WaveRecord::*destination;
   Clamp clamp = Clamp::Screen;
 };
 
-// The blocks of one way of acquiring, for the channels read. The X channel of an X-Y figure alone
-// is not limited to the screen.
+// The blocks of one way of acquiring, for the channels that are read. Only the X channel of an X-Y
+// figure is not limited to the screen.
 struct BlockList {
   int channels;
   int count;
@@ -85,7 +85,7 @@ void WaveReader::ShowProgress(double percent) {
   context_.waiting.DoEvents();
 }
 
-// Looked up after each wait, by its slot.
+// Found by its slot, again after each wait.
 WaveRecord& WaveReader::Record() {
   return context_.sheet.Waves[static_cast<std::size_t>(context_.scratch.TransferWaveSlot)];
 }
@@ -106,7 +106,7 @@ void WaveReader::ReadWaveform(std::string channel) {
     StoreShort(width, Record().RollingEraseWidth);
   }
   Record().IsScan = scan;
-  // A rolling record keeps what the one before said of the envelope.
+  // A rolling record keeps the envelope flag of the record before.
   if (!scan) Record().Envelope = Ask(std::string(kAcquire) + kAcquisition) == "ENVELOPE";
   ReadChannelFields(channel);
   Record().TimeRange = Ask(timeBase + kRange);
@@ -174,7 +174,7 @@ void WaveReader::ReadChannelData(const std::string& channel) {
   scratch.TransferText = channel + " " + rangeText + "  " + timeText + " " +
                          " Size=" + std::to_string(scratch.TransferSize) +
                          " [Date:" + context_.today() + "]";
-  // Sent past CommBusy, which a table's request leaves alone.
+  // Sent directly, because the read of a table does not touch CommBusy.
   context_.scope.Link().Send(std::string(kData) + root);
   Split(ReadReply(0, scratch.TransferSize), 1, KeepTokens::Yes);
 }
@@ -184,7 +184,7 @@ std::string WaveReader::ReadReply(double base, double total) {
   const bool byTimer = link.traits.progressByTimer;
   context_.progress.timer2.SetEnabled(byTimer);
   const std::string text = link.ReadBlock([&](std::size_t received) {
-    // At five characters a sample.
+    // A sample has five characters.
     const double percent = base + 100.0 * static_cast<double>(received) / (5 * total);
     if (byTimer) {
       context_.progress.Progress = percent;
@@ -198,7 +198,8 @@ std::string WaveReader::ReadReply(double base, double total) {
 
 namespace {
 
-// Where the first blank stands: nearly always behind four characters, so that is tried first.
+// The position of the first blank. It nearly always follows four characters, so that is tried
+// first.
 std::size_t FindBlank(std::string_view text) {
   constexpr std::size_t kUsual = 4;
   if (text.size() > kUsual && text[kUsual] == ' ' && text[0] != ' ' && text[1] != ' ' &&
@@ -210,15 +211,15 @@ std::size_t FindBlank(std::string_view text) {
 
 }  // namespace
 
-// One pass over the bytes. A text that does not end in a blank stores the token before its end a
-// second time: what stands behind the last blank is never a sample.
+// Reads all tokens in one pass. A token counts only with a blank behind it. Without such a blank,
+// the text after the last one is dropped and the token before it is stored a second time.
 void WaveReader::Split(std::string_view text, int firstIndex, KeepTokens keep) {
   TransferScratch& scratch = context_.scratch;
   if (keep == KeepTokens::Yes) scratch.TransferTokens.resize(kLastSample + 1);
   std::string_view token;
   for (int i = firstIndex; i <= kLastSample; ++i) {
     const std::size_t blank = FindBlank(text);
-    // A text that begins with a blank has an empty token in front of it.
+    // A text that begins with a blank has an empty first token.
     if (blank != std::string_view::npos) {
       token = text.substr(0, blank);
       text.remove_prefix(blank + 1);

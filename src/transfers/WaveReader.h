@@ -11,7 +11,7 @@
 
 namespace oriolemark {
 
-// What a read of samples rests on.
+// What a read of samples needs.
 struct WaveReaderContext {
   Waiting& waiting;
   TX5000Cmd& scope;
@@ -23,14 +23,14 @@ struct WaveReaderContext {
 
 enum class Clamp { Screen, None };
 
-// The reads of sample blocks, each run by the transfer window. A step that fails is skipped and
+// Reads sample blocks. The transfer window runs these reads. A step that fails is skipped and
 // leaves the value of the read before.
 class WaveReader {
  public:
   explicit WaveReader(WaveReaderContext context) : context_(std::move(context)) {}
 
-  // Finds out how the instrument acquires and fills the wave record in TransferWaveSlot. `channel`
-  // is "CH1", "CH2" or "CH1CH2"; an X-Y figure always needs both.
+  // Asks how the instrument acquires, and fills the wave record in slot TransferWaveSlot. `channel`
+  // is "CH1", "CH2" or "CH1CH2". An X-Y figure always reads both channels.
   void ReadWaveform(std::string channel);
   // Reads one channel as a plain list into the scratch fields. `channel` is "CH1" or "CH2".
   void ReadChannelData(const std::string& channel);
@@ -39,12 +39,12 @@ class WaveReader {
   enum class KeepTokens { No, Yes };
 
   std::string Ask(std::string_view path);
-  // The record of the item that is read.
+  // The record of the item that is being read.
   WaveRecord& Record();
   void ReadChannelFields(const std::string& channel);
   void ReadBlocks();
-  // The block has been asked for; `base` is the percentage at which its progress starts and `total`
-  // the number of samples of the whole read.
+  // Reads a block that has been asked for. Its progress starts at `base` per cent. `total` is the
+  // number of samples of the whole read.
   void ReadBlock(SampleArray WaveRecord::*destination, double base, double total, int count,
                  Clamp clamp);
 

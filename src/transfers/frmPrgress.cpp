@@ -10,7 +10,7 @@ namespace oriolemark {
 namespace {
 
 enum class Procedure { ReadMeasures, ReadChannelData, ReadWaveform, WriteSettings, ReadSettings };
-// Whether acquisition is halted around the exchange.
+// Whether the instrument stops acquiring during the exchange.
 enum class Acquisition { GoesOn, Halted };
 
 struct TransferRow {
@@ -52,7 +52,7 @@ void Call(const TransferProcedures& procedures, const TransferRow& row) {
   }
 }
 
-// Size of the window in window units; its height is that of one bar with its frame.
+// Size of the window in window units. The height is that of one bar with its frame.
 constexpr double kWidth = 4500;
 constexpr double kHeight = 900;
 

@@ -16,14 +16,14 @@ namespace oriolemark {
 
 class TX5000Cmd;
 
-// The bar of the transfer window as the procedures work it.
+// The transfer window's bar, as the procedures use it.
 struct TransferProgress {
   ProgressBar& bar;
-  double& Progress;  // copied to the bar by the window's Timer2 while that runs
+  double& Progress;  // the window's Timer2 copies it to the bar while it runs
   Timer& timer2;
 };
 
-// The long exchanges, each called with the channel of its kind of transfer.
+// The long exchanges. Each is called with the channel of its kind of transfer.
 struct TransferProcedures {
   std::function<void(const std::string& channel)> ReadMeasures;
   std::function<void(const std::string& channel)> ReadChannelData;
@@ -32,21 +32,21 @@ struct TransferProcedures {
   std::function<void()> ReadSettings;
 };
 
-// The transfer window. Loaded by a request, it begins 100 ms later, carries out one exchange with
-// the instrument and unloads itself. It cannot be cancelled or closed meanwhile.
+// The transfer window. A request loads it. It begins 100 ms later, runs one exchange with the
+// instrument and unloads itself. It cannot be cancelled or closed meanwhile.
 class frmPrgress : public Form {
  public:
   frmPrgress(EventSource& events, Waiting& waiting, SettingsStore& store, LinkState& link,
              TransferState& transfer, TX5000Cmd& scope, ScreenPointer& pointer);
 
-  // Width and height of the screen in window units: where a saved position still counts.
+  // Size of the screen in window units. A saved position outside it is not used.
   double screenWidth = 0;
   double screenHeight = 0;
 
   TransferProcedures procedures;
 
-  // The requester's side: shows the window and waits. True when the transfer has ended, false when
-  // the program is closing and none took place.
+  // Called by the requester: shows the window and waits. Returns true when the transfer has ended,
+  // false if the program is closing and no transfer took place.
   bool Transfer(oriolemark::TransferKind kind, const std::string& caption);
 
   TransferProgress Progressing() { return {ProgressBar1, Progress, Timer2}; }
