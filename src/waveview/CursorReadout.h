@@ -4,15 +4,16 @@
 
 namespace oriolemark {
 
-// Cursor distances as texts, and back.
+// Writes cursor distances as texts, and reads them back.
 
-// Millivolts below 1 V, volts from there, one decimal.
+// In millivolts below 1 V, otherwise in volts, with one decimal.
 std::string ConvertVoltToStr(double volts);
-// From picoseconds to seconds, two decimals; empty below a picosecond, for 0 apart: "0.000s".
+// In the unit from picoseconds to seconds that fits, with two decimals. Empty below a picosecond,
+// except that 0 gives "0.000s".
 std::string ConvertTimeToStr(double seconds);
-// From hertz to gigahertz, two decimals.
+// In the unit from hertz to gigahertz that fits, with two decimals.
 std::string ConvertFreqToStr(double hertz);
-// The seconds that such a time text shows; 0 for what is none.
+// Returns the seconds in such a time text, or 0 for any other text.
 double GetTimeVlu(const std::string& text);
 
 }  // namespace oriolemark

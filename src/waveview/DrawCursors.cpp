@@ -75,7 +75,7 @@ Readouts MakeReadouts(const WaveRecord& record, const WaveCursors& cursors, doub
     const std::string time =
         ConvertTimeToStr(pixels * ConvertStrToTime(record.TimeRange).value * 12 / 300 / zoom);
     readouts.time = time;
-    // Worked out from the rounded text, so that both lines agree with each other.
+    // Calculated from the rounded text, so that both lines agree.
     const double shown = GetTimeVlu(time);
     readouts.frequency = shown != 0 ? ConvertFreqToStr(1 / shown) : "???.? Hz";
   }
@@ -92,7 +92,7 @@ Readouts MakeReadouts(const WaveRecord& record, const WaveCursors& cursors, doub
 void DrawCursors(const WaveSurface& surface, const WaveRecord& record, WaveCursors& cursors) {
   ClampCursors(cursors, surface.zoom);
   if (!cursors.CursorXOn && !cursors.CursorYOn) return;
-  // On a copy, put on the picture in one go: lines do not flicker over the trace.
+  // Draws on a copy and shows it in one step, so that the lines do not flicker over the trace.
   const std::unique_ptr<Canvas> copy = surface.canvas.MakeCopy();
   copy->SetColor(surface.colors.cursors);
   copy->SetLineWidth(1);

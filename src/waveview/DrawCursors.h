@@ -8,7 +8,7 @@
 
 namespace oriolemark {
 
-// The values of the read-outs, each empty where the record lacks the scale for it.
+// The values of the read-outs. A value is empty if the record lacks the scale for it.
 struct Readouts {
   std::string frequency;
   std::string time;
@@ -16,14 +16,14 @@ struct Readouts {
   std::string ch2;
 };
 
-// Measured between the pixel positions of the cursors, whether they are on or not.
+// Measures between the pixel positions of the cursors, even if the cursors are off.
 Readouts MakeReadouts(const WaveRecord& record, const WaveCursors& cursors, double zoom);
 
-// Cursor lines, their end marks and the read-outs, over a picture that is otherwise done. Clamps
+// Draws the cursor lines, their end marks and the read-outs on top of the finished picture. Clamps
 // the cursors' pixel positions to the grid.
 void DrawCursors(const WaveSurface& surface, const WaveRecord& record, WaveCursors& cursors);
 
-// The read-outs alone: distances between the pixel positions in the record's units.
+// Draws only the read-outs: distances between the pixel positions, in the record's units.
 void DisplayCursorM(const WaveSurface& surface, const WaveRecord& record,
                     const WaveCursors& cursors);
 

@@ -6,19 +6,20 @@ namespace oriolemark {
 namespace {
 
 constexpr const char* kBrand = "TAVIK";
-constexpr double kShortTick = 5;         // grid units from one short tick to the next
-constexpr double kLongTick = kDivision;  // and from one long tick to the next
+constexpr double kShortTick = 5;         // grid units between short ticks
+constexpr double kLongTick = kDivision;  // grid units between long ticks
 
-// A run of single pixels along a frame edge or a middle line: at `line` grid units, `away` times
-// the thickness loop's d pixels off it, one every `step` grid units.
+// A row of single pixels along a frame edge or a middle line. It is `away` * d pixels from the line
+// at `line` grid units, where d is the thickness loop's value. It has a pixel every `step` grid
+// units.
 struct TickRun {
   double line;
   double away;
   double step;
 };
 
-// At the right and at the bottom the ticks stand a pixel further off, for the frame is two pixels
-// wide towards the left and the top.
+// The frame's line is two pixels wide and grows to the left and upward. So the ticks at the right
+// and at the bottom are one pixel further from it.
 constexpr std::array<TickRun, 8> kTickRows{{
     {0, 1, kShortTick},
     {0, 2, kLongTick},
@@ -40,7 +41,8 @@ constexpr std::array<TickRun, 8> kTickColumns{{
     {kGridWidth, -3, kLongTick},
 }};
 
-// Dots on both ends of a length in grid units, so that their number does not depend on the zoom.
+// Number of dots along a length in grid units, with a dot at each end. It does not depend on the
+// zoom.
 constexpr int DotsAlong(double length, double step) {
   return static_cast<int>(length / step) + 1;
 }
@@ -69,7 +71,7 @@ void DrawFrame(const WaveSurface& surface) {
   canvas.Line({middleX, kMargin}, {middleX, bottom});
 }
 
-// The ticks grow with the zoom, a tenth of it at a time; below zoom 1 there are none.
+// The ticks get one layer thicker with each tenth of zoom. Below zoom 1 there are none.
 void DrawTicks(const WaveSurface& surface) {
   for (int k = 0; (10 + k) / 10.0 <= surface.zoom; ++k) {
     const double d = (10 + k) / 10.0;

@@ -9,7 +9,7 @@
 namespace oriolemark {
 namespace {
 
-// Places of the texts, in grid units.
+// Positions of the texts, in grid units.
 constexpr double kCH1Text = 0;
 constexpr double kCH2Text = 75;
 constexpr double kXYTitle = 110;
@@ -33,7 +33,7 @@ double OffsetDivisions(const std::string& offset) {
 
 // Figures of a few pixels, the same at every zoom.
 
-// Points at the ground level, five pixels below `top`.
+// A flag whose tip is at the ground level, five pixels below `top`.
 void DrawFlag(Canvas& canvas, double top) {
   const std::array<Point, 6> flag{
       {{6, top}, {18, top}, {23, top + 5}, {18, top + 10}, {6, top + 10}, {6, top}}};
@@ -84,7 +84,7 @@ void DrawTimeStatus(const WaveSurface& surface, const std::string& timeBase,
                     const std::string& delay) {
   Canvas& canvas = surface.canvas;
   canvas.SetColor(surface.colors.trigger);
-  // A time base of 0 puts the trigger nowhere: no comparison holds.
+  // With a time base of 0 both comparisons fail, so no marks are drawn.
   const double trigger =
       kCenterX - kDivision * ConvertStrToTime(delay).value / ConvertStrToTime(timeBase).value;
   if (trigger > 0 && trigger < kGridWidth) {

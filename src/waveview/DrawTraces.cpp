@@ -10,23 +10,23 @@
 namespace oriolemark {
 namespace {
 
-// The walk of a trace along the grid. Its first two points are one unit apart whatever the count;
-// at each later step the next sample stands 300 / count units further. Positions are compared
-// before the zoom, so that no zoom changes the number of points.
+// The points of a trace along the grid. The first two points are one grid unit apart, whatever the
+// count. Each later sample is 300 / count units further right. Positions are compared before the
+// zoom, so that the number of points does not depend on it.
 class TraceWalk {
  public:
   TraceWalk(const WaveSurface& surface, const SampleArray& samples, int count)
       : surface_(surface), samples_(samples), count_(count) {}
 
-  // Steps k = 0, 1, ... that are drawn; sample k + 3 stands at step k.
+  // Number of steps k = 0, 1, ... to draw. Step k shows sample k + 3.
   int Steps() const {
     if (count_ <= 0) return 0;
     const double steps = (kGridWidth - 1) * count_ / kGridWidth;
     return static_cast<int>(std::min(steps, double{kLastSample - kFirstWalked})) + 1;
   }
-  // Place of step k in grid units, from -1 on.
+  // Position of step k in grid units. k starts at -1.
   double Units(int k) const { return 1 + k * kGridWidth / count_; }
-  // The point of step k, from -1 on.
+  // The point of step k. k starts at -1.
   Point At(int k) const { return {surface_.At(Units(k)), Row(k + kFirstWalked)}; }
   double Row(int index) const { return surface_.At(samples_[index]); }
 
@@ -81,7 +81,7 @@ void DrawStatusAndDataOf(const WaveSurface& surface, const WaveRecord& record,
   DrawDataOf(surface, record, channel);
 }
 
-// Those parts of each channel that the record holds, in the channel's colour.
+// Draws the given part of each channel in the record, in the channel's colour.
 void DrawChannels(const WaveSurface& surface, const WaveRecord& record, DrawPart draw) {
   for (const Channel& channel : kChannels) {
     if (!ShowsChannel(record, channel.number)) continue;
@@ -108,7 +108,7 @@ void DrawOSC(const WaveSurface& surface, const WaveRecord& record) {
   if (record.ColorOn) {
     DrawChannels(surface, record, DrawStatusAndDataOf);
   } else {
-    // With no colour to tell them apart, the texts of both channels come before the data of any.
+    // Without colours, the texts of both channels are drawn before the data of either.
     DrawChannels(surface, record, DrawStatusOf);
     DrawChannels(surface, record, DrawDataOf);
   }
@@ -137,7 +137,7 @@ void DrawScanTrace(const WaveSurface& surface, const SampleArray& samples, int c
                    int width) {
   const TraceWalk walk(surface, samples, count);
   surface.canvas.Polyline(FirstSegment(surface, walk));
-  // Each step's line begins at the step before it. Lines between two gaps are one piece.
+  // Each step draws a line from the step before it. Lines between two gaps form one piece.
   std::vector<Point> piece;
   const auto endPiece = [&surface, &piece] {
     surface.canvas.Polyline(piece);
@@ -158,7 +158,7 @@ void DrawScanTrace(const WaveSurface& surface, const SampleArray& samples, int c
 
 void DrawXYDots(const WaveSurface& surface, const SampleArray& ch1, const SampleArray& ch2,
                 int count) {
-  // A high voltage is a low row, and lies at the right.
+  // A high voltage has a low row number. It is drawn at the right.
   constexpr int kRightmost = 249;
   for (int i = 1; i < count && SampleArray::Holds(i); ++i) {
     surface.canvas.Pixel({surface.At(kRightmost - ch1[i]), surface.At(ch2[i])});

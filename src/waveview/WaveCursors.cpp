@@ -10,10 +10,10 @@
 namespace oriolemark {
 namespace {
 
-constexpr double kReach = 3;  // pixels from a cursor within which the mouse takes hold of it
+constexpr double kReach = 3;  // pixels from a cursor within which the mouse can seize it
 constexpr double kInset = 2;  // pixels that a cursor keeps inside the grid
 
-// A whole number of 16 bits: what does not fit is not stored.
+// Stores a whole number. One that does not fit 16 bits is not stored.
 void StoreWhole(std::int16_t& held, double value) {
   const int whole = RoundToInt(value);
   if (whole < std::numeric_limits<std::int16_t>::min() ||
@@ -27,7 +27,7 @@ bool Near(double position, double mouse) {
   return std::abs(mouse - position) < kReach;
 }
 
-// The lower bound first: on a grid of a few pixels the upper one wins.
+// Applies the lower limit first. On a grid of a few pixels the upper limit wins.
 double Clamped(double position, double gridEnd) {
   return std::min(std::max(position, kMargin + kInset), gridEnd - kInset);
 }

@@ -7,8 +7,9 @@
 
 namespace oriolemark {
 
-// The two pairs of measuring cursors of one view. Base is in grid units and does not depend on the
-// zoom; Pos is the same in pixels of the picture, made anew at the head of every repaint.
+// The two pairs of measuring cursors of one view. Base is a position in grid units and does not
+// depend on the zoom. Pos is the same position in pixels of the picture; every repaint calculates
+// it again first.
 struct WaveCursors {
   double X1Base = 0;
   double X2Base = 0;
@@ -26,27 +27,29 @@ struct WaveCursors {
   bool DragY2 = false;
 };
 
-// Cursors that have no place yet get the second and the tenth division across, the second and the
-// sixth down.
+// Gives cursors without a position their first one: the second and the tenth division across, the
+// second and the sixth division down.
 void PlaceCursors(WaveCursors& cursors);
 
-// Derives the pixel positions from the bases. A whole position beyond 16 bits is not stored.
+// Calculates the pixel positions from the bases. A whole-number position that does not fit 16 bits
+// is not stored.
 void FollowZoom(WaveCursors& cursors, double zoom);
 
-// Keeps the pixel positions two pixels inside the grid; the bases stay where the user put them.
+// Keeps the pixel positions two pixels inside the grid. Does not change the bases.
 void ClampCursors(WaveCursors& cursors, double zoom);
 
-// A press seizes what lies within three pixels, at most one cursor of each pair.
+// Starts dragging the cursors within three pixels of the mouse, at most one of each pair.
 void SeizeCursors(WaveCursors& cursors, Point mouse);
-// Moves the cursor that is held to the mouse, an X cursor before a Y one; true when one moved.
+// Moves the dragged cursor to the mouse, an X cursor before a Y cursor. Returns true if one moved.
 bool DragCursor(WaveCursors& cursors, Point mouse, double zoom);
 void ReleaseCursors(WaveCursors& cursors);
 
 enum class CursorLine { X1, X2, Y1, Y2 };
-// Moves one cursor by grid units, no further than the grid's edge; true when it is shown.
+// Moves one cursor by so many grid units, but not beyond the grid's edge. Returns true if the
+// cursor is shown.
 bool StepCursor(WaveCursors& cursors, CursorLine line, int units);
 
-// The pointer to show with the mouse here.
+// The shape of the pointer for this mouse position.
 MousePointer PointerOver(const WaveCursors& cursors, Point mouse, double zoom);
 
 }  // namespace oriolemark

@@ -8,7 +8,7 @@
 namespace oriolemark {
 namespace {
 
-// A sentence of those parts that are not empty; none where all are.
+// Makes a sentence of the parts that are not empty. Empty if all are.
 std::string Sentence(const std::string& start, std::initializer_list<std::string> parts) {
   std::string sentence;
   for (const std::string& part : parts) {

@@ -7,8 +7,8 @@
 
 namespace oriolemark {
 
-// What the picture of a record shows, in words, for those who cannot see it: mode, channels,
-// scales, and the read-outs of the cursors that are on, which are measured where they are drawn.
+// Describes the picture of a record in words, for users who cannot see it: mode, channels, scales,
+// and the read-outs of the cursors that are on. The read-outs are measured at the positions drawn.
 std::string DescribeWave(const WaveRecord& record, const WaveCursors& cursors, double zoom);
 
 }  // namespace oriolemark

@@ -5,17 +5,17 @@
 
 namespace oriolemark {
 
-// The instrument's screen in grid units: 12 by 8 divisions of 25. Sample rows count in the same
-// units from the top.
+// The size of the instrument's screen in grid units: 12 by 8 divisions of 25. Sample rows are
+// counted in the same units from the top.
 inline constexpr double kGridWidth = 300;
 inline constexpr double kGridHeight = 200;
 inline constexpr double kDivision = 25;
-// Pixels at the left and at the top, the same at every zoom.
+// The margin at the left and at the top in pixels, the same at every zoom.
 inline constexpr double kMargin = 25;
 // Size of the whole picture at zoom 1.
 inline constexpr double kPictureWidth = 350;
 inline constexpr double kPictureHeight = 250;
-// The line of the status texts, in grid units, and that of the titles, in pixels.
+// The position of the status texts in grid units, and of the titles in pixels.
 inline constexpr double kStatusLine = 204;
 inline constexpr double kTitleLine = 10;
 
@@ -77,9 +77,9 @@ struct WaveSurface {
   double zoom;
   const WaveColors& colors;
 
-  // The pixel of a place in grid units, along either axis.
+  // The pixel at a position in grid units, along either axis.
   double At(double units) const { return units * zoom + kMargin; }
-  // A text at the nearest pixel.
+  // Draws a text at the nearest pixel.
   void Text(Point at, std::string_view text) const {
     canvas.Text({double(RoundToInt(at.x)), double(RoundToInt(at.y))}, text);
   }

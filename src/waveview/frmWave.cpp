@@ -44,7 +44,7 @@ std::string ZoomText(double zoom) {
   return FormatFixed(zoom * 100, 0, 0) + "%";
 }
 
-// A zoom as typed: a number followed by a percent sign.
+// Reads a typed zoom: a number followed by a percent sign.
 std::optional<double> ZoomOf(const std::string& text) {
   if (text.empty() || text.back() != '%') return std::nullopt;
   const std::optional<double> percent = NumberInReply(text.substr(0, text.size() - 1));
@@ -52,7 +52,7 @@ std::optional<double> ZoomOf(const std::string& text) {
   return *percent / 100;
 }
 
-// Whole pixels, for a fitted zoom times the picture's size is the room but for rounding.
+// Rounds to whole pixels, because a fitted picture can differ from the room by a rounding error.
 double PixelsBeyond(double size, double room) {
   return std::max(0.0, static_cast<double>(RoundToInt(size)) - RoundToInt(room));
 }
@@ -110,12 +110,13 @@ void frmWave::Form_Unload() {
   ReadingView::Form_Unload();
   Cursors = {};
   WavePic.SetPointer(MousePointer::Arrow);
-  // A large picture is not kept for a window that nobody sees.
+  // Frees the picture, which can be large, while the window is not shown.
   WavePic.Surface().SetSize(0, 0);
 }
 
 void frmWave::ShowRecord() {
-  // The controls' handlers mark the sheet, but nothing of it changes by being shown.
+  // The controls' handlers mark the sheet as modified. Showing a record does not change it, so the
+  // mark is put back.
   const bool modified = context_.sheet.Modified;
   const WaveRecord& record = Record();
   BestFitChk.SetValue(record.BestFitOn);
@@ -154,7 +155,7 @@ void frmWave::BestFitChk_Click() {
   Record().BestFitOn = BestFitChk.Value();
   context_.sheet.Modified = true;
   ZoomCombo.SetEnabled(!BestFitChk.Value());
-  // Cleared, the picture stays at the last fitted zoom.
+  // When best fit is switched off, the picture keeps the last fitted zoom.
   if (BestFitChk.Value()) Form_Resize();
 }
 
@@ -224,8 +225,8 @@ void frmWave::FitPicture() {
   ScrollPicture();
 }
 
-// A bar shows where the picture is larger than the room for it by a whole pixel; where both show,
-// each leaves the corner to the other.
+// Shows a bar if the picture is larger than its room by at least one pixel. If both bars show, each
+// leaves the corner free.
 void frmWave::PlaceScrollBars() {
   const UnitRect& back = BackPic.Place();
   const double width = CanvasPixels(back.width);
@@ -248,7 +249,7 @@ void frmWave::PlaceScrollBars() {
   ScrollPicture();
 }
 
-// The picture moves inside BackPic; nothing is drawn.
+// Moves the picture inside BackPic. Draws nothing.
 void frmWave::ScrollPicture() {
   WavePic.MoveTo(ScrolledBy(HScroll, HRange), ScrolledBy(VScroll, VRange));
 }

@@ -13,18 +13,18 @@
 
 namespace oriolemark {
 
-// The window that shows one wave record as the instrument's screen shows it. Nothing of the trace
-// lives in the picture, so that the record may change under the view.
+// The window that shows one wave record as the instrument's screen shows it. The picture keeps no
+// data of the trace, so the record may change while the view is open.
 class frmWave : public ReadingView {
  public:
-  // Pictures of more pixels are not drawn: their canvas has the size 0 by 0.
+  // A picture with more pixels is not drawn; its canvas has the size 0 by 0.
   static constexpr double kMostPixels = 64e6;
   static constexpr double kLeastStrip = 1100;
 
   frmWave(const ReadingContext& context, TransferScratch& scratch, std::unique_ptr<Canvas> canvas);
 
-  // Width in window units that the controls at the left need; told by the toolkit's side before it
-  // tells the room inside. Counts as 1100 at least.
+  // Width in window units of the controls at the left. The toolkit's side sets it before it reports
+  // the room inside. Values below 1100 count as 1100.
   double stripWidth = kLeastStrip;
 
   Picture WavePic;
@@ -38,16 +38,16 @@ class frmWave : public ReadingView {
   CheckBox ChkCursorY;
   OptionGroup OptionColor;  // "Color", "B&&W"
 
-  double ZoomFactor = 1.0;  // 1.0 is a grid unit a pixel; never below 0.01
+  double ZoomFactor = 1.0;  // at 1.0 a grid unit is one pixel; never below 0.01
   WaveCursors Cursors;
 
   void Form_Load() override;
   void Form_Resize() override;
-  // The toolkit's side only: pixels of the picture in a pixel of the window. It is 1 but on screens
-  // whose scale is no whole number.
+  // Only the toolkit's side calls this: picture pixels per window pixel. It is 1, except on screens
+  // with a fractional scale.
   void NoteCanvasScale(double scale);
-  // A key over the picture: the arrows move the first cursor of a pair by a unit, with Shift the
-  // second, with Ctrl by ten. False when the key means nothing here.
+  // A key over the picture. The arrows move the first cursor of a pair by one unit, with Shift the
+  // second, with Ctrl by ten units. Returns false for a key that does nothing here.
   bool WavePic_KeyDown(int code, int held);
 
  protected:
@@ -65,7 +65,7 @@ class frmWave : public ReadingView {
   void GridCheck_Click();
   void OptionColor_Click(int index);
   void WavePic_MouseMove(double x, double y);
-  // So many window units in pixels of the picture.
+  // Converts window units to pixels of the picture.
   double CanvasPixels(double units) const { return UnitsToPixels(units) * canvasScale_; }
   void PlaceBackPic();
   void FitPicture();
