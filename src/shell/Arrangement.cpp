@@ -6,7 +6,7 @@
 namespace oriolemark {
 namespace {
 
-// How far a cascaded window stands below and beside the one before it.
+// Distance of a cascaded window from the one before it, to the right and down.
 constexpr double kCascadeStep = 390;
 constexpr double kCascadeShare = 0.75;
 constexpr int kMostInOneRow = 3;
@@ -23,7 +23,7 @@ std::vector<UnitRect> Cascade(double width, double height, int count) {
   return places;
 }
 
-// `lines` strips across the area, each divided evenly; the last one takes what is left over.
+// Divides the area into `lines` strips and each strip evenly. The last strips take the remainder.
 std::vector<UnitRect> Tiles(double width, double height, int count, int lines) {
   std::vector<UnitRect> places;
   int placed = 0;

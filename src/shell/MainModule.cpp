@@ -65,7 +65,7 @@ void MainModule::Main() {
   splash.Unload();
   main.Show();
   platform_.waiting.WaitUntil([] { return false; });
-  // Every nested wait has unwound: the last steps run now.
+  // All nested waits have returned by now.
   main.Unload();
 }
 

@@ -21,7 +21,7 @@
 
 namespace oriolemark {
 
-// The system below the program.
+// The parts of the system that the program uses.
 struct Platform {
   EventSource& events;
   Waiting& waiting;
@@ -38,23 +38,24 @@ struct Platform {
   SyncFile syncFile;
 };
 
-// The whole program without its toolkit: owns every record and every window, and wires them.
+// The whole program without its toolkit. It owns every record and every window, and connects them.
 class MainModule {
  public:
   explicit MainModule(Platform platform);
 
-  // From the splash to the last window. Returns when the program has ended in order.
+  // Runs the program from the splash to the last window. Returns when the program has ended in
+  // order.
   void Main();
 
-  // The toolkit's side gives each new wave view its widgets here.
+  // The toolkit's side creates the widgets of each new wave view here.
   std::function<void(frmWave&)> onWaveView;
 
-  // What stands, for those who watch the program from outside.
+  // The present state, for observers outside the program.
   const LinkState& Link() const { return link_.state; }
   const TransferState& Transfer() const { return transfer_; }
   const RefreshFlags& Refreshing() const { return refreshFlags_; }
 
-  // Shared with the windows; declared in the order in which they rest on each other.
+  // Shared with the windows. The order of declaration follows the dependencies.
   Preferences preferences;
   CtrlSettings settings;
   CtrlDocument controlDocument;

@@ -10,7 +10,7 @@ std::string KeyOf(std::size_t index) {
   return "RecentFile" + std::to_string(index + 1);
 }
 
-// An "&" in a path is no access key.
+// Doubles each "&" in a path, so that it is not taken as the mark of an access key.
 std::string CaptionOf(const std::string& path) {
   std::string caption;
   for (const char character : path) {
@@ -26,7 +26,7 @@ RecentFiles::RecentFiles(SettingsStore& store, std::string section, MenuEntry& r
                          std::function<void(const std::string& path)> open)
     : store_(store), section_(std::move(section)), root_(root) {
   for (std::size_t i = 0; i < kEntries; ++i) {
-    // The path is taken first: opening it moves the entries.
+    // Copies the path, because opening it moves the entries.
     entries_[i] = std::make_unique<MenuEntry>("None", [this, i, open] {
       const std::string path = paths_[i];
       open(path);
@@ -48,7 +48,8 @@ void RecentFiles::Write(std::size_t index, const std::string& path) {
 void RecentFiles::Add(const std::string& path) {
   const auto found = std::find(paths_.begin(), paths_.end(), path);
   const bool listed = found != paths_.end();
-  // Those before it move down by one; of a new path, all do, and the last one falls out.
+  // The entries above the path move down by one. For a new path all entries move down, and the last
+  // one is dropped.
   const auto from = std::min<std::size_t>(found - paths_.begin(), kEntries - 1);
   for (std::size_t i = from; i > 0; --i) {
     const std::string above = Read(i - 1);

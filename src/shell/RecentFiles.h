@@ -9,21 +9,21 @@
 
 namespace oriolemark {
 
-// The files of one kind that were used last, newest first: four entries of a menu, kept in a
-// section of the settings store. What changes is stored at once.
+// The last used files of one kind, newest first: four entries of a menu, kept in a section of the
+// settings store. Every change is stored at once.
 class RecentFiles {
  public:
   static constexpr std::size_t kEntries = 4;
 
-  // `open` gets the path (UTF-8) of an entry that is clicked.
+  // `open` receives the path (UTF-8) of a clicked entry.
   RecentFiles(SettingsStore& store, std::string section, MenuEntry& root,
               std::function<void(const std::string& path)> open);
 
-  // Puts the path at the head.
+  // Puts the path at the top.
   void Add(const std::string& path);
-  // Fills the menu from the store. Without any file its root is disabled.
+  // Fills the menu from the store. Disables its root if there are no files.
   void Load();
-  // Empty where there is none.
+  // Empty if there is no such entry.
   const std::string& Path(std::size_t index) const { return paths_[index]; }
 
  private:

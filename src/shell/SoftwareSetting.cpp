@@ -19,7 +19,7 @@ struct Row {
 
 constexpr const char* kWindowSection = "Settings";
 
-// The rows in the order in which they are read and written.
+// The rows, in the order of reading and writing.
 std::vector<Row> Rows(Preferences& preferences) {
   StartupSettings& startup = preferences.startup;
   LinkSettings& link = preferences.link;

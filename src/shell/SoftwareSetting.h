@@ -13,8 +13,7 @@ struct StartupSettings {
   bool StartupLoadCtrl = false;
 };
 
-// The user's choices as the program works on them. The initial values are the defaults of the
-// store.
+// The user's choices that the program works with. The initial values are the defaults.
 struct Preferences {
   StartupSettings startup;
   LinkSettings link;
@@ -22,7 +21,7 @@ struct Preferences {
   UnitRect mainWindow{1000, 1000, 6500, 6500};
 };
 
-// A value that is not there or cannot be read leaves the default.
+// A value that is missing or cannot be read keeps its default.
 void LoadPreferences(SettingsStore& store, Preferences& preferences);
 
 enum class WindowRows { Written, Skipped };

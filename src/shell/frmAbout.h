@@ -11,7 +11,7 @@ class frmAbout : public Form {
  public:
   frmAbout(Prompts& prompts, const std::string& version)
       : cmdOK([this] { Unload(); }), cmdSysInfo([&prompts] {
-          // The tool that shows it belongs to another system and is not looked for here.
+          // The tool that shows it exists on another system only.
           prompts.Show({.text = "System Information Is Unavailable At This Time"});
         }) {
     SetCaption(std::string("About ") + kApplicationTitle);

@@ -9,7 +9,7 @@ constexpr double kDockBand = 3000;
 constexpr const char* kSheetPane = "DataSheet";
 constexpr const char* kControllerPane = "Controller";
 
-// Places of the add buttons, counted from 0.
+// Positions of the add buttons, counted from 0.
 constexpr std::size_t kFirstAddPlace = 10;
 constexpr std::size_t kLastAddPlace = 12;
 
@@ -35,7 +35,7 @@ frmMain::frmMain(MainContext context)
                      ++context_.link.UsbTicks;
                      context_.serial.PollLines();
                    }),
-      // Runs and does nothing: nothing asks for the busy flag.
+      // The timer runs without effect, because nothing reads the busy flag.
       CommBusyTimer(context.events, 200, [] {}),
       context_(std::move(context)),
       recentCtrls_(context_.store, "Recent Ctrl", mnuRecentCtrlRoot,
@@ -184,7 +184,7 @@ void frmMain::TimerInit_Timer() {
   TimerInit.SetEnabled(false);
   tabDock.ShowPane(kSheetPane);
   tabDock.ShowPane(kControllerPane);
-  // A copy: opening it moves the entries.
+  // A copy, because opening the file moves the entries.
   const std::string latest = recentCtrls_.Path(0);
   if (context_.preferences.startup.StartupLoadCtrl && !latest.empty()) {
     context_.controller.OpenCtrl(latest);
@@ -215,7 +215,7 @@ void frmMain::mnuFileOpen_Click() {
   if (context_.openDoc.DocType == doc_type::kController) context_.controller.mnuOpenCtrl_Click();
 }
 
-// The link is left down afterwards: the new choices take effect when the user connects again.
+// Disconnects and stays disconnected: the new choices take effect when the user connects again.
 void frmMain::mnuToolsOptions_Click() {
   if (context_.link.ScopeConnected) context_.scope.DisconnectScope();
   context_.options.ShowModal(context_.waiting);
@@ -232,7 +232,7 @@ void frmMain::ShowHelp(HelpCommand command, const std::string& page) {
 
 void frmMain::ShowStatus(const std::string& text) {
   StatusPanel.SetText(text);
-  // Two seconds from the last event, not from the first.
+  // Counts the two seconds from the last event, not from the first.
   CommTimer.SetEnabled(false);
   CommTimer.SetEnabled(true);
 }
@@ -249,7 +249,7 @@ void frmMain::SetAddButtons(bool enabled) {
 }
 
 bool frmMain::Close() {
-  // A second close while the question stands asks nothing.
+  // A second close while the question is on the screen asks nothing.
   if (closeAsked_) return false;
   closeAsked_ = true;
   const bool accepted = context_.controller.file.AskAboutChanges();

@@ -24,14 +24,14 @@
 
 namespace oriolemark {
 
-// A small picture with a tool tip, shown or hidden.
+// A small picture with a tool tip. It is shown or hidden.
 class Lamp : public Control {
  public:
   explicit Lamp(std::string toolTip) : ToolTip(std::move(toolTip)) {}
   const std::string ToolTip;
 };
 
-// What the main window rests on.
+// What the main window needs.
 struct MainContext {
   EventSource& events;
   Waiting& waiting;
@@ -55,20 +55,20 @@ struct MainContext {
   std::string helpFile;
 };
 
-// The main window: menu, toolbar, status bar, connection indicator, two docked panes, and the only
-// clock of the link.
+// The main window: menu, toolbar, status bar, connection indicator and two docked panes. Its timer
+// is the only clock of the link.
 class frmMain : public Form {
  public:
   explicit frmMain(MainContext context);
 
-  // One menu of the bar: entries in order, null where a separator stands.
+  // One menu of the menu bar: its entries in order, null for a separator.
   struct Menu {
     std::string caption;
     std::vector<MenuEntry*> entries;
   };
   std::vector<Menu> MenuBar;
 
-  // A place of the toolbar; a separator has no key.
+  // One position of the toolbar. A separator has no key.
   struct Tool {
     std::string key;
     std::string toolTip;
@@ -89,7 +89,7 @@ class frmMain : public Form {
   Control sbrStatus;
   Label StatusPanel;                            // the panel with the key "Status"
   std::vector<Tool> Tools;                      // kToolPlaces of them
-  std::array<Button, kToolPlaces> ToolButtons;  // clicks run the action of their place
+  std::array<Button, kToolPlaces> ToolButtons;  // a click runs the action at the same index
   Lamp picLED_ON;
   Lamp picLED_OFF;
   TabDock tabDock;
@@ -100,16 +100,17 @@ class frmMain : public Form {
 
   // The toolkit's side arranges the child windows by this code.
   std::function<void(Arrangement)> onArrange;
-  // The toolkit's side tells whether the window is an icon.
+  // The toolkit's side sets this while the window is an icon.
   bool Minimised = false;
 
   void Form_Load() override;
 
-  // The user closes the window: asks about unsaved changes, and unless that is cancelled, the
-  // program ends when all that runs has ended. False when it is cancelled, or asked already.
+  // The user closes the window. Asks about unsaved changes. If the user cancels, or if the question
+  // is already on the screen, returns false. Otherwise the program ends as soon as all running
+  // handlers have returned.
   bool Close();
 
-  // Opens the help file beside the program; a failure is reported. `page` is for Context.
+  // Opens the help file beside the program and reports a failure. `page` is used for Context.
   void ShowHelp(HelpCommand command, const std::string& page = {});
 
  protected:

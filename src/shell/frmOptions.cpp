@@ -10,7 +10,7 @@ namespace oriolemark {
 namespace {
 
 constexpr int kAddresses = 31;
-// More instruments than a bus can hold are not listed.
+// No bus can hold more instruments than this.
 constexpr int kMostDevices = 127;
 
 constexpr int kUsbOption = 0;
@@ -21,7 +21,7 @@ constexpr int kAutoOption = 1;
 
 constexpr const char* kNoDevice = "No Device";
 
-// "0", "1" and on.
+// "0", "1" and so on.
 std::vector<std::string> Counted(int count) {
   std::vector<std::string> texts;
   for (int i = 0; i < count; ++i) texts.push_back(std::to_string(i));
@@ -74,7 +74,7 @@ void frmOptions::FillLink() {
   const int devices = std::min(usb_.GetDeviceNum(), kMostDevices);
   deviceMeaning_ = usb_.Meaning();
   DeviceCombo.SetItems(devices > 0 ? Counted(devices) : std::vector<std::string>{kNoDevice});
-  // Each opening starts from the first instrument, whether the user confirms it or not.
+  // Each time it opens, the dialog selects the first instrument, even if the user then cancels.
   DeviceCombo.SetListIndex(0);
   link.UsbDevice = 0;
 }

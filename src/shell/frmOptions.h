@@ -16,8 +16,8 @@
 
 namespace oriolemark {
 
-// The modal dialog over the user's choices. It works on copies: OK puts them into the preferences,
-// which the settings store gets when the program closes. An open link is not touched.
+// The modal dialog for the user's choices. It works on copies. OK copies them into the preferences;
+// the program writes those to the settings store when it closes. An open link is not changed.
 class frmOptions : public Form {
  public:
   static constexpr int kPages = 3;
@@ -25,7 +25,7 @@ class frmOptions : public Form {
   frmOptions(Preferences& preferences, SerialPort& serial, GpibDriver& gpib, UsbDriver& usb);
 
   TabStrip tbsOptions;
-  std::array<Control, kPages> picOptions;  // the pages; the selected one alone is enabled
+  std::array<Control, kPages> picOptions;  // the pages; only the selected one is enabled
 
   OptionGroup PortSelectOption;  // USB, GPIB, RS232
   CheckBox HardwareCheck;
@@ -45,8 +45,8 @@ class frmOptions : public Form {
 
   void Form_Load() override;
 
-  // What a choice leads to, in words (UTF-8): an entry of `PortCombo`, the GPIB addresses, the USB
-  // devices.
+  // Describes the result of a choice in words (UTF-8): for an entry of `PortCombo`, for the GPIB
+  // addresses, for the USB devices.
   std::string PortMeaning(int index) const;
   const std::string& AddressMeaning() const { return addressMeaning_; }
   const std::string& DeviceMeaning() const { return deviceMeaning_; }
@@ -60,7 +60,7 @@ class frmOptions : public Form {
   SerialPort& serial_;
   GpibDriver& gpib_;
   UsbDriver& usb_;
-  // Asked for once an opening: to find out may mean to load a library.
+  // Read once each time the dialog opens, because it may have to load a library.
   std::string addressMeaning_;
   std::string deviceMeaning_;
 };

@@ -6,7 +6,7 @@
 
 namespace oriolemark {
 
-// Product title, company and version while the program loads.
+// Shows product title, company and version while the program loads.
 class frmSplash : public Form {
  public:
   explicit frmSplash(const std::string& version) {
