@@ -10,9 +10,9 @@ constexpr double kScreenDivisions = 12;
 constexpr double kCentre = 125;
 constexpr double kCountsPerDivision = 25;
 constexpr double kOwnNoise = 0.4;  // counts; the instrument's own, below what a row can show
-constexpr double kNoiseBehindLimit = 0.4;  // what the bandwidth limit lets through
+constexpr double kNoiseBehindLimit = 0.4;  // share of the noise that passes the bandwidth limit
 constexpr int kEnvelopeRecords = 8;
-constexpr int kEnvelopePoints = 4;  // looked at within one sample's time
+constexpr int kEnvelopePoints = 4;  // samples taken within one sample's time
 constexpr int kGridUnits = 300;
 constexpr int kGapUnits = 12;
 
@@ -24,14 +24,14 @@ bool IsOn(const Settings& settings, Setting first, Channel channel, std::string_
   return settings.Is(OfChannel(first, channel), value);
 }
 
-// What the coupling, the probe and the inverter make of a volt value.
+// Applies the coupling, the probe and the inverter to a voltage.
 double Condition(const Settings& settings, const Inputs& inputs, Channel channel, double volts) {
   if (IsOn(settings, Setting::kCoupling1, channel, "AC")) volts -= inputs.Of(channel).mean;
   if (IsOn(settings, Setting::kInvert1, channel, "ON")) volts = -volts;
   return volts * settings.ProbeFactor(channel);
 }
 
-// What makes a sample out of a moment of the signal, for one channel of one record.
+// Turns one moment of the signal into a sample, for one channel of one record.
 class Digitiser {
  public:
   Digitiser(const Settings& settings, const Inputs& inputs, Channel channel)
@@ -46,8 +46,8 @@ class Digitiser {
     if (averaged_) noise_ /= std::sqrt(settings.Number(Setting::kAverages));
   }
 
-  // In counts, not yet limited to a byte, of a record whose start is the sample's own time.
-  // `point` tells moments within one sample apart.
+  // The sample in counts, not yet limited to a byte. The record's start is the sample's own time.
+  // `point` distinguishes moments within one sample.
   double CountsAt(const Record& record, int index, int point) const {
     const double clean = averaged_ ? MeanValueAt(signal_, record.start)
                                    : ValueAt(signal_, record.start, record.clock);
@@ -75,9 +75,9 @@ std::uint8_t ToByte(double counts) {
   return static_cast<std::uint8_t>(std::lround(std::clamp(counts, 0.0, 255.0)));
 }
 
-// The record as it was some records ago: the same place in the signals, another in the modulation.
+// The record of some records ago: at the same point of the signals, at another of the modulation.
 Record RecordBefore(const Inputs& inputs, const Record& record, int times) {
-  constexpr double kSpread = 0.381966;  // turns that fall evenly however many there are
+  constexpr double kSpread = 0.381966;  // turns that spread evenly, however many there are
   Record before = record;
   before.number += static_cast<std::uint64_t>(times) << 32;
   for (const Signal& signal : inputs.signals) {
@@ -88,7 +88,7 @@ Record RecordBefore(const Inputs& inputs, const Record& record, int times) {
 
 double EnvelopeAt(const Inputs& inputs, const Digitiser& digitiser, const Record& record,
                   double step, int index, Trace trace) {
-  // Counts run downwards: the upper trace is the smallest of them.
+  // Counts grow downwards, so the upper trace is the smallest count.
   double reached = trace == Trace::kUpper ? 1e9 : -1e9;
   for (int times = 0; times < kEnvelopeRecords; ++times) {
     const Record before = RecordBefore(inputs, record, times);
@@ -102,8 +102,8 @@ double EnvelopeAt(const Inputs& inputs, const Digitiser& digitiser, const Record
   return reached;
 }
 
-// Left of the writing position stands the present pass, right of it the one before. Its noise is
-// that of its pass, so what is once written stays until it is written over.
+// To the left of the writing position is the present pass, to its right the pass before. Each
+// sample has the noise of its own pass, so it stays the same until it is overwritten.
 Record RolledRecord(const Settings& settings, const Record& record, int index) {
   const double pass = ScreenSeconds(settings);
   const double column = pass * index / settings.Number(Setting::kWindowMemory);
@@ -153,7 +153,7 @@ RollingGap GapOf(const Settings& settings, const Record& record) {
   if (!settings.Is(Setting::kScan, "ON")) return {};
   const double passes = record.clock / ScreenSeconds(settings);
   const double start = (passes - std::floor(passes)) * kGridUnits;
-  // A whole unit may lie a hair below itself.
+  // A rounding error may leave a whole unit slightly too small.
   return {static_cast<int>(start + 1e-6) % kGridUnits, kGapUnits};
 }
 

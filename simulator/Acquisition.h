@@ -8,8 +8,8 @@
 #include "simulator/Settings.h"
 #include "simulator/Signal.h"
 
-// From signal to samples. Everything here is a pure function of settings, signals and the moment
-// of a record, so that samples, measures and pictures of one record tell of the same signal.
+// From signal to samples. Everything here is a pure function of settings, signals and the moment of
+// a record. So the samples, measures and pictures of one record show the same signal.
 namespace tx5000 {
 
 struct Inputs {
@@ -28,13 +28,14 @@ struct Record {
 
 enum class Trace { kPlain, kUpper, kLower };
 
-// Where the rolling display writes, in 300ths of the screen's width.
+// The writing position of the rolling display and the width of its gap, in 300ths of the screen's
+// width.
 struct RollingGap {
   int start = 0;
   int width = 0;
 };
 
-// What the input stage makes of a signal: volts at the probe's tip, coupled, without noise.
+// The signal behind the input stage: volts at the probe's tip, coupled, without noise.
 double VoltsAt(const Settings& settings, const Inputs& inputs, Channel channel, double time,
                double clock);
 
@@ -44,15 +45,15 @@ struct Extremes {
 };
 Extremes ExtremesOf(const Settings& settings, const Inputs& inputs, Channel channel);
 
-// The time of the first trigger event at or after time 0, in seconds; nothing where the source
-// never fulfils the condition.
+// The time of the first trigger event at or after time 0, in seconds. Returns nothing if the source
+// never meets the condition.
 std::optional<double> FindTrigger(const Settings& settings, const Inputs& inputs, double clock);
 
 // Time of a sample, counted from the trigger point. Index 0 is the left edge of the screen.
 double TimeOfSample(const Settings& settings, int index);
 
-// One trace of the screen's width, WinMemSize samples: 125 is the vertical centre, 25 a division,
-// and what is above the screen has the lower values.
+// One trace of the screen's width, WinMemSize samples. 125 is the vertical centre, 25 counts are a
+// division, and lower values are higher on the screen.
 std::vector<std::uint8_t> TakeSamples(const Settings& settings, const Inputs& inputs,
                                       const Record& record, Channel channel, Trace trace);
 

@@ -6,7 +6,7 @@ namespace tx5000 {
 namespace {
 
 constexpr std::size_t kLongestCommand = 256;
-// Who asks and never fetches must not make the queue grow for ever.
+// A program that asks and never fetches must not make the queue grow for ever.
 constexpr std::size_t kMostQueued = 4 << 20;
 
 }  // namespace
@@ -33,8 +33,8 @@ void BusSide::CarryOut() {
   if (queuedBytes_ + reply.bytes.size() <= kMostQueued) Queue(reply);
 }
 
-// A doubled reply is two lines, each with its own END. A reply without a line end has END with its
-// last byte, unless the connection dies before that byte.
+// Queues a reply. A doubled reply is two lines, each with its own END. A reply without a line end
+// has END with its last byte, unless the connection dies before that byte.
 void BusSide::Queue(const Reply& reply) {
   auto due = instrument_.Now();
   if (!lines_.empty()) due = std::max(due, lines_.back().due);

@@ -11,25 +11,25 @@
 
 namespace tx5000 {
 
-// What ends a command on its way to the instrument.
+// The end of a command sent to the instrument.
 enum class Framing {
   kEnd,     // GPIB: the END message with the last byte
   kReturn,  // USB: a CR
 };
 
-// The instrument behind a connector from which replies have to be fetched: nothing comes by itself.
-// A reply ends in LF, and END comes with that byte. What is not fetched stays and is in front of
-// the replies that follow. Time is the instrument's. Instrument and faults must outlive it.
+// The instrument behind a connector that sends nothing by itself: replies have to be fetched. A
+// reply ends in LF, and END comes with that byte. Bytes that are not fetched stay in front of the
+// replies that follow. Time is the instrument's time. Instrument and faults must outlive it.
 class BusSide {
  public:
   BusSide(Instrument& instrument, Faults& faults, Framing framing)
       : instrument_(instrument), faults_(faults), framing_(framing) {}
 
-  // Takes bytes in pieces of any size; `end` tells of END with the last of them. A line longer than
-  // a command can be is cut, so it is not understood, and never grows.
+  // Receives bytes in pieces of any size. `end` means that END comes with the last of them. A line
+  // longer than any command is cut, so it is not understood and takes no more memory.
   void Receive(std::string_view bytes, bool end);
 
-  // Forgets what was received and not carried out, and all replies.
+  // Drops all replies, and what was received and not yet carried out.
   void Clear();
 
   // Bytes that can be fetched now.
@@ -39,12 +39,12 @@ class BusSide {
     std::string bytes;
     bool end = false;
   };
-  // At most `count` of the bytes that wait, and nothing beyond END.
+  // Fetches at most `count` of the waiting bytes, and none beyond END.
   Piece FetchUpToEnd(std::size_t count);
-  // Exactly `count` bytes, over all ends; nothing, and nothing is lost, where fewer wait.
+  // Fetches exactly `count` bytes, also across END. If fewer wait, returns nothing and keeps them.
   std::optional<std::string> Fetch(std::size_t count);
 
-  // When the next reply that is still under way will be there.
+  // The time at which the next delayed reply can be fetched.
   std::optional<std::chrono::milliseconds> NextArrival() const;
 
   // A fault has pulled the plug.

@@ -15,7 +15,7 @@ bool IsBlock(const Reply& reply) {
   return reply.bytes.starts_with("0x");
 }
 
-// Puts a byte behind each third of the text, the line end apart.
+// Puts a byte behind each third of the text. The line end is not counted.
 void Sprinkle(Reply& reply, char byte) {
   std::string spoilt;
   for (std::size_t i = 0; i < reply.bytes.size(); ++i) {
@@ -25,7 +25,7 @@ void Sprinkle(Reply& reply, char byte) {
   reply.bytes = std::move(spoilt);
 }
 
-// Each token of a block made anew from its two digits and what parts it from the next.
+// Writes each token of a block again: prefix, its two digits, separator.
 void Rewrite(Reply& reply, std::string_view prefix, std::string_view separator) {
   if (!IsBlock(reply)) return;
   std::string spoilt;
@@ -86,7 +86,7 @@ constexpr FaultRow kTable[] = {
      }},
     {"double", "the line comes twice",
      [](Reply& r, milliseconds) {
-       // Ordered again and again, it grows no further than this.
+       // Repeated doubling stops at this size.
        if (r.bytes.size() < kMostDoubled) r.bytes += r.bytes;
      }},
     {"garbage", "a line of the same length with other characters", Garble},
@@ -126,7 +126,7 @@ std::string_view TakeWord(std::string_view& text) {
   return word;
 }
 
-// What follows the name and the number.
+// Reads the scope, which follows the name and the number.
 bool ParseScope(std::string_view text, Fault& fault) {
   if (text.empty() || text == "all") return true;
   if (text == "next") {

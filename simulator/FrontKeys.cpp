@@ -11,7 +11,7 @@ constexpr double kDelayStep = 0.1;
 
 struct Knob {
   std::string_view command;
-  Setting setting;  // of channel 1, where each channel has one
+  Setting setting;  // that of channel 1, if each channel has one
   int steps;
 };
 
@@ -37,13 +37,13 @@ void Instrument::SwitchChannelOff() {
 bool Instrument::TurnKnob(std::string_view command) {
   const auto* const knob = std::ranges::find(kKnobs, command, &Knob::command);
   if (knob == std::end(kKnobs)) return false;
-  IsRunning();  // a shot that is due is taken with the old setting
+  IsRunning();  // a shot that is due still uses the old setting
   const bool vertical = knob->setting == Setting::kRange1 || knob->setting == Setting::kOffset1;
   Step(vertical ? OfChannel(knob->setting, selected_) : knob->setting, knob->steps);
   return true;
 }
 
-// At its end a setting stays where it is.
+// A setting at the end of its range stays there.
 void Instrument::Step(Setting setting, int steps) {
   if (const auto rows = settings_.Choices(setting); !rows.empty()) {
     const auto last = static_cast<std::ptrdiff_t>(rows.size()) - 1;

@@ -34,7 +34,7 @@ constexpr Block kBlocks[] = {
     {":DATA:EnvelopeMin:CH2", Channel::k2, Trace::kLower},
 };
 
-// "0x7D " a sample, the last one too.
+// Writes "0x7D " for each sample, including the last one.
 std::string FormatBlock(const std::vector<std::uint8_t>& samples) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string text;
@@ -143,12 +143,12 @@ std::optional<std::string> Instrument::AnswerBlock(std::string_view command) {
 }
 
 bool Instrument::SetFrom(std::string_view command) {
-  // No value holds a colon, so the last one parts path and value.
+  // No value contains a colon, so the last colon separates path and value.
   const auto colon = command.rfind(':');
   if (colon == std::string_view::npos) return false;
   const auto setting = Settings::Find(command.substr(0, colon));
   if (!setting) return false;
-  IsRunning();  // a shot that is due is taken with the old setting
+  IsRunning();  // a shot that is due still uses the old setting
   if (!settings_.Set(*setting, command.substr(colon + 1), Turner::kWire)) return false;
   AfterChange(*setting);
   return true;
@@ -170,7 +170,7 @@ bool Instrument::Turn(std::string_view path, std::string_view value) {
 }
 
 void Instrument::AfterChange(Setting setting) {
-  // A running instrument that is put into single mode waits for its shot from now on.
+  // A running instrument that is set to single mode waits for its shot from now on.
   if (setting == Setting::kTrigMode) startedAt_ = now_;
 }
 
@@ -193,7 +193,8 @@ void Instrument::Advance(std::chrono::milliseconds elapsed) {
   now_ += elapsed;
 }
 
-// Records are taken when somebody looks: from outside nobody can tell, and time costs nothing.
+// Takes a record only when one is read. From outside this makes no difference, and it costs no
+// time.
 const Record& Instrument::CurrentRecord() {
   if (IsRunning() && !WaitsForShot()) Acquire();
   return record_;
@@ -219,16 +220,16 @@ void Instrument::Acquire() {
   } else if (settings_.Is(Setting::kTrigMode, "AUTO") || settings_.Is(Setting::kMethod, "VIDEO")) {
     TakeFree();
   }
-  // Else the instrument waits, and its screen keeps the last record.
+  // Otherwise the instrument waits, and its screen keeps the last record.
 }
 
 bool Instrument::WaitsForShot() const {
-  // The trigger modes belong to edges and pulses.
+  // The trigger modes apply to edges and pulses only.
   return settings_.Is(Setting::kTrigMode, "SINGLE") && !settings_.Is(Setting::kMethod, "VIDEO");
 }
 
 void Instrument::TakeFree() {
-  // With no trigger the record begins anywhere in the signals.
+  // Without a trigger the record begins anywhere in the signals.
   const auto number = static_cast<std::uint64_t>(now_.count());
   const double repetition = CommonRepetition(inputs_.signals[0], inputs_.signals[1]);
   const double place = (NoiseAt(inputs_.seed, number, 0, ~0u) + 1) / 2;
@@ -246,7 +247,7 @@ void Instrument::Start() {
 }
 
 void Instrument::Run() {
-  // A single shot is armed by the key alone.
+  // Only the key arms a single shot.
   if (!WaitsForShot()) Start();
 }
 

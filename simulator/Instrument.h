@@ -12,7 +12,7 @@
 
 namespace tx5000 {
 
-// The four fields of the answer to "*IDN?".
+// The four fields of the reply to "*IDN?".
 struct Identity {
   std::string maker = "TAVIK TECHNOLOGIES";
   std::string model = "TX-5102CA";
@@ -20,34 +20,35 @@ struct Identity {
   std::string firmware = "01.02.05";
 };
 
-// A TX5000 oscilloscope without its connectors. It has no clock: its owner tells it how time
-// passes. It starts nothing by itself and is not to be used from two threads.
+// A TX5000 oscilloscope without its connectors. It has no clock: its owner reports the time that
+// passes. It starts nothing by itself. It must not be used from two threads.
 class Instrument {
  public:
   explicit Instrument(Identity identity = {}, std::uint32_t seed = 1);
 
-  // Carries out one command, given without its terminator. The result is the reply without its
-  // line end; nothing where the command has no reply or is not understood. What is not understood,
-  // a wrong case, blank or value too, changes nothing and is counted.
+  // Carries out one command, given without its terminator. Returns the reply without its line end,
+  // or nothing if the command has no reply or is not understood. A command that is not understood,
+  // also one with a wrong case, blank or value, changes nothing and is counted.
   std::optional<std::string> Execute(std::string_view command);
 
-  // Time passes. Never negative.
+  // Lets this much time pass; never negative.
   void Advance(std::chrono::milliseconds elapsed);
   std::chrono::milliseconds Now() const { return now_; }
 
-  // Not understood since the last ForgetUnknown: how many in all, and the first of them.
+  // The commands not understood since the last ForgetUnknown: their number, and the first of them.
   int UnknownCommands() const { return unknownCount_; }
   const std::vector<std::string>& Unknown() const { return unknown_; }
   void ForgetUnknown();
-  // Counts what came over a connector and is no command text at all.
+  // Counts input over a connector that is not a command text at all.
   void NoteUnknown(std::string_view command);
 
-  // A hand at the instrument. Takes each setting by its wire path, as strictly as the wire, and
+  // Changes a setting as a hand at the front panel would. Takes each setting by its command path,
+  // as strictly as a connector does, and also
   // - ":TimeBase:SCAN" ON or OFF, the rolling display; ON slows a fast time base down,
   // - ":DATA:WinMemSize" and ":DATA:SysMemSize", 1 to 17000,
   // - "SIGNAL1" and "SIGNAL2", what is connected, in the words of ParseSignal,
   // - a command that takes no value, such as ":STOP" or ":KEY:RUN", with an empty value.
-  // False, and nothing changed, for anything else. Never counted as unknown.
+  // Returns false and changes nothing for anything else. Never counts it as unknown.
   bool Turn(std::string_view path, std::string_view value);
 
   bool IsRunning();
@@ -60,12 +61,12 @@ class Instrument {
   const Inputs& GetInputs() const { return inputs_; }
   void Connect(Channel channel, Signal signal);
 
-  // The record that a block read now would be taken from. New while the instrument runs, the same
-  // for good while it is stopped.
+  // The record that a block read now would come from. It is new while the instrument runs, and
+  // stays the same while it is stopped.
   const Record& CurrentRecord();
 
-  // What ":HARD_COPY" has last copied: kScreenBytes inks in rows from the top, dark before the
-  // first copy.
+  // The screen as ":HARD_COPY" last copied it: kScreenBytes inks in rows from the top. All dark
+  // before the first copy.
   const std::vector<std::uint8_t>& ScreenMemory() const { return screenMemory_; }
 
  private:
@@ -95,7 +96,7 @@ class Instrument {
   void SelectChannel2() { SelectChannel(Channel::k2); }
   void SelectChannel(Channel channel);
   void SwitchChannelOff();
-  // The keys that step a setting up or down; false for any other command.
+  // Carries out a key that steps a setting up or down. Returns false for any other command.
   bool TurnKnob(std::string_view command);
   void Step(Setting setting, int steps);
 
@@ -111,13 +112,13 @@ class Instrument {
   Settings settings_;
   Inputs inputs_;
   Record record_;
-  Inputs recorded_;  // what hung on the inputs when the record was taken
+  Inputs recorded_;  // the signals connected when the record was taken
   std::chrono::milliseconds now_{0};
-  std::chrono::milliseconds startedAt_{0};  // of the present run, for the length of a single shot
+  std::chrono::milliseconds startedAt_{0};  // start of the present run; times a single shot
   bool running_ = true;
   bool menuShown_ = true;
   bool keysEnabled_ = true;
-  Channel selected_ = Channel::k1;  // by its key; the vertical keys are for this one
+  Channel selected_ = Channel::k1;  // chosen by its key; the vertical keys act on it
   int unknownCount_ = 0;
   std::vector<std::string> unknown_;
   std::vector<std::uint8_t> screenMemory_;

@@ -17,7 +17,7 @@ bool MemoryWindow::Control(int request, std::uint32_t number) {
   if (std::find(std::begin(kRequests), std::end(kRequests), request) == std::end(kRequests)) {
     instrument_.NoteUnknown("USB control request " + std::to_string(request));
   }
-  // The first request may come at any time: an order that was given up is begun again by it.
+  // The first request may come at any time. It begins a new order if one was left unfinished.
   const std::size_t step = request == kRequests[0] ? 0 : step_;
   step_ = 0;
   const auto size = static_cast<std::uint32_t>(instrument_.ScreenMemory().size());

@@ -16,7 +16,7 @@ constexpr int kHighestSample = 225;
 constexpr int kCentreSample = 125;
 constexpr int kMenuWidth = 56;
 
-// Three by five dots, an octal digit a row.
+// Three by five dots. Each octal digit is one row.
 struct Glyph {
   char letter;
   int rows;
@@ -52,7 +52,7 @@ class Painter {
 
  private:
   void Dot(int x, int y, Ink ink) { pixels_[static_cast<std::size_t>(y * kScreenWidth + x)] = ink; }
-  void Fill(int left, int top, int right, int bottom, Ink ink);  // both ends are drawn
+  void Fill(int left, int top, int right, int bottom, Ink ink);  // includes both ends
   void Write(int x, int y, std::string_view text, Ink ink);
   std::vector<std::uint8_t> Samples(Channel channel, Trace trace) {
     return TakeSamples(settings_, inputs_, record_, channel, trace);
@@ -122,7 +122,7 @@ void Painter::DrawTraces() {
   }
   const bool envelope =
       settings_.Is(Setting::kAcquisition, "ENVELOPE") && !settings_.Is(Setting::kScan, "ON");
-  // Channel 1 comes last and lies in front.
+  // Channel 1 is drawn last, in front.
   for (const auto& [channel, ink] :
        {std::pair(Channel::k2, kChannel2Ink), std::pair(Channel::k1, kChannel1Ink)}) {
     if (!IsShown(settings_, channel)) continue;

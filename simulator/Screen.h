@@ -6,9 +6,9 @@
 
 #include "simulator/Acquisition.h"
 
-// The instrument's own screen: 320 by 240 pixels, a byte each, rows from the top. A byte is a
-// colour, with three bits of red, three of green and two of blue, red highest; on an instrument
-// without colours all but the dark one are lit.
+// The instrument's own screen: 320 by 240 pixels, one byte each, rows from the top. A byte is a
+// colour: three bits of red (the highest), three of green and two of blue. An instrument without
+// colours lights every ink except the dark one.
 namespace tx5000 {
 
 inline constexpr int kScreenWidth = 320;
@@ -23,8 +23,8 @@ enum Ink : std::uint8_t {
   kTextInk = 0xFF,
 };
 
-// Where the traces stand: sample i of n is in column kTraceLeft + i * 300 / n, and its row is
-// kTraceTop for the value 26, one lower for each count, up to 225. What is beyond shows at the
+// The position of the traces. Sample i of n is in column kTraceLeft + i * 300 / n. The value 26 is
+// in row kTraceTop; each further count is one row lower, up to 225. Values beyond are drawn at the
 // edge.
 inline constexpr int kTraceLeft = 10;
 inline constexpr int kTraceTop = 19;
@@ -34,7 +34,7 @@ struct ScreenState {
   bool menuShown = false;
 };
 
-// The same record that a block would be taken from, under the settings of the moment.
+// Draws the record that a block would be read from, with the present settings.
 std::vector<std::uint8_t> DrawScreen(const Settings& settings, const Inputs& inputs,
                                      const Record& record, ScreenState state);
 

@@ -7,7 +7,7 @@ namespace tx5000 {
 namespace {
 
 constexpr std::size_t kLongestLine = 256;
-constexpr double kPieceMilliseconds = 20;  // paced replies come in pieces of about this length
+constexpr double kPieceMilliseconds = 20;  // approximate length of the pieces of a paced reply
 constexpr double kBitsPerByte = 10;
 
 }  // namespace

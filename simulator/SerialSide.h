@@ -10,30 +10,30 @@
 
 namespace tx5000 {
 
-// Bytes that arrive at the other end some time after the call that gave them.
+// Bytes that arrive at the other end some time after the call that returned them.
 struct Chunk {
   std::chrono::milliseconds after;
   std::string bytes;
 };
 
-// The instrument's serial connector: commands end in CR, replies in LF. Time is the instrument's.
-// The instrument must outlive it; what a hand turns in between may be done on the instrument
-// itself.
+// The instrument's serial connector: commands end in CR, replies in LF. Time is the instrument's
+// time. The instrument must outlive it. Its settings may be changed directly in between.
 class SerialSide {
  public:
   explicit SerialSide(Instrument& instrument) : instrument_(instrument) {}
 
-  // Takes bytes as they come, in pieces of any size, and carries out each command that they
-  // complete. The result is in the order of time. A line longer than a command can be is cut, so
-  // it is not understood, and never grows.
+  // Receives bytes in pieces of any size and carries out each command that they complete. The
+  // result is in the order of time. A line longer than any command is cut, so it is not understood
+  // and takes no more memory.
   std::vector<Chunk> Receive(std::string_view bytes);
 
-  // Replies take ten bits a byte at this speed; 0, the start value, sends each in one piece.
+  // At this speed a byte of a reply takes ten bits. 0, the initial value, sends each reply in one
+  // piece.
   void SetBaud(int baud) { baud_ = baud; }
 
   Faults& GetFaults() { return faults_; }
 
-  // A fault has taken the port away. Nothing is understood or answered until it is plugged in.
+  // A fault has taken the port away. Until it is plugged in, nothing is understood or answered.
   bool HasVanished() const { return vanished_; }
   void PlugIn() { vanished_ = false; }
 
@@ -45,7 +45,7 @@ class SerialSide {
   Faults faults_;
   std::string line_;
   int baud_ = 0;
-  double busyUntil_ = 0;  // in ms of the instrument's time; replies queue behind each other
+  double busyUntil_ = 0;  // ms of the instrument's time; replies queue up
   bool vanished_ = false;
 };
 

@@ -11,15 +11,15 @@ using Texts = std::span<const std::string_view>;
 
 enum class Kind {
   kList,
-  kRange,       // a list that goes by the probe
-  kSource,      // a list that goes by the trigger method
+  kRange,       // a list that depends on the probe
+  kSource,      // a list that depends on the trigger method
   kDivisions,   // -12.00div to 12.00div in steps of 0.04
   kPercent,     // 1% to 100%
-  kLine,        // a number from 1, up to what the video standard has
-  kDelay,       // a time within limits that go by the time base
+  kLine,        // a number from 1 to the last line of the video standard
+  kDelay,       // a time within limits that depend on the time base
   kDuration,    // a time of 0 to 10 s
-  kSamples,     // a count that only a hand can set
-  kSwitchHand,  // a list that only a hand can set
+  kSamples,     // a count that only a hand can change
+  kSwitchHand,  // a list that only a hand can change
 };
 
 constexpr std::string_view kOnOff[] = {"ON", "OFF"};
@@ -33,7 +33,7 @@ constexpr std::string_view kTimes[] = {
     "2.000s",  "5.000s",  "10.00s",  "20.00s",  "50.00s"};
 constexpr std::string_view kFormats[] = {"Y-T", "X-Y"};
 constexpr std::string_view kMethods[] = {"EDGE", "PULSE", "VIDEO"};
-// Mains as a trigger source exists for edges alone; it is last, so that it can be left off.
+// Mains is a trigger source for edges only. It is the last entry, so that it can be left off.
 constexpr std::string_view kSources[] = {"CH1", "CH2", "EXT", "EXT5", "AC"};
 constexpr std::string_view kSlopes[] = {"RISING", "FALLING"};
 constexpr std::string_view kTrigModes[] = {"AUTO", "NORMAL", "SINGLE"};
@@ -77,8 +77,8 @@ constexpr Row At(Setting setting, std::string_view path, Kind kind, std::string_
 
 using enum Setting;
 
-// The defaults are a front panel left in good order: two channels, one above the other, two and a
-// half periods across the screen.
+// The defaults of a tidy front panel: two channels, one above the other, with two and a half
+// periods across the screen.
 constexpr Row kRows[] = {
     At(kDisplay1, ":CHANNEL1:DISPLAY", Kind::kList, kOnOff, "ON"),
     At(kRange1, ":CHANNEL1:RANGE", Kind::kRange, "1.00V"),
@@ -233,7 +233,7 @@ DelayLimits LimitsAt(double perDivision) {
 bool Settings::AcceptsDelay(std::string_view value) const {
   const auto seconds = ParseSeconds(value);
   const auto [lowest, highest] = LimitsAt(Seconds(kTimeRange));
-  // A limit that went through text and back may miss itself by its last digit.
+  // A limit that was written as text and read again may differ in its last digit.
   const double slack = 1e-12 * (highest - lowest);
   return seconds && *seconds >= lowest - slack && *seconds <= highest + slack;
 }

@@ -57,29 +57,29 @@ enum class Setting {
 
 enum class Channel { k1, k2 };
 
-// Who turns: the wire reaches less than a hand, which also sets what the wire can only ask.
+// Who changes a setting. A hand can also set what a command can only ask for.
 enum class Turner { kWire, kHand };
 
-// The most samples that one trace can have.
+// The largest number of samples in one trace.
 inline constexpr int kMaximumSamples = 17000;
 
-// The instrument's settings as texts in its own form. Each text can be read as a quantity at all
-// times without a further check. It is one that the setting accepts now; mains alone stays the
-// trigger's source when the method leaves the edges, which it belongs to.
+// The instrument's settings as texts in its own form. Each text can be read as a quantity at any
+// time without a further check, and is one that the setting accepts now. The only exception is
+// mains as the trigger source: it belongs to edges, but stays when another method is chosen.
 class Settings {
  public:
   Settings();
 
-  // The setting with this path, for instance ":CHANNEL1:RANGE". Case and blanks count.
+  // The setting with this path, for instance ":CHANNEL1:RANGE". Case and blanks must match.
   static std::optional<Setting> Find(std::string_view path);
   static std::string_view Path(Setting setting);
 
-  // False, and nothing changed, where the value is not one that the setting takes now. Changes
-  // that others depend on are carried through: a probe rescales the range, a time base limits the
-  // delay and ends the rolling display, a video standard limits the line.
+  // Returns false and changes nothing if the setting does not accept the value now. Also changes
+  // dependent settings: a probe rescales the range, a time base limits the delay and ends the
+  // rolling display, a video standard limits the line.
   bool Set(Setting setting, std::string_view value, Turner turner);
 
-  // What is in force, and what a query is answered with.
+  // The present text, which a query also returns.
   const std::string& Text(Setting setting) const;
   bool Is(Setting setting, std::string_view value) const;
 
@@ -89,7 +89,7 @@ class Settings {
   double Seconds(Setting setting) const;    // time base, delay, holdoff, pulse width
   int Number(Setting setting) const;        // averages and sizes
 
-  // The texts that a setting of the list kind takes now; empty for the other kinds.
+  // The texts that a setting of the list kind accepts now. Empty for the other kinds.
   std::span<const std::string_view> Choices(Setting setting) const;
 
  private:
@@ -102,7 +102,7 @@ class Settings {
   std::array<std::string, static_cast<std::size_t>(Setting::kCount)> texts_;
 };
 
-// The setting of the given channel that stands at `first` for channel 1.
+// The given channel's setting. `first` is the same setting of channel 1.
 Setting OfChannel(Setting first, Channel channel);
 
 }  // namespace tx5000

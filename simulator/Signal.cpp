@@ -12,16 +12,16 @@ namespace {
 
 constexpr double kTurn = 2 * std::numbers::pi;
 constexpr double kBurstCarrier = 10;  // carrier cycles in one repetition
-constexpr double kBurstCycles = 4;    // of them, those that sound
+constexpr double kBurstCycles = 4;    // of these, the cycles that are not silent
 constexpr double kModulationDepth = 0.6;
-constexpr double kCarrierPerModulation = 27.3;  // not whole, or each record would look the same
+constexpr double kCarrierPerModulation = 27.3;  // not a whole number, so that records differ
 constexpr double kEdgeSteepness = 25;  // edges of a square take about a hundredth of its period
 
 double Fraction(double value) {
   return value - std::floor(value);
 }
 
-// From -1 to 1 over one turn.
+// The shape of a signal over one turn, from -1 to 1.
 double ShapeOf(const Signal& signal, double turns) {
   switch (signal.kind) {
     case SignalKind::kSine:
@@ -41,7 +41,7 @@ double ShapeOf(const Signal& signal, double turns) {
   return 0;
 }
 
-// 1 at its highest.
+// The factor of the modulation; 1 at its highest.
 double ModulationAt(const Signal& signal, double moment) {
   const double period = ModulationPeriodOf(signal);
   if (period == 0) return 1;
@@ -114,7 +114,7 @@ double CommonRepetition(const Signal& first, const Signal& second) {
 double NoiseAt(std::uint32_t seed, std::uint64_t record, int channel, std::uint64_t sample) {
   std::uint64_t state = seed + record * 0x9E3779B97F4A7C15u;
   state ^= (sample * 2 + static_cast<std::uint64_t>(channel)) * 0xD1B54A32D192ED03u;
-  // The finishing rounds of a good hash: neighbours in any of the four numbers share nothing.
+  // The last rounds of a good hash. After them, neighbouring arguments give unrelated numbers.
   state = (state ^ (state >> 30)) * 0xBF58476D1CE4E5B9u;
   state = (state ^ (state >> 27)) * 0x94D049BB133111EBu;
   state ^= state >> 31;
@@ -128,7 +128,7 @@ std::optional<Signal> ParseSignal(std::string_view text, int channel) {
   if (preset == std::end(kPresets)) return std::nullopt;
   Signal signal = preset->channels[channel == 1 ? 0 : 1];
   if (!text.empty()) {
-    // The pair of a figure keeps its ratio: the number given is the first one's.
+    // The frequency applies to the first signal of a figure; the second keeps its ratio to it.
     const auto frequency = ParseNumber(TakeWord(text));
     if (!frequency || *frequency < 1e-3 || *frequency > 1e9) return std::nullopt;
     signal.frequency *= *frequency / preset->channels[0].frequency;

@@ -12,10 +12,10 @@ enum class SignalKind {
   kRamp,
   kNoise,
   kBurst,      // four cycles, then rest
-  kModulated,  // a sine whose amplitude breathes slowly
+  kModulated,  // a sine whose amplitude changes slowly
 };
 
-// What is connected to an input. Volts at the input, before any probe factor.
+// The signal at an input, in volts before any probe factor.
 struct Signal {
   SignalKind kind = SignalKind::kSine;
   double frequency = 1000;  // Hz, above 0; of a burst: bursts a second
@@ -24,29 +24,31 @@ struct Signal {
   double phase = 0;  // in turns
 };
 
-// The signal without its noise. `time` runs from a moment at which all phases are at their start;
-// `clock` is the moment itself, on which only the slow modulation depends. Both in seconds.
+// The signal without its noise. `time` counts from a moment at which all phases are at their start.
+// `clock` is the time since power-on; only the slow modulation depends on it. Both are in seconds.
 double ValueAt(const Signal& signal, double time, double clock);
 
-// The same with the modulation at its mean, as averaging many records shows it.
+// The same with the modulation at its mean, as the average of many records shows it.
 double MeanValueAt(const Signal& signal, double time);
 
-// Seconds after which the signal without modulation repeats; 0 where it never does.
+// The time in seconds after which the signal without modulation repeats; 0 if it never does.
 double RepetitionOf(const Signal& signal);
 double ModulationPeriodOf(const Signal& signal);
 
-// The seconds after which both repeat, or the first alone where they share none soon.
+// The time in seconds after which both signals repeat. If there is none within reach, that of the
+// first alone.
 double CommonRepetition(const Signal& first, const Signal& second);
 
-// Evenly spread over -1 to 1, the same for the same four numbers.
+// A number evenly spread over -1 to 1. The same four arguments give the same number.
 double NoiseAt(std::uint32_t seed, std::uint64_t record, int channel, std::uint64_t sample);
 
-// "sine", "square 2000" or "modulated 1000 2.5": kind, then frequency and amplitude if given. The
-// kinds are sine, square, ramp, noise, burst, modulated, and "lissajous" for a sine that makes a
-// figure with the same on the other channel. Nothing for a text that is not understood.
+// Reads "sine", "square 2000" or "modulated 1000 2.5": a kind, then optionally frequency and
+// amplitude. The kinds are sine, square, ramp, noise, burst, modulated, and "lissajous". The last
+// is a sine that forms a figure with the lissajous of the other channel. Returns nothing for a text
+// that is not understood.
 std::optional<Signal> ParseSignal(std::string_view text, int channel);
 
-// What hangs on the inputs of a fresh instrument.
+// The signal at an input when the instrument is switched on.
 Signal InitialSignal(int channel);
 
 }  // namespace tx5000

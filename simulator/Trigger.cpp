@@ -12,12 +12,12 @@ constexpr double kEqualWithin = 0.1;  // two widths count as equal within a tent
 
 enum class Edge { kRising, kFalling };
 
-// The trigger's view of its source channel.
+// The source channel as the trigger sees it.
 class Source {
  public:
   Source(const Settings& settings, const Inputs& inputs, Channel channel, double clock)
       : settings_(settings), inputs_(inputs), channel_(channel), clock_(clock) {
-    // The level is counted from the channel's own zero, so a trace that is moved keeps triggering.
+    // The level counts from the channel's own zero, so moving a trace does not stop its trigger.
     level_ = settings.Divisions(Setting::kLevel) * settings.VoltsPerDivision(channel);
     const bool coupled = settings.Is(Setting::kTrigCoupling, "AC");
     const auto [lowest, highest] = ExtremesOf(settings, inputs, channel);
@@ -85,7 +85,7 @@ std::optional<double> FindPulse(const Settings& settings, const Source& source) 
 
 std::optional<double> FindTrigger(const Settings& settings, const Inputs& inputs, double clock) {
   const std::string_view name = settings.Text(Setting::kSource);
-  // Nothing is ever connected to the external input, and no signal here is a picture.
+  // The external input is never connected, and no signal here contains a video picture.
   if (settings.Is(Setting::kMethod, "VIDEO") || name.starts_with("EXT")) return std::nullopt;
   if (name == "AC") return std::ceil(clock / kMainsPeriod) * kMainsPeriod;
   const Channel channel = name == "CH1" ? Channel::k1 : Channel::k2;

@@ -11,7 +11,7 @@ namespace {
 
 using Unit = std::pair<std::string_view, double>;
 
-// Longer unit texts first, so that "ms" is not taken for a number that ends in "m".
+// The longer unit texts come first, so that "ms" is not read as a number and "m" before "s".
 constexpr std::array<Unit, 4> kTimeUnits{{{"ns", 1e9}, {"us", 1e6}, {"ms", 1e3}, {"s", 1.0}}};
 
 bool IsPlainDecimal(std::string_view text) {
@@ -72,7 +72,7 @@ std::optional<double> ParseSeconds(std::string_view text) {
 std::string FormatSeconds(double seconds) {
   const double size = std::fabs(seconds);
   if (size < 5e-13) return "0.0000s";
-  // A size that rounds up to 1000 of a unit is shown as 1 of the next.
+  // A size that rounds up to 1000 of a unit is written as 1 of the next.
   const auto unit = std::find_if(kTimeUnits.begin(), kTimeUnits.end() - 1,
                                  [&](const Unit& u) { return size * u.second < 999.95; });
   const double shown = seconds * unit->second;

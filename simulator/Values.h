@@ -5,17 +5,18 @@
 #include <string>
 #include <string_view>
 
-// The texts in which the instrument gives and takes quantities. Nothing here depends on a locale,
-// and everything is exact: a blank, a sign or a leading zero too many makes a text a wrong one.
+// Reads and writes quantities in the instrument's own form. Nothing here depends on a locale, and
+// everything is exact: a superfluous blank, sign or leading zero makes a text invalid.
 namespace tx5000 {
 
-// Decimal digits without sign or leading zero; nothing for any other text or above a billion.
+// Decimal digits without sign or leading zero. Returns nothing for any other text or above a
+// billion.
 std::optional<int> ParseCount(std::string_view text);
 
-// "1.00V", "20.0mV", "5kV" to volts. Nothing for a text of another form.
+// "1.00V", "20.0mV", "5kV" to volts. Returns nothing for a text of another form.
 std::optional<double> ParseVolts(std::string_view text);
 
-// Sign, digits with at most one point, then "ns", "us", "ms" or "s", to seconds.
+// Seconds from a sign, digits with at most one point, and "ns", "us", "ms" or "s".
 std::optional<double> ParseSeconds(std::string_view text);
 
 // Four significant digits and the unit that leaves one to three digits before the point:
@@ -23,14 +24,14 @@ std::optional<double> ParseSeconds(std::string_view text);
 std::string FormatSeconds(double seconds);
 
 // Positions in hundredths of a division: 304 is "3.04div". Only multiples of 4 within 12 divisions
-// exist; any other text, "-0.00div" too, gives nothing.
+// are valid. Any other text, also "-0.00div", gives nothing.
 std::optional<int> ParseDivisions(std::string_view text);
 std::string FormatDivisions(int hundredths);
 
-// The nearest position that exists.
+// The nearest valid position.
 int NearestPosition(double divisions);
 
-// Plain decimal number with an optional sign and exponent, nothing around it.
+// A plain decimal number with an optional sign and exponent and nothing around it.
 std::optional<double> ParseNumber(std::string_view text);
 
 }  // namespace tx5000

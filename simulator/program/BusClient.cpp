@@ -14,7 +14,7 @@ using std::chrono::milliseconds;
 
 struct BusClient::Row {
   protocol::Kind kind;
-  std::size_t shortest;  // of the arguments
+  std::size_t shortest;  // length of the arguments
   std::size_t longest;
   void (BusClient::*carryOut)(std::string_view arguments);
 };
@@ -45,7 +45,7 @@ void BusClient::Serve() {
   const int before = bench_.instrument.UnknownCommands();
   if (read_) ContinueRead();
   if (!outgoing_.empty()) Send();
-  // Who does not take his answers gets no further ones, so they never pile up.
+  // A program that does not take its answers gets no further ones, so they never pile up.
   while (!over_ && !read_ && outgoing_.empty() && TakeRequest()) {
     if (!outgoing_.empty()) Send();
   }
@@ -115,7 +115,7 @@ void BusClient::Write(std::string_view arguments) {
   const bool end = arguments[0] != 0;
   NoteReceived(arguments.substr(1), end);
   side_->Receive(arguments.substr(1), end);
-  // Whoever pulls the plug does not answer any more.
+  // After a fault has pulled the plug there is no answer.
   if (!HasVanished()) Answer(protocol::kDone);
 }
 
@@ -194,7 +194,7 @@ void BusClient::NoteReceived(std::string_view bytes, bool end) {
     note(bytes, end);
     return;
   }
-  // Single bytes over USB become a line in the log for each command.
+  // Over USB commands come byte by byte. The log has one line for each command.
   for (const char byte : bytes) {
     spoken_ += byte;
     if (byte != '\r' && spoken_.size() < kLongestSpoken) continue;

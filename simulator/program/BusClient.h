@@ -10,7 +10,7 @@
 #include "simulator/program/ByteLog.h"
 #include "simulator/shims/Protocol.h"
 
-// What all connections share. Each part must outlive them.
+// The parts that all connections share. Each must outlive them.
 struct Bench {
   tx5000::Instrument& instrument;
   tx5000::Faults& faults;
@@ -18,11 +18,11 @@ struct Bench {
   int gpibAddress;
 };
 
-// One program at the socket, behind a GPIB or USB connector of its own: buffers are emptied with
-// the connection. Nothing here blocks. Time is the instrument's.
+// One program at the socket, behind a GPIB or USB connector of its own. The connector's buffers are
+// lost with the connection. Nothing here blocks. Time is the instrument's time.
 class BusClient {
  public:
-  // Owns the descriptor, which does not block.
+  // Owns the descriptor, which must be non-blocking.
   BusClient(int descriptor, Bench bench) : descriptor_(descriptor), bench_(bench) {}
   ~BusClient();
   BusClient(const BusClient&) = delete;
@@ -31,15 +31,15 @@ class BusClient {
   int Descriptor() const { return descriptor_; }
   short PollEvents() const;
 
-  // Takes what has arrived.
+  // Takes the bytes that have arrived.
   void Receive();
-  // Carries out what can be, and sends what can be sent.
+  // Carries out the requests that it can, and sends as much as it can.
   void Serve();
 
-  // The time at which Serve has something to do although nothing arrives.
+  // The time at which Serve has work even if nothing arrives.
   std::optional<std::chrono::milliseconds> NextDue() const;
 
-  // The other end is gone or broke a rule.
+  // The other end has gone or has broken a rule.
   bool IsOver() const { return over_; }
   // A fault has pulled the plug.
   bool HasVanished() const { return side_ && side_->HasVanished(); }
@@ -79,6 +79,6 @@ class BusClient {
   std::optional<PendingRead> read_;
   std::string incoming_;
   std::string outgoing_;
-  std::string spoken_;  // over USB, of the command that is being written
+  std::string spoken_;  // USB: the bytes of the command being written
   bool over_ = false;
 };

@@ -68,7 +68,7 @@ void BusSocket::AddTo(std::vector<pollfd>& waiting) const {
 void BusSocket::Serve(const pollfd* results) {
   for (std::size_t i = 0; i < clients_.size(); ++i) {
     BusClient& client = *clients_[i];
-    // A call that only fails tells that the other end is gone.
+    // A call that only fails shows that the other end has gone.
     if ((results[i + 1].revents & ~POLLOUT) != 0) client.Receive();
     client.Serve();
   }

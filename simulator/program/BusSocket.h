@@ -12,24 +12,24 @@
 #include "simulator/program/BusClient.h"
 
 // A Unix stream socket at which programs reach the instrument's GPIB and USB connectors. A program
-// that vanishes or talks nonsense is dropped; the others notice nothing.
+// that vanishes or breaks the protocol is dropped, without effect on the others.
 class BusSocket {
  public:
-  // A path that stands is replaced if it is a socket, and an error if it is anything else. Only
-  // this user may connect. Null, and the reason in `error`, where the socket cannot be made.
+  // If the path exists already, a socket there is replaced and anything else is an error. Only this
+  // user may connect. If the socket cannot be made, returns null and the reason in `error`.
   static std::unique_ptr<BusSocket> Open(const std::string& path, Bench bench, std::string& error);
 
-  // Takes the path away, unless another simulator has taken it over.
+  // Removes the path, unless another simulator has replaced it.
   ~BusSocket();
   BusSocket(const BusSocket&) = delete;
   BusSocket& operator=(const BusSocket&) = delete;
 
   const std::string& Path() const { return path_; }
 
-  // What poll has to wait for.
+  // Adds the descriptors that poll has to watch.
   void AddTo(std::vector<pollfd>& waiting) const;
-  // Does what the results allow, and what has become due; `results` are the entries that AddTo
-  // added, with their results.
+  // Handles the results of poll and what has become due. `results` are the entries that AddTo
+  // added.
   void Serve(const pollfd* results);
   std::optional<std::chrono::milliseconds> NextDue() const;
 
@@ -44,7 +44,7 @@ class BusSocket {
   std::string path_;
   Bench bench_;
   int listener_ = -1;
-  dev_t device_ = 0;  // which file at the path is ours
+  dev_t device_ = 0;  // identify our own file at the path
   ino_t file_ = 0;
   std::vector<std::unique_ptr<BusClient>> clients_;
 };

@@ -5,18 +5,18 @@
 #include <string>
 #include <string_view>
 
-// A file with a line for each piece of traffic: seconds since the start, where it passed unless on
-// the serial line, a sign for the direction, the bytes in quotes with what is not printable written
-// out. Each line is in the file at once.
+// A file with one line for each piece of traffic: seconds since the start, the connector unless it
+// is the serial line, a sign for the direction, and the bytes in quotes. Bytes that are not
+// printable are escaped. Each line is written to the file at once.
 class ByteLog {
  public:
   enum class Direction { kToInstrument, kFromInstrument };
 
-  // Without a path nothing is kept. False where the file cannot be written.
+  // Without a path nothing is logged. Returns false if the file cannot be written.
   bool Open(const std::string& path);
   void Note(std::chrono::milliseconds at, Direction direction, std::string_view bytes,
             std::string_view where = {});
-  // What happens beside the traffic.
+  // Logs an event beside the traffic.
   void Remark(std::chrono::milliseconds at, std::string_view text);
 
  private:

@@ -41,7 +41,8 @@ Console::Answer Refuse(std::string_view why) {
   return {"error: " + std::string(why)};
 }
 
-// With a NUL for "\0" and the like, so that a list of odd commands stays a list of lines.
+// Writes "\0" and the like for bytes that are not printable, so that each command stays on one
+// line.
 std::string MakePrintable(std::string_view text) {
   std::string shown;
   for (const char c : text) {
@@ -88,7 +89,8 @@ Console::Answer Console::Turn(std::string_view path, std::string_view value) {
 }
 
 Console::Answer Console::Set(std::string_view rest) {
-  // Paths and values may hold blanks: the one at which the path is a setting's parts them.
+  // Paths and values may contain blanks. The blank that follows the path of a setting separates
+  // them.
   for (auto blank = rest.find(' '); blank != std::string_view::npos;
        blank = rest.find(' ', blank + 1)) {
     if (Settings::Find(rest.substr(0, blank))) {

@@ -6,8 +6,8 @@
 
 #include "simulator/SerialSide.h"
 
-// The lines that a person or a script types to the simulator: a hand at the instrument's front
-// panel, and one that pulls at its cable.
+// The commands that a person or a script types to the simulator. They work the instrument's front
+// panel and its cable.
 class Console {
  public:
   enum class Wish { kNone, kQuit, kUnplug, kPlugIn };
@@ -21,7 +21,7 @@ class Console {
   Console(tx5000::Instrument& instrument, tx5000::SerialSide& side)
       : instrument_(instrument), side_(side) {}
 
-  // Carries out one line. What it cannot carry out is answered with "error: " and the reason.
+  // Carries out one line. If it cannot, answers with "error: " and the reason.
   Answer Execute(std::string_view line);
 
   static std::string HelpText();

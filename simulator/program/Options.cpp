@@ -14,7 +14,7 @@ constexpr int kHighestGpibAddress = 30;
 
 struct OptionRow {
   std::string_view name;
-  std::string_view argument;  // empty where it takes none
+  std::string_view argument;  // empty if it takes none
   std::string_view effect;
   bool (*apply)(Options&, const std::string&);
 };

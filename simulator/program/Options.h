@@ -16,14 +16,14 @@ struct Options {
   int baud = 0;
   std::uint32_t seed = 1;
   std::vector<std::string> faults;
-  std::vector<std::string> lines;  // for the console, before anything else
+  std::vector<std::string> lines;  // console lines, carried out first
   bool help = false;
 
-  // With a socket alone there is no serial line.
+  // With only a socket there is no serial line.
   bool HasSerialLine() const { return socketPath.empty() || !linkPath.empty(); }
 };
 
-// Nothing, and a line in `error`, where an argument is not understood.
+// If an argument is not understood, returns nothing and one line in `error`.
 std::optional<Options> ParseOptions(int count, char** arguments, std::string& error);
 
 std::string HelpText();

@@ -41,7 +41,8 @@ bool PseudoTerminal::Make() {
   std::array<char, 128> name{};
   if (ptsname_r(near_, name.data(), name.size()) != 0) return false;
   path_ = name.data();
-  // The far end stays open here too: without it, reading would fail whenever nobody else has it.
+  // We keep the far end open too. Otherwise reading would fail whenever no other program has it
+  // open.
   far_ = open(path_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
   termios mode{};
   if (far_ < 0 || tcgetattr(far_, &mode) != 0) return false;
@@ -59,14 +60,15 @@ bool PseudoTerminal::Link(const std::string& linkPath) {
 PseudoTerminal::~PseudoTerminal() {
   std::error_code ignored;
   const auto target = std::filesystem::read_symlink(linkPath_, ignored);
-  // Another simulator may have taken the name over meanwhile.
+  // Another simulator may have replaced the link meanwhile.
   if (!linkPath_.empty() && target == path_) unlink(linkPath_.c_str());
   if (far_ >= 0) close(far_);
   if (near_ >= 0) close(near_);
 }
 
 std::string PseudoTerminal::Read() {
-  // A program that was killed leaves the line reserved for itself, for as long as we hold it open.
+  // A program that was killed leaves its reservation on the line, because we still hold the line
+  // open.
   ioctl(far_, TIOCNXCL);
   std::array<char, 4096> buffer;
   const ssize_t count = read(near_, buffer.data(), buffer.size());

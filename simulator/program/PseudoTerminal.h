@@ -5,26 +5,26 @@
 #include <string>
 #include <string_view>
 
-// A line with two ends: ours, and one that any program opens by a path as it opens a serial port.
-// Raw, with no echo. The far end may be opened and closed as often as it likes.
+// A line with two ends: ours, and one that any program opens by a path like a serial port. Raw,
+// without echo. The far end may be opened and closed any number of times.
 class PseudoTerminal {
  public:
-  // A link path that stands is replaced if it is a symbolic link, and an error if it is anything
-  // else. Null, and the reason in `error`, where the line cannot be made.
+  // If the link path exists already, a symbolic link there is replaced and anything else is an
+  // error. If the line cannot be made, returns null and the reason in `error`.
   static std::unique_ptr<PseudoTerminal> Open(const std::string& linkPath, std::string& error);
 
-  // Takes the link away with the line.
+  // Closes the line and removes the link.
   ~PseudoTerminal();
   PseudoTerminal(const PseudoTerminal&) = delete;
   PseudoTerminal& operator=(const PseudoTerminal&) = delete;
 
-  // Where to open it: the link if there is one.
+  // The path to open: the link if there is one.
   const std::string& Path() const { return linkPath_.empty() ? path_ : linkPath_; }
 
-  // For poll. Neither call below ever blocks.
+  // For poll. Read and Write never block.
   int Descriptor() const { return near_; }
   std::string Read();
-  std::size_t Write(std::string_view bytes);  // how many went
+  std::size_t Write(std::string_view bytes);  // returns how many were written
 
  private:
   PseudoTerminal() = default;

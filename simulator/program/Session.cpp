@@ -79,7 +79,7 @@ bool Session::PlugIn() {
     Unplug();
     return false;
   }
-  // Only when all of them stand: a script may wait for the first of these lines.
+  // Only when all of them are ready, because a script may wait for the first of these lines.
   if (line_) TellReady(line_->Path());
   if (socket_) TellReady(socket_->Path());
   return true;
@@ -139,7 +139,7 @@ int Session::MillisecondsToWait() const {
 
 void Session::WaitOnce() {
   const short wanted = static_cast<short>(POLLIN | (IsSomethingDue() ? POLLOUT : 0));
-  // A negative descriptor is one that poll passes over.
+  // poll ignores a negative descriptor.
   std::vector<pollfd> waiting{{signals_, POLLIN, 0},
                               {consoleOpen_ ? STDIN_FILENO : -1, POLLIN, 0},
                               {line_ ? line_->Descriptor() : -1, wanted, 0}};
@@ -147,7 +147,7 @@ void Session::WaitOnce() {
   if (socket_) socket_->AddTo(waiting);
   if (poll(waiting.data(), waiting.size(), MillisecondsToWait()) < 0) return;
   PassTime();
-  // Before the console, which may change what the results belong to.
+  // Comes before the console, because a console command may close what the results belong to.
   if (socket_) socket_->Serve(waiting.data() + own);
   if (waiting[0].revents != 0) ended_ = true;
   if (line_ && (waiting[2].revents & POLLIN) != 0) ReceiveFromLine();
@@ -190,7 +190,8 @@ void Session::ReadConsole() {
   std::array<char, 4096> buffer;
   const ssize_t count = read(STDIN_FILENO, buffer.data(), buffer.size());
   if (count <= 0) {
-    // The end of a script or of "</dev/null" is no wish to stop; a person's end of input is.
+    // The end of a script or of "</dev/null" does not stop the program. The end of a person's input
+    // does.
     consoleOpen_ = false;
     ended_ = ended_ || isatty(STDIN_FILENO) != 0;
     return;

@@ -13,14 +13,14 @@
 #include "simulator/program/Options.h"
 #include "simulator/program/PseudoTerminal.h"
 
-// One run of the program: the instrument behind its line, its socket or both, the console on
-// standard input. Everything happens on one thread, which sleeps until there is something to do.
+// One run of the program: the instrument behind its line, its socket or both, and the console on
+// standard input. Everything runs on one thread, which sleeps until there is work.
 class Session {
  public:
   explicit Session(Options options);
   ~Session();
 
-  // Until "quit" or a signal to end. The program's exit code.
+  // Runs until "quit" or a signal to end. Returns the program's exit code.
   int Run();
 
  private:

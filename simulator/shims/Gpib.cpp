@@ -1,5 +1,5 @@
-// The NI-488.2 calls on a bus whose only devices are simulated instruments. Board 0 is the one
-// board, and it is there when TX5000SIM_SOCKET names any instrument, present or not.
+// The NI-488.2 calls on a bus whose only devices are simulated instruments. Board 0 is the only
+// board. It exists if TX5000SIM_SOCKET names any instrument, even one that is not running.
 
 #include <algorithm>
 #include <chrono>
@@ -27,7 +27,7 @@ constexpr int kEnd = 0x2000;
 constexpr int kCmpl = 0x0100;
 
 enum Error { kEdvr = 0, kEnol = 2, kEarg = 4, kEabo = 6, kEneb = 7, kEcap = 11 };
-constexpr long kNoSuchDevice = 0xDEAD37F0L;  // what the count holds behind EDVR
+constexpr long kNoSuchDevice = 0xDEAD37F0L;  // the count after EDVR
 
 constexpr int kFirstHandle = 1024;
 constexpr std::size_t kMostHandles = 4096;
@@ -36,12 +36,12 @@ constexpr int kLowestSecondary = 96;
 constexpr int kHighestSecondary = 126;
 constexpr int kNobody = -1;
 
-// In ms, by time-out code; what is shorter than a millisecond counts as one. 0: never.
+// In ms, by time-out code. Times below a millisecond count as one. 0 means never.
 constexpr int kTimeOuts[] = {0,   1,   1,    1,    1,     1,     3,      10,     30,
                              100, 300, 1000, 3000, 10000, 30000, 100000, 300000, 1000000};
 constexpr int kTimeOutCodes = static_cast<int>(std::size(kTimeOuts));
 constexpr milliseconds kForEver = std::chrono::hours(24 * 365);
-// What the simulator may take on top: it keeps the time-outs, and this one only ends a hang.
+// Extra time for the simulator. It keeps the time-outs itself; this one only ends a hang.
 constexpr milliseconds kGrace(2000);
 
 struct Status {
@@ -88,7 +88,7 @@ class Bus {
  public:
   std::mutex& Lock() { return lock_; }
 
-  // Nothing when no handle is left. A handle that went offline is given again as late as possible.
+  // Returns nothing if no handle is left. A handle that went offline is reused as late as possible.
   std::optional<int> Add(const Device& device) {
     for (std::size_t tried = 0; tried < kMostHandles; ++tried) {
       const std::size_t place = next_;
@@ -107,8 +107,8 @@ class Bus {
     return known && devices_[place].online ? &devices_[place] : nullptr;
   }
 
-  // Null where no instrument listens. All handles of an address share one connection, so what the
-  // instrument has to say is still there for the next handle.
+  // Returns null if no instrument listens. All handles of an address share one connection, so
+  // unread bytes are still there for the next handle.
   Wire* Reach(const Device& device) {
     if (device.address == kNobody) return nullptr;
     for (const std::string& path : tx5000::SocketPaths()) {
@@ -152,7 +152,7 @@ int Write(const Device& device, std::string_view bytes) {
   return Complete(0, written);
 }
 
-// A controller cannot tell a talker that thinks from one that is not there: the time runs out.
+// A controller cannot distinguish a slow talker from a missing one, so the time-out passes in full.
 int WaitInVain(const Device& device, steady_clock::time_point deadline, long count) {
   if (kTimeOuts[device.timeOut] > 0) std::this_thread::sleep_until(deadline);
   return Fail(kEabo, count);
@@ -184,14 +184,14 @@ int Read(const Device& device, char* buffer, long count) {
 }
 
 int Clear(const Device& device) {
-  // A clear is a word to all on the bus, and nobody has to answer it.
+  // A clear goes to the bus, and no device has to answer it.
   Wire* wire = TheBus().Reach(device);
   const bool late = wire && wire->Ask(protocol::kClear, {}, TimeOutOf(device) + kGrace).delivery ==
                                 Wire::Delivery::kLate;
   return late ? Fail(kEabo) : Complete(0, 0);
 }
 
-// Runs a call on an online device, with the bus to itself.
+// Runs a call on an online device while the bus is locked.
 template <typename Call>
 int WithDevice(int handle, Call call) {
   const std::lock_guard guard(TheBus().Lock());
@@ -265,7 +265,7 @@ long ThreadIbcntl() {
   return status.cntl;
 }
 
-// 0 when bound, 1 when this thread is bound already.
+// Returns 0 if bound now, 1 if this thread was bound already, 2 for a null pointer.
 int RegisterGpibGlobalsForThread(int* sta, int* err, int* cnt, long* cntl) {
   if (globals.sta) return 1;
   if (!sta || !err || !cnt || !cntl) return 2;

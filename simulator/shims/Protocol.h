@@ -4,13 +4,14 @@
 #include <string>
 #include <string_view>
 
-// What the simulator and the stand-ins for the instrument's libraries say to each other on a Unix
+// The protocol between the simulator and the stand-ins for the instrument's libraries, on a Unix
 // stream socket. Numbers are little-endian.
 //
-// The library asks, the simulator answers each request in turn with one answer:
+// The library asks; the simulator answers each request in turn with one answer:
 //   request: length (4 bytes, of what follows), kind (1 byte), arguments
 //   answer:  length (4 bytes, of what follows), outcome (1 byte), result
-// The first request is kOpen. Whoever breaks a rule, or a bound, is cut off without an answer.
+// The first request is kOpen. Whoever breaks a rule or exceeds a bound is cut off without an
+// answer.
 namespace tx5000::protocol {
 
 inline constexpr std::uint32_t kMostBytes = 65536;  // of data in one request or answer
@@ -19,14 +20,14 @@ inline constexpr std::uint32_t kLongestAnswer = 256 * 1024;  // the whole screen
 inline constexpr std::size_t kLengthSize = 4;
 
 enum Kind : char {
-  // Which connector: 'g' and the GPIB address, or 'u' and any byte. kNobody where no instrument
-  // has this address; it may be asked again.
+  // The connector: 'g' and the GPIB address, or 'u' and any byte. kNobody if no instrument has this
+  // address; the library may ask again.
   kOpen = 'o',
-  // 1 where END comes with the last byte or else 0, then the bytes.
+  // 1 if END comes with the last byte, otherwise 0, then the bytes.
   kWrite = 'w',
-  // How many at most (4 bytes, 1 to kMostBytes), for how many ms (4 bytes, 0: for ever). Answered
-  // when so many are there or END: 1 at END or else 0, then the bytes. kFailed when the time is
-  // over, with what has come so far.
+  // The most bytes wanted (4 bytes, 1 to kMostBytes) and the time-out in ms (4 bytes, 0: for ever).
+  // Answered when so many bytes are there or at END: 1 at END, otherwise 0, then the bytes. kFailed
+  // after the time-out, with the bytes so far.
   kRead = 'r',
   kClear = 'c',    // no arguments; empties the instrument's buffers
   kWaiting = 'n',  // no arguments; how many bytes wait (4 bytes)
@@ -43,7 +44,7 @@ inline std::string PackNumber(std::uint32_t number, int bytes) {
   return packed;
 }
 
-// Of the first bytes, as many as there are up to `bytes`.
+// Reads the first `bytes` bytes, or fewer if there are fewer.
 inline std::uint32_t UnpackNumber(std::string_view packed, std::size_t bytes) {
   std::uint32_t number = 0;
   for (std::size_t i = 0; i < bytes && i < packed.size(); ++i) {

@@ -1,5 +1,5 @@
-// The calls of the instrument's USB library. The instruments are those that TX5000SIM_SOCKET names,
-// in that order. An instrument that is not there fails each call, and works again when it is back.
+// The calls of the instrument's USB library. The instruments are those in TX5000SIM_SOCKET, in that
+// order. For an instrument that is not there each call fails; the calls work again when it is back.
 
 #include <algorithm>
 #include <chrono>
@@ -55,7 +55,7 @@ short CountWaiting(int device, unsigned char* buffer) {
   return kSuccess;
 }
 
-// `kind` gives exactly `count` bytes or none.
+// Fetches exactly `count` bytes by a request of this kind, or none.
 short Take(int device, protocol::Kind kind, int count, unsigned char* buffer) {
   const auto wanted = static_cast<std::uint32_t>(count);
   const auto answer = Ask(device, kind, protocol::PackNumber(wanted, 4));
@@ -100,7 +100,7 @@ short Bulk_DataTransfer_Read(int device, int count, unsigned char* address) {
   return valid ? Take(device, protocol::kBulkRead, count, address) : kFailure;
 }
 
-// The instrument has nothing that these two could reach.
+// The instrument has nothing that these two calls could reach.
 short Control_Command_Read(int, int, int, int, int, unsigned char*) {
   return kFailure;
 }

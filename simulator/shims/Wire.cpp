@@ -42,7 +42,8 @@ bool Wire::Reach(const std::string& path, char connector, int address) {
   return false;
 }
 
-// Between requests the simulator has nothing to say: what can be read is the end.
+// The simulator sends nothing between requests, so readable input means that the connection has
+// ended.
 bool Wire::IsAlive() const {
   pollfd state{descriptor_, POLLIN | POLLRDHUP, 0};
   return descriptor_ >= 0 && poll(&state, 1, 0) == 0;
@@ -56,7 +57,7 @@ bool Wire::Connect(const std::string& path) {
   descriptor_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
   path_ = path;
   const auto* where = reinterpret_cast<const sockaddr*>(&address);
-  // Never waits: a simulator that has been stopped takes no more callers at some time.
+  // Does not wait: a simulator that has been stopped accepts no more connections after some time.
   if (descriptor_ >= 0 && connect(descriptor_, where, sizeof address) == 0) return true;
   Close();
   return false;
