@@ -84,7 +84,7 @@ void DrawTimeStatus(const WaveSurface& surface, const std::string& timeBase,
                     const std::string& delay) {
   Canvas& canvas = surface.canvas;
   canvas.SetColor(surface.colors.trigger);
-  // With a time base of 0 both comparisons fail, so no marks are drawn.
+  // With a time base of 0 this is infinite or not a number, so no marks are drawn.
   const double trigger =
       kCenterX - kDivision * ConvertStrToTime(delay).value / ConvertStrToTime(timeBase).value;
   if (trigger > 0 && trigger < kGridWidth) {
