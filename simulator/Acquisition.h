@@ -8,8 +8,8 @@
 #include "simulator/Settings.h"
 #include "simulator/Signal.h"
 
-// From signal to samples. Everything here is a pure function of settings, signals and the moment of
-// a record. So the samples, measures and pictures of one record show the same signal.
+// Turns signals into samples. Everything here is a pure function of settings, signals and the
+// moment of a record. So the samples, measures and pictures of one record show the same signal.
 namespace tx5000 {
 
 struct Inputs {
