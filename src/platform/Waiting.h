@@ -22,8 +22,8 @@ class Waiting {
   // because nothing else could end the wait.
   bool WaitForUser(const std::function<bool()>& done);
 
-  // One round of the same, asleep for at most `limit`; a negative limit means no limit. For loops
-  // of their own, such as the polling of a device that raises no events.
+  // One round of the same, asleep for at most `limit`; a negative limit means no limit. For
+  // code with its own loop, for instance to poll a device that raises no events.
   void WaitEvents(Milliseconds limit);
 
   // Blocks everything, including timers.
