@@ -39,14 +39,9 @@ std::string Digits(int value, int base) {
 
 }  // namespace
 
-GPIBFunc::GPIBFunc(GpibDriver& driver, const LinkSettings& settings, LinkState& state,
-                   Waiting& waiting, Prompts& prompts)
-    : Transport({.firstSample = 0, .marksBusy = false, .progressByTimer = false}),
-      driver_(driver),
-      settings_(settings),
-      state_(state),
-      waiting_(waiting),
-      prompts_(prompts) {}
+GPIBFunc::GPIBFunc(GpibDriver& driver, const LinkContext& context)
+    : Transport({.firstSample = 0, .marksBusy = false, .progressByTimer = false}, context),
+      driver_(driver) {}
 
 void GPIBFunc::GPIBInit() {
   device_ = driver_.ibdev(kBoard, settings_.GPIB_Addr, kNoSecondaryAddress, kTenSeconds,

@@ -3,11 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "link/LinkState.h"
 #include "link/Transport.h"
 #include "platform/GpibDriver.h"
-#include "platform/Prompts.h"
-#include "platform/Waiting.h"
 
 namespace oriolemark {
 
@@ -15,8 +12,7 @@ namespace oriolemark {
 // Every later call then fails too and shows its own message, until the next GPIBInit.
 class GPIBFunc : public Transport {
  public:
-  GPIBFunc(GpibDriver& driver, const LinkSettings& settings, LinkState& state, Waiting& waiting,
-           Prompts& prompts);
+  GPIBFunc(GpibDriver& driver, const LinkContext& context);
 
   // Opens and clears the device. A failure clears LinkOpened.
   void GPIBInit();
@@ -44,10 +40,6 @@ class GPIBFunc : public Transport {
   std::string StatusText() const;
 
   GpibDriver& driver_;
-  const LinkSettings& settings_;
-  LinkState& state_;
-  Waiting& waiting_;
-  Prompts& prompts_;
   // A write has failed while the program was closing. Nothing more is sent, so that an instrument
   // that has gone costs no second time-out.
   bool failedAtClose_ = false;

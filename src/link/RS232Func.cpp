@@ -22,14 +22,9 @@ std::string TrimBlanks(const std::string& text) {
 
 }  // namespace
 
-RS232Func::RS232Func(SerialPort& port, const LinkSettings& settings, LinkState& state,
-                     Waiting& waiting, Prompts& prompts)
-    : Transport({.firstSample = 1, .marksBusy = true, .progressByTimer = true}),
-      port_(port),
-      settings_(settings),
-      state_(state),
-      waiting_(waiting),
-      prompts_(prompts) {}
+RS232Func::RS232Func(SerialPort& port, const LinkContext& context)
+    : Transport({.firstSample = 1, .marksBusy = true, .progressByTimer = true}, context),
+      port_(port) {}
 
 void RS232Func::RS232Init() {
   if (port_.IsOpen()) port_.Close();

@@ -3,11 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "link/LinkState.h"
 #include "link/Transport.h"
-#include "platform/Prompts.h"
 #include "platform/SerialPort.h"
-#include "platform/Waiting.h"
 
 namespace oriolemark {
 
@@ -15,8 +12,7 @@ namespace oriolemark {
 // served, RS232OnReceive gets the bytes that arrive and collects them in RxBuffer.
 class RS232Func : public Transport {
  public:
-  RS232Func(SerialPort& port, const LinkSettings& settings, LinkState& state, Waiting& waiting,
-            Prompts& prompts);
+  RS232Func(SerialPort& port, const LinkContext& context);
 
   // Opens the port, after closing it if it was open. A failure shows the system's text and clears
   // LinkOpened.
@@ -45,10 +41,6 @@ class RS232Func : public Transport {
   Milliseconds TimeOnLine(std::size_t characters) const;
 
   SerialPort& port_;
-  const LinkSettings& settings_;
-  LinkState& state_;
-  Waiting& waiting_;
-  Prompts& prompts_;
 };
 
 }  // namespace oriolemark

@@ -13,13 +13,15 @@ namespace oriolemark {
 struct ScopeLink {
   ScopeLink(SerialPort& port, GpibDriver& gpibDriver, UsbDriver& usbDriver,
             const LinkSettings& settings, Waiting& waiting, Prompts& prompts)
-      : rs232(port, settings, state, waiting, prompts),
-        gpib(gpibDriver, settings, state, waiting, prompts),
-        usb(usbDriver, settings, state, waiting, prompts),
+      : context{settings, state, waiting, prompts},
+        rs232(port, context),
+        gpib(gpibDriver, context),
+        usb(usbDriver, context),
         serialEvents(port, rs232),
-        scope(settings, state, rs232, gpib, usb, waiting, prompts) {}
+        scope(context, rs232, gpib, usb) {}
 
   LinkState state;
+  const LinkContext context;
   RS232Func rs232;
   GPIBFunc gpib;
   USB_FUNC usb;

@@ -58,15 +58,14 @@ std::string DropFirstChar(std::string_view text) {
   return std::string(text.empty() ? text : text.substr(1));
 }
 
-TX5000Cmd::TX5000Cmd(const LinkSettings& settings, LinkState& state, RS232Func& rs232,
-                     GPIBFunc& gpib, USB_FUNC& usb, Waiting& waiting, Prompts& prompts)
-    : settings_(settings),
-      state_(state),
+TX5000Cmd::TX5000Cmd(const LinkContext& context, RS232Func& rs232, GPIBFunc& gpib, USB_FUNC& usb)
+    : settings_(context.settings),
+      state_(context.state),
       rs232_(rs232),
       gpib_(gpib),
       usb_(usb),
-      waiting_(waiting),
-      prompts_(prompts) {}
+      waiting_(context.waiting),
+      prompts_(context.prompts) {}
 
 Transport& TX5000Cmd::Link() {
   switch (settings_.ScopeIOType) {

@@ -26,8 +26,7 @@ std::string DropFirstChar(std::string_view text);
 // of their own.
 class TX5000Cmd {
  public:
-  TX5000Cmd(const LinkSettings& settings, LinkState& state, RS232Func& rs232, GPIBFunc& gpib,
-            USB_FUNC& usb, Waiting& waiting, Prompts& prompts);
+  TX5000Cmd(const LinkContext& context, RS232Func& rs232, GPIBFunc& gpib, USB_FUNC& usb);
 
   // Turns the connection indicator on or off.
   std::function<void(bool connected)> showIndicator;

@@ -5,7 +5,19 @@
 #include <string>
 #include <string_view>
 
+#include "link/LinkState.h"
+#include "platform/Prompts.h"
+#include "platform/Waiting.h"
+
 namespace oriolemark {
+
+// What the link and each of its transports work on.
+struct LinkContext {
+  const LinkSettings& settings;
+  LinkState& state;
+  Waiting& waiting;
+  Prompts& prompts;
+};
 
 // A transport for commands and replies. It shows its own messages when it fails; the caller gets an
 // empty text and goes on.
@@ -20,7 +32,12 @@ class Transport {
   // Receives the number of characters that have arrived. May serve events.
   using Progress = std::function<void(std::size_t received)>;
 
-  explicit Transport(Traits ways) : traits(ways) {}
+  Transport(Traits ways, const LinkContext& context)
+      : traits(ways),
+        settings_(context.settings),
+        state_(context.state),
+        waiting_(context.waiting),
+        prompts_(context.prompts) {}
   virtual ~Transport() = default;
   Transport(const Transport&) = delete;
   Transport& operator=(const Transport&) = delete;
@@ -40,6 +57,11 @@ class Transport {
  protected:
   // Limit for a block that comes in pieces without a line end: twelve times the longest block.
   static constexpr std::size_t kLongestBlock = std::size_t{1} << 20;
+
+  const LinkSettings& settings_;
+  LinkState& state_;
+  Waiting& waiting_;
+  Prompts& prompts_;
 };
 
 }  // namespace oriolemark

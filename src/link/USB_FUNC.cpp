@@ -22,14 +22,9 @@ constexpr int kScreenAddress = 0x90000;
 
 }  // namespace
 
-USB_FUNC::USB_FUNC(UsbDriver& driver, const LinkSettings& settings, LinkState& state,
-                   Waiting& waiting, Prompts& prompts)
-    : Transport({.firstSample = 0, .marksBusy = false, .progressByTimer = false}),
-      driver_(driver),
-      settings_(settings),
-      state_(state),
-      waiting_(waiting),
-      prompts_(prompts) {}
+USB_FUNC::USB_FUNC(UsbDriver& driver, const LinkContext& context)
+    : Transport({.firstSample = 0, .marksBusy = false, .progressByTimer = false}, context),
+      driver_(driver) {}
 
 void USB_FUNC::USBInit() {
   std::array<std::uint8_t, 257> buffer{};

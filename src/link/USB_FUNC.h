@@ -5,11 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "link/LinkState.h"
 #include "link/Transport.h"
-#include "platform/Prompts.h"
 #include "platform/UsbDriver.h"
-#include "platform/Waiting.h"
 
 namespace oriolemark {
 
@@ -18,8 +15,7 @@ namespace oriolemark {
 // except in the screen read, which fails silently.
 class USB_FUNC : public Transport {
  public:
-  USB_FUNC(UsbDriver& driver, const LinkSettings& settings, LinkState& state, Waiting& waiting,
-           Prompts& prompts);
+  USB_FUNC(UsbDriver& driver, const LinkContext& context);
 
   // Checks that the interface answers. A failure shows its message and clears LinkOpened.
   void USBInit();
@@ -54,10 +50,6 @@ class USB_FUNC : public Transport {
   bool SendControl(int request, int number);
 
   UsbDriver& driver_;
-  const LinkSettings& settings_;
-  LinkState& state_;
-  Waiting& waiting_;
-  Prompts& prompts_;
   // A write has failed while the program was closing. Nothing more is sent, so that an instrument
   // that has gone costs no second time-out.
   bool failedAtClose_ = false;

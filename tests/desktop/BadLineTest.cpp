@@ -70,7 +70,7 @@ struct Line {
   QtSerialPort port;
   LinkSettings settings;
   LinkState state;
-  RS232Func rs232{port, settings, state, waiting, prompts};
+  RS232Func rs232{port, {settings, state, waiting, prompts}};
   SerialEvents serialEvents{port, rs232};
   Timer ticks{events, 100, [this] {
                 ++state.SerialTicks;

@@ -41,13 +41,13 @@ struct DriversTest : ::testing::Test {
   LinkSettings settings;
   LinkState state;
   LibraryGpib gpibDriver{store};
-  GPIBFunc gpib{gpibDriver, settings, state, clock.waiting, prompts};
+  GPIBFunc gpib{gpibDriver, {settings, state, clock.waiting, prompts}};
   int eventsServed = 0;
   Milliseconds now{0};
   ChosenUsb usbDriver{store,
                       {[this] { return now; }, [this](auto time) { now += time; },
                        [this] { return eventsServed; }}};
-  USB_FUNC usb{usbDriver, settings, state, clock.waiting, prompts};
+  USB_FUNC usb{usbDriver, {settings, state, clock.waiting, prompts}};
 };
 
 TEST_F(DriversTest, GpibLibraryThatDoesNotServeFailsEachCallAndSaysWhy) {
