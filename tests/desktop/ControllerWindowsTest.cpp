@@ -1,9 +1,9 @@
-#include <QAccessible>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QProcess>
 #include <QSettings>
-#include <QTest>
 #include <QTreeWidget>
 
 #include "desktop/RunWindows.h"
@@ -13,22 +13,12 @@
 namespace oriolemark {
 namespace {
 
-QWidget* Focus() {
-  QWidget* modal = QApplication::activeModalWidget();
-  return modal != nullptr ? modal->focusWidget() : Shown("frmMain")->focusWidget();
-}
-
-void Press(std::initializer_list<Qt::Key> keys) {
-  for (const Qt::Key key : keys) QTest::keyClick(Focus(), key);
-}
-
 // By keys alone to the first row that begins with this, and Enter.
 void Edit(const QString& to) {
-  auto* tree = qobject_cast<QTreeWidget*>(Shown("CtrlTreeView"));
-  tree->setFocus();
+  auto& tree = The<QTreeWidget>("CtrlTreeView");
+  tree.setFocus();
   Press({Qt::Key_Home, Qt::Key_Asterisk});
-  for (int i = 0; i < 50 && !tree->currentItem()->text(0).startsWith(to); ++i)
-    Press({Qt::Key_Down});
+  for (int i = 0; i < 50 && !tree.currentItem()->text(0).startsWith(to); ++i) Press({Qt::Key_Down});
   Press({Qt::Key_Return});
 }
 
@@ -48,25 +38,27 @@ TEST_F(Windows, ASettingIsEditedByKeysAlone) {
          EXPECT_EQ(module.settings.RunStop, "RUN");
          Edit("Holdoff");
        },
-       [](MainModule&) {
+       Later([](MainModule&) {
          EXPECT_EQ(Focus(), Shown("inputTxt")) << "the value, whatever had the focus before";
          QTest::sendKeyEvent(QTest::Click, Focus(), Qt::Key_unknown, QString(u'€'), {});
-         QTimer::singleShot(0, [] { Press({Qt::Key_Return}); });
-       },
+         Press({Qt::Key_Return});
+       }),
        [](MainModule&) {
          Press({Qt::Key_Escape});  // the message that this is no number
-         EXPECT_EQ(qobject_cast<QLineEdit*>(Shown("inputTxt"))->text(), "?");
+         EXPECT_EQ(The<QLineEdit>("inputTxt").text(), "?");
          Press({Qt::Key_Backspace, Qt::Key_7, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return});
        },
        [](MainModule& module) {
          EXPECT_EQ(module.settings.Holdoff, "0.007ms") << "the key that had the focus, not OK";
          Edit("Method");
-         QTimer::singleShot(250, [] { Press({Qt::Key_V, Qt::Key_Return}); });
        },
-       [](MainModule&) {},  // the new method's settings are being read
+       Later([](MainModule&) {
+         Press({Qt::Key_V, Qt::Key_Return});
+       }),
        [](MainModule&) {
-         auto* tree = qobject_cast<QTreeWidget*>(Focus());
-         ASSERT_TRUE(tree && tree->currentItem());
+         auto* tree = dynamic_cast<QTreeWidget*>(Focus());
+         ASSERT_NE(tree, nullptr);
+         ASSERT_NE(tree->currentItem(), nullptr);
          EXPECT_EQ(tree->currentItem()->text(0), "Method [VIDEO]") << "in the tree built anew";
          EXPECT_TRUE(tree->currentItem()->parent()->isExpanded());
          QContextMenuEvent key(QContextMenuEvent::Keyboard, {}, {});
@@ -75,33 +67,64 @@ TEST_F(Windows, ASettingIsEditedByKeysAlone) {
        [](MainModule& module) {
          module.controlDocument.CtrlChanged = false;  // no question at the end
          EXPECT_NE(Shown("popmenu1"), nullptr);
-       }});
+       }},
+      16);
   instrument.write("quit\n");
   EXPECT_TRUE(instrument.waitForFinished(5000));
 }
 
-TEST(Prompts, ANameWithoutAnExtensionIsSavedWithThatOfTheChosenFilter) {
-  Application own;
+struct PromptsTest : testing::Test, Application {
+  // What the user does once the box or dialog is up.
+  static void Then(const std::function<void(QWidget&)>& act) {
+    QTimer::singleShot(50, [act] { act(*QApplication::activeModalWidget()); });
+  }
+
   QtEventSource events;
   Waiting waiting{events};
   QtPrompts prompts{waiting};
+};
+
+TEST_F(PromptsTest, ANameIsSavedWithTheChosenFiltersExtensionInTheFolderOfTheLastOne) {
   const QTemporaryDir folder;
-  const QString typed = folder.filePath("name");
+  const std::string path = folder.filePath("name").toStdString();
   const char* const endings[] = {".cfx", ".txt", ""};
   for (int filter = 0; filter < 3; ++filter) {
-    QTimer::singleShot(200, [filter, typed] {
-      QWidget* dialog = QApplication::activeModalWidget();
+    Then([&](QWidget& dialog) {
       for (int down = 0; down < filter; ++down)
-        QTest::keyClick(dialog->findChild<QComboBox*>("fileTypeCombo"), Qt::Key_Down);
-      auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
-      name->setText(typed);
-      QTest::keyClick(name, Qt::Key_Return);
+        QTest::keyClick(dialog.findChild<QComboBox*>("fileTypeCombo"), Qt::Key_Down);
+      auto* line = dialog.findChild<QLineEdit*>("fileNameEdit");
+      for (const QString& typed : {folder.path(), QString("name")}) {
+        if (filter > 0 && typed != "name") continue;
+        line->setText(typed);
+        QTest::keyClick(line, Qt::Key_Return);
+      }
     });
     EXPECT_EQ(prompts.AskFileName({.action = FileAction::Save,
                                    .title = "Save",
                                    .filter = "Control Files (*.cfx)|*.cfx|Text Files (*.txt)|*.txt|"
                                              "All Files (*.*)|*.*"}),
-              typed.toStdString() + endings[filter]);
+              path + endings[filter]);
+  }
+}
+
+TEST_F(PromptsTest, AMessageIsAnsweredByItsButtonsAndMutedWhereItsBoxIsTicked) {
+  const std::tuple<bool, bool, QMessageBox::StandardButton, MessageAnswer> rows[] = {
+      {false, false, QMessageBox::Ok, MessageAnswer::Ok},
+      {true, false, QMessageBox::Ok, MessageAnswer::Ok},
+      {true, true, QMessageBox::Ok, MessageAnswer::OkAndMute},
+      {false, false, QMessageBox::Yes, MessageAnswer::Yes},
+      {false, false, QMessageBox::No, MessageAnswer::No},
+      {false, false, QMessageBox::Cancel, MessageAnswer::Cancel}};
+  for (const auto& [mayMute, ticked, button, answer] : rows) {
+    Then([mayMute = mayMute, ticked = ticked, button = button](QWidget& widget) {
+      const auto& box = dynamic_cast<QMessageBox&>(widget);
+      EXPECT_EQ(box.checkBox() != nullptr, mayMute);
+      if (ticked) QTest::keyClick(box.checkBox(), Qt::Key_Space);
+      QTest::keyClick(box.button(button), Qt::Key_Return);
+    });
+    const bool asks = button != QMessageBox::Ok;
+    const auto buttons = asks ? MessageButtons::YesNoCancel : MessageButtons::Ok;
+    EXPECT_EQ(prompts.Show({.text = "?", .buttons = buttons, .mayMute = mayMute}), answer);
   }
 }
 

@@ -1,7 +1,6 @@
 #include <QHelpLink>
 #include <QRegularExpression>
 #include <QScreen>
-#include <QTest>
 #include <QTextBrowser>
 
 #include "desktop/HelpFile.h"
@@ -30,9 +29,10 @@ TEST_F(Help, NoLinkNoEntryOfTheContentsAndNoKeywordLeadsNowhere) {
     for (const auto& link : kLink.globalMatch(source.value())) {
       const QUrl target = source.key().resolved(QUrl(link.captured(1)));
       const QByteArray found = file.Engine().fileData(target);
-      const QByteArray anchor = "id=\"" + target.fragment().toUtf8() + "\"";
-      EXPECT_TRUE(!found.isEmpty() && (!target.hasFragment() || found.contains(anchor)))
-          << source.key().toString().toStdString() << ": " << link.captured(1).toStdString();
+      SCOPED_TRACE((source.key().toString() + ": " + link.captured(1)).toStdString());
+      EXPECT_FALSE(found.isEmpty());
+      if (!target.hasFragment()) continue;
+      EXPECT_TRUE(found.contains("id=\"" + target.fragment().toUtf8() + "\""));
     }
   }
 }
@@ -48,7 +48,8 @@ TEST_F(Help, AFileThatCannotBeShownIsDescribedAndShowsNoWindow) {
   EXPECT_NE(open(file.fileName()), "");
   EXPECT_NE(open(folder.path()), "");
   for (const auto& bytes : {QByteArray(), QByteArray("no help"), good.left(good.size() / 2)}) {
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(bytes), bytes.size());
     file.close();
     EXPECT_NE(open(file.fileName()), "") << bytes.size();
     EXPECT_FALSE(window.isVisible());
@@ -58,8 +59,8 @@ TEST_F(Help, AFileThatCannotBeShownIsDescribedAndShowsNoWindow) {
   EXPECT_TRUE(window.screen()->availableGeometry().contains(window.frameGeometry()));
 }
 
-// Keys for the window, not for one of its widgets: a window that is blocked gets none.
-void Press(QWidget& window, Qt::Key key) {
+// A key for the window, not for one of its widgets: a window that is blocked gets none.
+void PressIn(QWidget& window, Qt::Key key) {
   QTest::keyClick(window.windowHandle(), key);
 }
 
@@ -68,31 +69,24 @@ TEST_F(Windows, F1InADialogOpensItsPageInAHelpWindowThatIsNotBlocked) {
       {[](MainModule& module) { module.main.mnuToolsOptions.Click(); }, "options.html"},
       {[](MainModule& module) { module.main.mnuHelpAbout.Click(); }, "index.html"},
       {[](MainModule& module) { module.main.mnuFileNew.Click(); }, "controlfile.html"},
-      {[](MainModule& module) { module.main.Tools[10].action(); }, ""},
-      {[](MainModule& module) {
-         dynamic_cast<frmWave&>(*module.sheet.WaveViews[0]).cmdRefresh.Click();
-       },
-       "messages.html"},
+      {[](MainModule& module) { View(module).cmdRefresh.Click(); }, "messages.html"},
   };
-  std::vector<std::function<void(MainModule&)>> steps;
+  std::vector<Step> steps{AddView};
   for (const auto& [open, page] : rows) {
-    steps.push_back([open = open](MainModule& module) {
-      QTimer::singleShot(0, [open, &module] { open(module); });
-    });
-    if (page.isEmpty()) continue;
-    steps.push_back([](MainModule&) {
-      ASSERT_NE(QApplication::activeModalWidget(), nullptr);
-      Press(*QApplication::activeModalWidget(), Qt::Key_F1);
-    });
-    steps.push_back([page = page](MainModule&) {
-      QWidget* help = Shown("HelpWindow");
-      ASSERT_NE(help, nullptr) << page.toStdString();
-      EXPECT_EQ(qobject_cast<QTextBrowser*>(Shown("HelpPage"))->source().fileName(), page);
-      Press(*help, Qt::Key_Escape);
-      EXPECT_FALSE(help->isVisible()) << page.toStdString();
-      help->show();  // and beside the next dialog
-      Press(*QApplication::activeModalWidget(), Qt::Key_Escape);
-    });
+    steps.insert(steps.end(), {Later(open),
+                               [](MainModule&) {
+                                 ASSERT_NE(QApplication::activeModalWidget(), nullptr);
+                                 PressIn(*QApplication::activeModalWidget(), Qt::Key_F1);
+                               },
+                               [page = page](MainModule&) {
+                                 QWidget* help = Shown("HelpWindow");
+                                 ASSERT_NE(help, nullptr) << page.toStdString();
+                                 EXPECT_EQ(The<QTextBrowser>("HelpPage").source().fileName(), page);
+                                 PressIn(*help, Qt::Key_Escape);
+                                 EXPECT_FALSE(help->isVisible()) << page.toStdString();
+                                 help->show();  // and beside the next dialog
+                                 PressIn(*QApplication::activeModalWidget(), Qt::Key_Escape);
+                               }});
   }
   Run(steps);
 }

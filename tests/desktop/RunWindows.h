@@ -4,8 +4,8 @@
 
 #include <QApplication>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
-#include <QWidget>
 #include <functional>
 #include <vector>
 
@@ -14,41 +14,13 @@
 namespace oriolemark {
 
 struct Application {
-  int count = 1;
-  char name[11] = "Oriolemark";
-  char* names[2] = {name, nullptr};
-  QApplication application{count, names};
+  int argc = 1;
+  char word[11] = "Oriolemark";
+  char* argv[2] = {word, nullptr};
+  QApplication application{argc, argv};
 };
 
-// The real windows with settings of their own and no instrument; each step runs from the event loop
-// half a second after the one before, or when the reply that it waits for has come, and the last
-// one closes the program.
-class Windows : public testing::Test {
- protected:
-  Windows() { qputenv("XDG_CONFIG_HOME", home_.path().toLocal8Bit()); }
-
-  void Run(std::vector<std::function<void(MainModule&)>> steps) {
-    Application own;
-    Program program(own.application);
-    QTimer timer;
-    std::size_t next = 0;
-    // A busy machine can hold an instrument up for seconds, which is no silence here.
-    program.Module().main.TimeOutTimer.SetInterval(1000);
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-      if (program.Module().Link().ReplyPending) return;
-      if (next < steps.size()) {
-        steps[next++](program.Module());
-      } else {
-        program.Module().main.Close();
-      }
-    });
-    timer.start(500);
-    program.Run();
-    EXPECT_EQ(next, steps.size());
-  }
-
-  QTemporaryDir home_;
-};
+using Step = std::function<void(MainModule&)>;
 
 inline QWidget* Shown(const QString& name) {
   for (QWidget* widget : QApplication::allWidgets()) {
@@ -56,5 +28,72 @@ inline QWidget* Shown(const QString& name) {
   }
   return nullptr;
 }
+
+template <typename Widget>
+Widget& The(const QString& name) {
+  return dynamic_cast<Widget&>(*Shown(name));
+}
+
+// Where keys go: the front window, of which the desktop may not know yet.
+inline QWidget* Focus() {
+  QWidget* modal = QApplication::activeModalWidget();
+  QWidget* window = modal != nullptr ? modal : Shown("frmMain");
+  return window->focusWidget() != nullptr ? window->focusWidget() : window;
+}
+
+inline void Press(std::initializer_list<QKeyCombination> keys) {
+  for (const auto& key : keys) QTest::keyClick(Focus(), key.key(), key.keyboardModifiers());
+}
+
+// A step that does this from the event loop, as it may open a dialog and wait in it.
+inline Step Later(Step action) {
+  return [action = std::move(action)](MainModule& module) {
+    QTimer::singleShot(0, [action, &module] { action(module); });
+  };
+}
+
+inline void AddView(MainModule& module) {
+  module.main.Tools[10].action();
+}
+
+inline frmWave& View(MainModule& module) {
+  return dynamic_cast<frmWave&>(*module.sheet.WaveViews[0]);
+}
+
+// The real windows with settings of their own and no instrument. The steps run from the event loop,
+// the first when the desktop has framed the main window, the others when what the one before has
+// brought about is through; the last one closes the program.
+class Windows : public testing::Test {
+ protected:
+  Windows() { qputenv("XDG_CONFIG_HOME", home_.path().toLocal8Bit()); }
+
+  // At `pace` looks of 25 ms from one step to the next.
+  void Run(const std::vector<Step>& steps, int pace = 5) {
+    Application own;
+    Program program(own.application);
+    MainModule& module = program.Module();
+    QTimer timer;
+    std::size_t next = 0;
+    int quiet = 0, wanted = 12;
+    // A busy machine can hold an instrument up for seconds, which is no silence here.
+    module.main.TimeOutTimer.SetInterval(1000);
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+      const bool busy = Shown("frmMain") == nullptr || module.Link().ReplyPending;
+      quiet = busy ? 0 : quiet + 1;
+      if (quiet < wanted) return;
+      quiet = 0, wanted = pace;
+      if (next < steps.size()) {
+        steps[next++](module);
+      } else {
+        module.main.Close();
+      }
+    });
+    timer.start(25);
+    program.Run();
+    EXPECT_EQ(next, steps.size());
+  }
+
+  QTemporaryDir home_;
+};
 
 }  // namespace oriolemark

@@ -1,6 +1,5 @@
 #include <QLineEdit>
 #include <QScrollBar>
-#include <QTest>
 #include <QTextDocument>
 #include <QTreeWidget>
 
@@ -31,13 +30,13 @@ TEST_F(Tree, AClickOnARowThatIsPartlyHiddenMeansThatRowAndMovesNothing) {
   std::vector<TreeNode> clicked;
   model.nodeClick = [&](TreeNode node) { clicked.push_back(node); };
   model.doubleClick = [&] { opened = model.Selected(); };
+  QApplication::setDoubleClickInterval(50);
   QScrollBar& bar = *widget.verticalScrollBar();
   const int rowHeight = widget.visualItemRect(widget.topLevelItem(0)).height();
   for (const bool top : {true, false}) {
     SCOPED_TRACE(top);
     // Only a tree that scrolls by pixels can hide a part of its uppermost row.
-    if (top) widget.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    if (!top) widget.setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    widget.setVerticalScrollMode(top ? QTreeWidget::ScrollPerPixel : QTreeWidget::ScrollPerItem);
     const int frame = widget.height() - widget.viewport()->height();
     widget.resize(200, frame + 10 * rowHeight + rowHeight / 2);
     bar.setValue(top ? 5 * rowHeight + rowHeight / 2 : 5);
