@@ -32,7 +32,7 @@ struct UsbPlace {
   int bus = 0;
   std::array<std::uint8_t, 7> ports{};
   int address = 0;
-  auto operator<=>(const UsbPlace&) const = default;
+  auto operator<=>(const UsbPlace&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 // The USB operations over the system's own USB access. An instrument is opened and claimed on first

@@ -1,5 +1,8 @@
 #include "transfers/ChannelOptions.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace oriolemark {
 namespace {
 
@@ -13,7 +16,8 @@ constexpr unsigned kShown[] = {kCH1, kCH2, kCH1 | kCH2};
 void FollowChannels(OptionGroup& options, const CtrlSettings& settings) {
   const unsigned on =
       (settings.CH1Display == "ON" ? kCH1 : 0) | (settings.CH2Display == "ON" ? kCH2 : 0);
-  for (int index = 0; index < options.Count(); ++index) {
+  const int count = std::min(options.Count(), static_cast<int>(std::size(kShown)));
+  for (int index = 0; index < count; ++index) {
     const bool offered = (kShown[index] & ~on) == 0;
     options.SetOptionEnabled(index, offered);
     if (!offered) options.Deselect(index);
