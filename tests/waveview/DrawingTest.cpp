@@ -1,7 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <tuple>
+#include <map>
+#include <span>
 
 #include "support/RecordingCanvas.h"
 #include "support/Tables.h"
@@ -21,7 +22,7 @@ WaveSurface On(Canvas& canvas, double zoom, bool colorOn = true) {
   return {canvas, zoom, ColorsOf(colorOn)};
 }
 
-TEST(DrawScrGrid, DrawsFrameTicksAndBrandInOrder) {
+TEST(DrawScrGrid, FrameTicksAndBrandAreDrawnInOrderAndBlackOnWhite) {
   RecordingCanvas canvas;
   DrawScrGrid(On(canvas, 1.0), GridDots::Hidden);
   EXPECT_EQ(canvas.calls.front(), "clear 000000");
@@ -43,14 +44,18 @@ TEST(DrawScrGrid, DrawsFrameTicksAndBrandInOrder) {
   EXPECT_EQ(runs("30,", ""), "26 124 126 223 ");
   EXPECT_EQ(runs("", ",25"), "26 27 174 173 176 177 323 322 ");
   EXPECT_EQ(runs("", ",30"), "26 174 176 323 ");
+  DrawScrGrid(On(canvas, 1.0, false), GridDots::Shown);
+  EXPECT_EQ(canvas.calls.front(), "clear FFFFFF");
+  for (const auto& call : std::span(canvas.calls).subspan(1)) {
+    EXPECT_NE(call.find(" 000000"), call.npos) << call;
+  }
 }
 
 TEST(DrawScrGrid, TicksThickenWithTheZoomAndDotsDoNotDependOnIt) {
   constexpr int kRound = 4 * (61 + 13) + 4 * (41 + 9);  // short and long ticks, rows and columns
   constexpr int kGridDots = 9 * 61 + 13 * 41;
-  const std::pair<double, int> rounds[] = {{0.01, 0}, {0.75, 0}, {0.99, 0}, {1.0, 1},
-                                           {1.19, 2}, {1.5, 6},  {2.0, 11}, {5.0, 41}};
-  for (const auto& [zoom, count] : rounds) {
+  for (const auto& [zoom, count] : std::map<double, int>{
+           {0.01, 0}, {0.75, 0}, {0.99, 0}, {1, 1}, {1.19, 2}, {1.5, 6}, {2, 11}, {5, 41}}) {
     RecordingCanvas canvas;
     DrawScrGrid(On(canvas, zoom), GridDots::Hidden);
     EXPECT_EQ(canvas.CallsOf("pixel").size(), count * kRound) << zoom;
@@ -143,97 +148,75 @@ TEST(DrawTimeStatus, TriggerMarksStandInsideTheGridOnly) {
   }
 }
 
-// A record whose traces are one line each: to the rows 10 and 11, 20 and 21.
-WaveRecord Record() {
+// A record whose traces are one line each: to the rows 10 and 11, 20 and 21. The letters of its
+// kind are Data, Time, Envelope, Rolling, Spectrum, Black on white, and Marks inside the grid.
+WaveRecord Record(std::string_view kind, int channels = 3) {
+  const auto is = [kind](char letter) { return kind.find(letter) != kind.npos; };
   WaveRecord record;
-  record.HasData = record.IsYT = true;
-  record.Channels = 3;
-  record.CH1Offset = record.CH2Offset = "5.00div";
+  record.HasData = is('D');
+  record.IsYT = is('T');
+  record.Envelope = is('E');
+  record.IsScan = is('R');
+  record.FFTOn = is('S');
+  record.ColorOn = !is('B');
+  record.Channels = channels;
+  record.CH1Offset = record.CH2Offset = is('M') ? "0div" : "5.00div";
   record.CH1Range = "1.00V";
   record.CH2Range = "2mV";
   record.TimeRange = "1ms";
-  record.TriggerDelay = "1s";
+  record.TriggerDelay = is('M') ? "0s" : "1s";
   record.CH1Data.Store(2, 10);
   record.CH1Min.Store(2, 11);
   record.CH2Data.Store(2, 20);
   record.CH2Min.Store(2, 21);
+  record.FFTData.Store(2, 255);
+  record.Count = record.IsYT ? 0 : 3;
   return record;
 }
 
-TEST(DrawOSC, TracesFollowInOrderOfChannelsMaximumFirst) {
-  // Data, the channels, envelope, rolling, and the rows and colours that the lines end in.
-  const std::tuple<bool, int, bool, bool, Calls> rows[] = {
-      {true, 3, true, false, {"35 FFFF00", "36 FFFF00", "45 00FFFF", "46 00FFFF"}},
-      {true, 3, true, true, {"35 FFFF00", "45 00FFFF"}},  // a rolling display has no envelope
-      {true, 1, true, false, {"35 FFFF00", "36 FFFF00"}},
-      {true, 2, false, false, {"45 00FFFF"}},
-      {true, 0, true, false, {}},
-      {false, 3, true, false, {}}};  // earlier contents of the slot stay hidden
-  for (const auto& [hasData, channels, envelope, scan, lines] : rows) {
-    WaveRecord record = Record();
-    record.HasData = hasData;
-    record.Channels = channels;
-    record.Envelope = envelope;
-    record.IsScan = scan;
+TEST(DrawOSC, EachKindOfRecordHasItsTracesAndTextsInTheirOrderAndColours) {
+  const std::string scale = "225,229 FF8000 plain Delay:1s; 175,229 FFFFFF bold 1ms; ";
+  // The kind, the channels, the ends of the traces, the dots and the texts.
+  const std::tuple<const char*, int, std::string> rows[] = {
+      {"DTE", 3, "35 FFFF00; 36 FFFF00; 45 00FFFF; 46 00FFFF; " + scale},
+      {"DTER", 3, "35 FFFF00; 45 00FFFF; " + scale},  // a rolling display has no envelope
+      {"DTE", 1, "35 FFFF00; 36 FFFF00; " + scale},
+      {"DT", 2, "45 00FFFF; " + scale},
+      {"DTE", 0, scale},
+      {"TE", 3, ""},  // earlier contents of the slot stay hidden
+      {"DTS", 0, "280 00FF00; " + scale},
+      {"DTM", 3,
+       "10,119 FFFF00 plain 1; 25,229 FFFF00 bold CH1 1.00V; 35 FFFF00; 10,119 00FFFF plain 2; "
+       "100,229 00FFFF bold CH2 2mV; 45 00FFFF; 172,31 FF8000 plain T; "
+       "225,229 FF8000 plain Delay:0s; 175,229 FFFFFF bold 1ms; "},
+      // Black on white the texts of both channels come before the data, and the spectrum is green.
+      {"DTMSB", 3,
+       "10,119 000000 plain 1; 25,229 000000 bold CH1 1.00V; 10,119 000000 plain 2; "
+       "100,229 000000 bold CH2 2mV; 35 000000; 45 000000; 280 00FF00; 172,31 000000 plain T; "
+       "225,229 000000 plain Delay:0s; 175,229 000000 bold 1ms; "},
+      {"DMS", 3,
+       "274,25 00FF00; 264,45 00FF00; 135,10 00FF00 bold X-Y Mode; 25,229 FFFF00 bold CH1 1.00V; "
+       "100,229 00FFFF bold CH2 2mV; "},
+      {"DMB", 3,
+       "274,25 000000; 264,45 000000; 135,10 000000 bold X-Y Mode; 25,229 000000 bold CH1 1.00V; "
+       "100,229 000000 bold CH2 2mV; "}};
+  for (const auto& [kind, channels, expected] : rows) {
+    const WaveRecord record = Record(kind, channels);
     RecordingCanvas canvas;
-    DrawOSC(On(canvas, 1.0), record);
-    EXPECT_EQ(canvas.CallsOf("line 25,25 26,"), lines) << channels;
-    EXPECT_EQ(canvas.CallsOf("line ").size(), lines.size()) << channels;
-    EXPECT_EQ(canvas.CallsOf("text ").size(), hasData ? 2 : 0) << "delay and time base";
-  }
-}
-
-TEST(DrawOSC, BlackOnWhiteTheTextsOfBothChannelsComeBeforeTheData) {
-  for (const auto& [colorOn, order] : {std::pair(true, "1t2t"), std::pair(false, "12tt")}) {
-    WaveRecord record = Record();
-    record.ColorOn = colorOn;
-    record.CH1Offset = record.CH2Offset = "0div";
-    RecordingCanvas canvas;
-    DrawOSC(On(canvas, 1.0, colorOn), record);
-    std::string found;
+    DrawOSC(On(canvas, 1.0, record.ColorOn), record);
+    std::string drawn;
+    int marks = 0;
     for (const std::string& call : canvas.calls) {
-      if (call.starts_with("text 10,119")) found += call.back();
-      if (call.starts_with("line 25,25 26,")) found += 't';
+      const bool isTrace = call.starts_with("line 25,25 26,");
+      if (call.starts_with("line") && !isTrace) {
+        ++marks;
+        EXPECT_EQ(call.ends_with(" 000000"), !record.ColorOn) << call;
+      } else {
+        drawn += call.substr(isTrace ? 14 : call.find(' ') + 1) + "; ";
+      }
     }
-    EXPECT_EQ(found, order);
-  }
-}
-
-TEST(DrawOSC, XYHasDotsAndItsOwnTextsOnly) {
-  WaveRecord record = Record();
-  record.IsYT = false;
-  record.Count = 3;
-  RecordingCanvas canvas;
-  DrawOSC(On(canvas, 1.0), record);
-  EXPECT_EQ(canvas.calls,
-            (Calls{"pixel 274,25 00FF00", "pixel 264,45 00FF00", "text 135,10 00FF00 bold X-Y Mode",
-                   "text 25,229 FFFF00 bold CH1 1.00V", "text 100,229 00FFFF bold CH2 2mV"}));
-}
-
-TEST(DrawOSC, TheSpectrumIsGreenOnAnyGroundAndBelongsToTime) {
-  WaveRecord record = Record();
-  record.FFTOn = true;
-  record.FFTData.Store(2, 255);
-  for (const bool isYT : {true, false}) {
-    record.IsYT = isYT;
-    RecordingCanvas canvas;
-    DrawOSC(On(canvas, 1.0, false), record);
-    EXPECT_EQ(canvas.CallsOf("line 25,25 26,280 "), Calls(isYT, "00FF00"));
-  }
-}
-
-TEST(DrawOSC, BlackOnWhiteIsBlackThroughout) {
-  WaveRecord record = Record();
-  record.CH1Offset = record.CH2Offset = "0div";
-  record.TriggerDelay = "0s";
-  for (const bool isYT : {true, false}) {
-    record.IsYT = isYT;
-    RecordingCanvas canvas;
-    DrawScrGrid(On(canvas, 1.0, false), GridDots::Shown);
-    DrawOSC(On(canvas, 1.0, false), record);
-    EXPECT_EQ(canvas.calls.front(), "clear FFFFFF");
-    canvas.calls.erase(canvas.calls.begin());
-    for (const auto& call : canvas.calls) EXPECT_NE(call.find(" 000000"), call.npos) << call;
+    EXPECT_EQ(drawn, expected) << kind << channels;
+    EXPECT_EQ(marks, std::string(kind).find("TM") == std::string::npos ? 0 : 18) << kind;
   }
 }
 
@@ -271,7 +254,7 @@ struct View {
 
   double zoom;
   RecordingCanvas canvas;
-  WaveRecord record = Record();
+  WaveRecord record = Record("DT");
   WaveCursors cursors{.CursorXOn = true, .CursorYOn = true};
 };
 
@@ -336,7 +319,7 @@ TEST(DrawCursors, ReadoutsTellWhatCanBeMade) {
 }
 
 TEST(DescribeWave, WordsWhatIsShown) {
-  // Data, time, rolling; the channels, the pairs of cursors that are on, and the words.
+  // The kind, the channels, the pairs of cursors that are on, and the words.
   const std::string scales = " CH1 1.00V per division, CH2 2mV per division.";
   const std::string time = " Time 1ms per division, delay 1s.";
   const std::tuple<const char*, int, const char*, std::string> rows[] = {
@@ -346,14 +329,10 @@ TEST(DescribeWave, WordsWhatIsShown) {
       {"DTR", 2, "Y",
        "Rolling waveform. CH2 2mV per division." + time + " Y cursors apart: CH2 8.0mV."}};
   for (const auto& [kind, channels, pairs, words] : rows) {
-    const std::string_view is(kind), on(pairs);
     View view;
-    view.record.HasData = is.find('D') != is.npos;
-    view.record.IsYT = is.find('T') != is.npos;
-    view.record.IsScan = is.find('R') != is.npos;
-    view.record.Channels = channels;
-    view.cursors.CursorXOn = on == "X";
-    view.cursors.CursorYOn = on == "Y";
+    view.record = Record(kind, channels);
+    view.cursors.CursorXOn = *pairs == 'X';
+    view.cursors.CursorYOn = *pairs == 'Y';
     view.Texts();
     EXPECT_EQ(DescribeWave(view.record, view.cursors, view.zoom), words);
   }
