@@ -7,9 +7,15 @@ namespace {
 
 // Methods, the leaves of the Trigger group, and these after Set Trig to 50%.
 const char* const kTriggers = R"(
-EDGE | Method [EDGE], Slope [RISING], Source [CH1], Mode [AUTO], Coupling [DC], Level [0.00div] | Method [EDGE], Slope [RISING], Source [CH1], Mode [AUTO], Coupling [DC], Level [1.00div]
-PULSE | Method [PULSE], Source [CH1], Pulse mode [+LESS THAN], Pulse width [1us], Mode [AUTO], Coupling [DC], Level [0.00div] | Method [PULSE], Source [CH1], Pulse mode [+LESS THAN], Pulse width [1us], Level [1.00div], Coupling [DC], Level [0.00div]
-VIDEO | Method [VIDEO], Source [CH1], Polarity [POSITIVE], Sync [LINE], Line number [1], Video Standard [] | Method [VIDEO], Source [CH1], Polarity [POSITIVE], Sync [LINE], Line number [1], Level [1.00div]
+EDGE | Method [EDGE], Slope [RISING], Source [CH1], Mode [AUTO], Coupling [DC], Level [0.00div]
+  | Method [EDGE], Slope [RISING], Source [CH1], Mode [AUTO], Coupling [DC], Level [1.00div]
+PULSE | Method [PULSE], Source [CH1], Pulse mode [+LESS THAN],
+  Pulse width [1us], Mode [AUTO], Coupling [DC], Level [0.00div]
+  | Method [PULSE], Source [CH1], Pulse mode [+LESS THAN],
+  Pulse width [1us], Level [1.00div], Coupling [DC], Level [0.00div]
+VIDEO | Method [VIDEO], Source [CH1], Polarity [POSITIVE], Sync [LINE], Line number [1],
+  Video Standard []
+  | Method [VIDEO], Source [CH1], Polarity [POSITIVE], Sync [LINE], Line number [1], Level [1.00div]
 - | Method [], Source [CH1] | Method [], Source [CH1]
 )";
 
@@ -21,7 +27,8 @@ CH1 | Display [ON], Volt/Div [1.00V], Offset [0.00div], Coupling [AC], BW Limit 
 CH2 | Display [OFF], Volt/Div [1.00V], Offset [0.00div], Coupling [AC], BW Limit [OFF], Probe [1X]
 Time Base | Time/Div [10.00us], Delay [0.0000s], Holdoff [100ns], Memory Size [4000], Format [Y-T]
 Trigger | Method [EDGE], Slope [RISING], Source [CH1], Mode [AUTO], Coupling [DC], Level [0.00div]
-Acquire | Acquisition [NORMAL], Sampling Mode [EQU_TIME], Intensity [3%], Averages [16], Anti-aliasing [OFF]
+Acquire | Acquisition [NORMAL], Sampling Mode [EQU_TIME], Intensity [3%],
+  Averages [16], Anti-aliasing [OFF]
 Display | Type [VECT], Persist [OFF], Grid [FULL]
 Virtual Panel | -
 )");
@@ -41,18 +48,18 @@ Virtual Panel | -
   }
   EXPECT_FALSE(bench.document.CtrlChanged);
 
-  CtrlSettings settings = bench.settings = Numbered("+<v> \\");
+  CtrlSettings settings = bench.settings = Named("+<v> \\");
   bench.document.CtrlChanged = true;
   bench.controller.Unload();
   bench.controller.Load();
   EXPECT_TRUE(bench.document.CtrlChanged);
   EXPECT_EQ(Listed(bench.settings), Listed(settings));
-  EXPECT_EQ(bench.tree.Text(bench.Node("CH2", "Volt/Div")), "Volt/Div [+<v> \\10]");
+  EXPECT_EQ(bench.tree.Text(bench.Node("CH2", "Volt/Div")), "Volt/Div [+<v> \\CH2VoltDiv]");
   EXPECT_TRUE(bench.tree.Expanded(bench.Node("Running Control")));
   bench.document.CtrlChanged = false;
   bench.controller.mnuNewCtrl.Click();
   settings = CtrlSettings();
-  Set(settings, "20=+<v> \\20;31=+<v> \\31");
+  Set(settings, "MemOffset=+<v> \\MemOffset;VideoStandard=+<v> \\VideoStandard");
   EXPECT_EQ(Listed(bench.settings), Listed(settings)) << "what has no default stays";
 }
 

@@ -1,33 +1,32 @@
 #pragma once
 
-#include <sstream>
-
 #include "support/ProgramBench.h"
 #include "support/Tables.h"
 
 namespace oriolemark {
 
-// The settings in the order of the record. Tables number them from 1.
-using Kept = CtrlSettings;
-inline constexpr std::string Kept::*kRecord[] = {
-    &Kept::RunStop,       &Kept::CH1Display,   &Kept::CH1VoltDiv,    &Kept::CH1Offset,
-    &Kept::CH1Coupling,   &Kept::CH1BWLimit,   &Kept::CH1Probe,      &Kept::CH1Invert,
-    &Kept::CH2Display,    &Kept::CH2VoltDiv,   &Kept::CH2Offset,     &Kept::CH2Coupling,
-    &Kept::CH2BWLimit,    &Kept::CH2Probe,     &Kept::CH2Invert,     &Kept::TimeDiv,
-    &Kept::TimeDelay,     &Kept::Holdoff,      &Kept::MemorySize,    &Kept::MemOffset,
-    &Kept::TimeFormat,    &Kept::TrigMethod,   &Kept::TrigSlope,     &Kept::TrigSource,
-    &Kept::TrigMode,      &Kept::TrigCoupling, &Kept::PulseMode,     &Kept::PulseWidth,
-    &Kept::VideoPolarity, &Kept::VideoSync,    &Kept::VideoStandard, &Kept::LineNumber,
-    &Kept::TrigLevel,     &Kept::SamplingMode, &Kept::Acquisition,   &Kept::Averages,
-    &Kept::Intensity,     &Kept::AntiAliasing, &Kept::DisplayType,   &Kept::Persist,
-    &Kept::Grid};
-inline constexpr std::size_t kFields = std::size(kRecord);
-static_assert(kFields == 41);
+// The settings in the order of the record.
+#define NAMED(setting) \
+  { #setting, &CtrlSettings::setting }
+inline constexpr std::pair<const char*, std::string CtrlSettings::*> kRecord[] = {
+    NAMED(RunStop),       NAMED(CH1Display),   NAMED(CH1VoltDiv),    NAMED(CH1Offset),
+    NAMED(CH1Coupling),   NAMED(CH1BWLimit),   NAMED(CH1Probe),      NAMED(CH1Invert),
+    NAMED(CH2Display),    NAMED(CH2VoltDiv),   NAMED(CH2Offset),     NAMED(CH2Coupling),
+    NAMED(CH2BWLimit),    NAMED(CH2Probe),     NAMED(CH2Invert),     NAMED(TimeDiv),
+    NAMED(TimeDelay),     NAMED(Holdoff),      NAMED(MemorySize),    NAMED(MemOffset),
+    NAMED(TimeFormat),    NAMED(TrigMethod),   NAMED(TrigSlope),     NAMED(TrigSource),
+    NAMED(TrigMode),      NAMED(TrigCoupling), NAMED(PulseMode),     NAMED(PulseWidth),
+    NAMED(VideoPolarity), NAMED(VideoSync),    NAMED(VideoStandard), NAMED(LineNumber),
+    NAMED(TrigLevel),     NAMED(SamplingMode), NAMED(Acquisition),   NAMED(Averages),
+    NAMED(Intensity),     NAMED(AntiAliasing), NAMED(DisplayType),   NAMED(Persist),
+    NAMED(Grid)};
+#undef NAMED
+static_assert(std::size(kRecord) == 41);
 
-// What stands before the value on the wire, by the number of the setting in the record. The run
-// state is asked for under another name, and the offset in the memory never goes over the wire.
+// What stands before the value on the wire, in the order of the record. The run state is asked for
+// under another name, and the offset in the memory never goes over the wire.
 inline const auto kHeads = Rows(R"(
-: || :TRIGGER:STATUS: || :CHANNEL1:DISPLAY: || :CHANNEL1:RANGE: || :CHANNEL1:OFFSET:
+:TRIGGER:STATUS: || :CHANNEL1:DISPLAY: || :CHANNEL1:RANGE: || :CHANNEL1:OFFSET:
 :CHANNEL1:COUPLING: || :CHANNEL1:BWLimit: || :CHANNEL1:PROBE: || :CHANNEL1:INVERT:
 :CHANNEL2:DISPLAY: || :CHANNEL2:RANGE: || :CHANNEL2:OFFSET: || :CHANNEL2:COUPLING:
 :CHANNEL2:BWLimit: || :CHANNEL2:PROBE: || :CHANNEL2:INVERT: || :TimeBase:RANGE:
@@ -45,24 +44,34 @@ inline std::string Filled(std::string text, char mark, const std::string& by) {
   return text;
 }
 
-// Every setting holds this text and its own number.
-inline CtrlSettings Numbered(const std::string& text) {
+inline std::size_t PlaceOf(std::string_view setting) {
+  const auto found = std::ranges::find(kRecord, setting, [](auto& row) { return row.first; });
+  if (found == std::end(kRecord)) throw std::invalid_argument(std::string(setting));
+  return static_cast<std::size_t>(found - kRecord);
+}
+inline std::string& ValueOf(CtrlSettings& settings, std::string_view setting) {
+  return settings.*kRecord[PlaceOf(setting)].second;
+}
+inline const std::string& HeadOf(std::string_view setting) {
+  return kHeads[PlaceOf(setting)][0];
+}
+// Every setting holds this text and its own name.
+inline CtrlSettings Named(const std::string& text) {
   CtrlSettings settings;
-  for (std::size_t i = 1; i <= kFields; ++i) settings.*kRecord[i - 1] = text + std::to_string(i);
+  for (const auto& [name, field] : kRecord) settings.*field = text + name;
   return settings;
 }
-// Sets some, by their numbers: "1=STOP;2=OFF".
+// Sets some: "RunStop=STOP; CH1Display=OFF".
 inline void Set(CtrlSettings& settings, const std::string& changes) {
-  std::istringstream stream(changes);
-  std::string number, value;
-  while (std::getline(stream, number, '=') && std::getline(stream, value, ';')) {
-    settings.*kRecord[std::stoul(number) - 1] = value;
+  for (const std::string& change : Split(changes, ';')) {
+    const std::size_t begin = change.find_first_not_of(' '), mark = change.find('=');
+    ValueOf(settings, change.substr(begin, mark - begin)) = change.substr(mark + 1);
   }
 }
 // The 41 values with bars between them.
 inline std::string Listed(const CtrlSettings& settings) {
   std::string values;
-  for (std::size_t i = 1; i <= kFields; ++i) values += settings.*kRecord[i - 1] + "|";
+  for (const auto& [name, field] : kRecord) values += settings.*field + "|";
   return values;
 }
 
@@ -79,11 +88,9 @@ struct ControllerBench : ProgramBench {
     ASSERT_TRUE(module.Link().ScopeConnected);
     Sent();
   }
-  // Each question is answered by this text and the number of its setting.
-  void AnswerNumbered(const std::string& text) {
-    for (std::size_t i = 1; i <= kFields; ++i) {
-      port.lies[kHeads[i][0] + "?"] = text + std::to_string(i) + "\n";
-    }
+  // Each question is answered by this text and the name of its setting.
+  void AnswerNamed(const std::string& text) {
+    for (const auto& [name, field] : kRecord) port.lies[HeadOf(name) + "?"] = text + name + "\n";
   }
   // Commands since the last call, with ';' between them.
   std::string Sent() {
@@ -118,7 +125,7 @@ struct ControllerBench : ProgramBench {
                            const std::string& group = {}) const {
     std::string changed;
     const std::vector<std::string> now = Leaves(group);
-    EXPECT_TRUE(before.empty() || now.size() == before.size());
+    EXPECT_EQ(now.size(), before.empty() ? now.size() : before.size());
     for (std::size_t i = 0; i < now.size(); ++i) {
       if (i < before.size() && now[i] == before[i]) continue;
       changed += (changed.empty() ? "" : ", ") + now[i];
@@ -153,7 +160,8 @@ struct ControllerBench : ProgramBench {
     dialog.cmdOK.Click();
   }
   void ExpectRest() {
-    EXPECT_FALSE(module.Transfer().TransferActive || module.progress.Loaded() || dialog.Loaded());
+    EXPECT_EQ(Bits(module.Transfer().TransferActive, module.progress.Loaded(), dialog.Loaded()),
+              "000");
     EXPECT_EQ(waiting.Depth(), 0);
   }
   frmCtrlList& controller = module.controller;

@@ -1,23 +1,38 @@
 #pragma once
 
 #include <algorithm>
+#include <ranges>
 #include <regex>
 #include <string>
 #include <vector>
 
 namespace oriolemark {
 
+// Conditions side by side, '1' or '0' each, so that a failure shows which of them it is.
+template <typename... Conditions>
+std::string Bits(const Conditions&... conditions) {
+  return (... + std::string(conditions ? "1" : "0"));
+}
+
+// The pieces of a text, which may be empty, between marks.
+inline std::vector<std::string> Split(std::string_view text, char mark) {
+  std::vector<std::string> pieces;
+  for (const auto piece : std::views::split(text, mark)) {
+    pieces.emplace_back(piece.begin(), piece.end());
+  }
+  return pieces;
+}
+
 // The cells of a table: rows end in a line end or " || ", " | " stands between cells, and "-" is an
-// empty one.
+// empty one. A line that begins with blanks goes on where the one before it ends.
 inline std::vector<std::vector<std::string>> Rows(const std::string& table) {
-  static const std::regex kRow("\n| \\|\\| ");
-  static const std::regex kBar(" \\| ");
+  static const std::regex kRow("\n| \\|\\| "), kBar(" \\| "), kGoesOn("\n +");
   const auto split = [](const std::string& text, const std::regex& at) {
     return std::vector<std::string>(std::sregex_token_iterator(text.begin(), text.end(), at, -1),
                                     {});
   };
   std::vector<std::vector<std::string>> rows;
-  for (const std::string& row : split(table, kRow)) {
+  for (const std::string& row : split(std::regex_replace(table, kGoesOn, " "), kRow)) {
     if (row.empty()) continue;
     rows.push_back(split(row, kBar));
     std::ranges::replace(rows.back(), std::string("-"), std::string());
