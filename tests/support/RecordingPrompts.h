@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/Prompts.h"
+#include "support/Tables.h"
 #include "support/VirtualClock.h"
 
 namespace oriolemark {
