@@ -23,7 +23,7 @@ TEST_F(TransportsTest, SerialOrUsbConnectThatFailsIsToldOnceAndLeavesNoConnectio
   for (const int ioType : {kLinkRS232, kLinkUsb}) {
     Connect(ioType);
     scope.ConnectScope();
-    EXPECT_FALSE(state.LinkOpened || state.ScopeConnected || indicator.back());
+    EXPECT_EQ(Bits(state.LinkOpened, state.ScopeConnected, indicator.back()), "000");
   }
   Message denied = Warning("", "RS232 Init");
   denied.systemText = port.fails;
@@ -36,10 +36,10 @@ TEST_F(TransportsTest, GpibDeviceThatDoesNotOpenOrClearIsToldAndLeavesNoConnecti
   settings.GPIB_Addr = 30;
   gpibDriver.failures["ibclr"] = {.ibsta = 0x8100, .iberr = 2};
   scope.ConnectScope();
-  EXPECT_FALSE(state.LinkOpened || state.ScopeConnected);
+  EXPECT_EQ(Bits(state.LinkOpened, state.ScopeConnected), "00");
   gpibDriver.failures["ibdev"] = {.ibsta = 0x8000};
   scope.ConnectScope();
-  EXPECT_FALSE(state.LinkOpened || state.ScopeConnected);
+  EXPECT_EQ(Bits(state.LinkOpened, state.ScopeConnected), "00");
   EXPECT_EQ(gpibDriver.calls, "ibdev 0 30 0 13 1 0; ibclr 3; ibonl 3 0; ibdev 0 30 0 13 1 0; ");
   ExpectShown({Critical("Unable to clear device\ribsta = &H8100\riberr = 2 <ENOL>", "Error"),
                Critical("Unable to open GPIB IO device\ribsta = &H8000\riberr = 0", "GPIB Init")});
@@ -119,18 +119,18 @@ TEST(Transports, ReplyIsWhatStandsInFrontOfItsFirstLineEnd) {
 }
 
 TEST_F(TransportsTest, SerialSendBlocksForTheTimeOnTheLine) {
-  const std::tuple<const char*, std::size_t, int> paces[] = {
-      {"9600", 0, 3},     {"9600", 3, 12},   {"9600", 15, 50}, {"10000", 9, 30},
-      {"115200", 9, 30},  {"300", 20, 2100}, {"", 9, 30},      {"fast", 9, 30},
-      {"0", 9, 30},       {"-9600", 9, 30},  {"9600x", 9, 30}, {"1e-300", 9, 10000},
-      {"300", 200, 10000}};
-  for (const auto& [baud, length, milliseconds] : paces) {
+  // The rate, the characters, and the milliseconds.
+  for (const auto& row : Rows(R"(
+9600 | 0 | 3 || 9600 | 3 | 12 || 9600 | 15 | 50 || 10000 | 9 | 30 || 115200 | 9 | 30
+300 | 20 | 2100 || 300 | 200 | 10000 || - | 9 | 30 || fast | 9 | 30 || 0 | 9 | 30
+-9600 | 9 | 30 || 9600x | 9 | 30 || 1e-300 | 9 | 10000
+)")) {
     const Milliseconds begin = clock.Now();
-    settings.BaudRate = baud;
-    port.written.clear();
-    rs232.RS232Send(std::string(length, 'x'));
-    EXPECT_EQ(port.written, std::string(length, 'x') + "\r");
-    EXPECT_EQ(clock.Now() - begin, Milliseconds(milliseconds)) << baud;
+    const std::string text(std::stoul(row[1]), 'x');
+    settings.BaudRate = row[0];
+    rs232.RS232Send(text);
+    EXPECT_EQ(std::exchange(port.written, {}), text + "\r");
+    EXPECT_EQ(clock.Now() - begin, Milliseconds(std::stol(row[2]))) << row[0];
   }
 }
 
@@ -138,7 +138,7 @@ TEST_F(TransportsTest, SerialBytesBehindTheLineEndAreAppendedToTheCutReply) {
   script.Answer(":A:?", "1.5\n2");
   EXPECT_EQ(scope.AskScope(":A:?"), "1.5");
   EXPECT_EQ(state.RxLength, 5);
-  EXPECT_FALSE(state.ReplyPending || state.CommBusy);
+  EXPECT_EQ(Bits(state.ReplyPending, state.CommBusy), "00");
   rs232.RS232OnReceive("3");
   EXPECT_EQ(state.RxBuffer, "1.53");
 }
@@ -148,7 +148,7 @@ TEST_F(TransportsTest, SerialReplyIsGivenUpAfterTwoSecondsWithoutBytesAndThrownA
   EXPECT_EQ(scope.AskScope(":A:?"), "");
   EXPECT_EQ(clock.Now(), Milliseconds(20000));
   EXPECT_EQ(state.RxBuffer, "xxxxxxxxxx");
-  EXPECT_TRUE(state.ReplyPending && prompts.shown.empty());
+  EXPECT_EQ(Bits(state.ReplyPending, prompts.shown.empty()), "11");
   script.Answer(":B:?", "2\n");
   EXPECT_EQ(scope.AskScope(":B:?"), "2");
 }
@@ -156,10 +156,9 @@ TEST_F(TransportsTest, SerialReplyIsGivenUpAfterTwoSecondsWithoutBytesAndThrownA
 TEST_F(TransportsTest, SerialReplyGoesToTheInnerRequestAndIsTheOutersToo) {
   script.Answer(":OUTER:?", "1\n", Milliseconds(500));
   script.Answer(":INNER:?", "2\n", Milliseconds(700));
-  std::string inner;
-  clock.UserAfter(Milliseconds(100), [&] { inner = scope.AskScope(":INNER:?"); });
+  clock.UserAfter(Milliseconds(100), [&] { EXPECT_EQ(scope.AskScope(":INNER:?"), "1"); });
   EXPECT_EQ(scope.AskScope(":OUTER:?"), "1");
-  EXPECT_EQ(inner, "1");
+  EXPECT_EQ(script.sent.size(), 2u);
 }
 
 TEST_F(TransportsTest, SerialReplyThatGrewOldInsideANestedHandlerIsSilence) {
@@ -299,7 +298,7 @@ TEST(Handshake, OnlyAKnownInstrumentWithNewEnoughFirmwareIsConnected) {
     if (row.passes) sent.push_back(":KEY:LOCK:ENABLE");
     EXPECT_EQ(bench.script.sent, sent) << "only a connected instrument is released";
     EXPECT_EQ(bench.indicator, (std::vector<bool>{row.passes, false}));
-    EXPECT_TRUE(bench.state.LinkOpened && !bench.state.ScopeConnected);
+    EXPECT_EQ(Bits(bench.state.LinkOpened, bench.state.ScopeConnected), "10");
   }
 }
 
@@ -308,13 +307,10 @@ TEST(Handshake, ColourIsTheLetterBehindTheFourDigits) {
   EXPECT_FALSE(bench.scope.IsColorScope());
   EXPECT_TRUE(bench.script.sent.empty()) << "a closed link is not asked";
   bench.Connect(kLinkGpib);
-  const std::pair<std::string, bool> rows[] = {{"any,TX-5000C", true},
-                                               {"TX-5000C", true},
-                                               {"TAVIK ELECTRONIC,TX-5000A,C,01.01.33", false},
-                                               {"", false}};
-  for (const auto& [identity, colour] : rows) {
-    bench.script.Answer("*IDN?", identity + "\n");
-    EXPECT_EQ(bench.scope.IsColorScope(), colour) << identity;
+  for (const auto& row :
+       Rows("any,TX-5000C | 1 || TX-5000C | 1 || TAVIK ELECTRONIC,TX-5000A,C,01 | 0 || - | 0")) {
+    bench.script.Answer("*IDN?", row[0] + "\n");
+    EXPECT_EQ(Bits(bench.scope.IsColorScope()), row[1]) << row[0];
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/Form.h"
 #include "platform/Timer.h"
+#include "support/Tables.h"
 #include "support/VirtualClock.h"
 
 namespace oriolemark {
@@ -29,12 +30,12 @@ TEST(Form, ASecondOpeningOfAModalWindowReturnsAtOnce) {
   clock.UserAfter(Ms(100), [&] {
     form.ShowModal(clock.waiting);
     EXPECT_EQ(clock.Now(), Ms(100));
-    EXPECT_TRUE(form.Visible() && form.Modal());
+    EXPECT_EQ(Bits(form.Visible(), form.Modal()), "11");
   });
   clock.UserAfter(Ms(200), [&] { form.Unload(); });
   form.ShowModal(clock.waiting);
   EXPECT_EQ(clock.Now(), Ms(200));
-  EXPECT_FALSE(form.Loaded() || form.Modal());
+  EXPECT_EQ(Bits(form.Loaded(), form.Modal()), "00");
 }
 
 }  // namespace
