@@ -1,11 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cmath>
-#include <ranges>
 #include <sstream>
-#include <tuple>
 
 #include "simulator/SerialSide.h"
 #include "support/Tables.h"
@@ -14,14 +10,7 @@ namespace {
 
 using namespace std::literals;
 
-// The pieces of a text with ';' between them.
-std::vector<std::string> Split(std::string_view text) {
-  std::vector<std::string> pieces;
-  for (const auto piece : std::views::split(text, ';')) {
-    pieces.emplace_back(piece.begin(), piece.end());
-  }
-  return pieces;
-}
+using oriolemark::Split;
 
 // An instrument on the bench, spoken to in its own words.
 struct Bench {
@@ -34,7 +23,7 @@ struct Bench {
   // Commands with ';' between them, without replies; whether each was understood.
   bool Send(std::string_view commands) {
     const int before = instrument.UnknownCommands();
-    for (const std::string& command : Split(commands)) instrument.Execute(command);
+    for (const std::string& command : Split(commands, ';')) instrument.Execute(command);
     return instrument.UnknownCommands() == before;
   }
 
@@ -74,7 +63,7 @@ TEST(VocabularyTest, AMalformedCommandIsNotUnderstoodAndChangesNothing) {
   Bench bench;
   const std::string before = SettingsOf(bench);
   int wrong = 0;
-  for (const std::string& command : Split(kMalformed)) {
+  for (const std::string& command : Split(kMalformed, ';')) {
     EXPECT_EQ(bench.Ask(command), "(no reply)") << command;
     EXPECT_EQ(bench.instrument.UnknownCommands(), ++wrong) << command;
     EXPECT_EQ(SettingsOf(bench), before) << command;
@@ -101,7 +90,8 @@ TEST(VocabularyTest, AWellFormedCommandIsUnderstood) {
 :ACQUIRE:INTENSITY:100% | :ACQUIRE:INTENSITY:? | 100%
 :TimeBase:TRIGGER DELAY:-2.8ms;:TimeBase:RANGE:10.00us | :TimeBase:TRIGGER DELAY:? | -140.0us
 :TimeBase:RANGE:50.00ms;:TimeBase:TRIGGER DELAY:0.3s | :TimeBase:TRIGGER DELAY:? | 0.3s
-:TRIGGER:VIDEO STANDARD:PAL/SECAM;:TRIGGER:LINE_NUM:625;:TRIGGER:VIDEO STANDARD:NTSC | :TRIGGER:LINE_NUM:? | 525
+:TRIGGER:VIDEO STANDARD:PAL/SECAM;:TRIGGER:LINE_NUM:625;:TRIGGER:VIDEO STANDARD:NTSC
+  | :TRIGGER:LINE_NUM:? | 525
 :TRIGGER:Source:AC;:TRIGGER:METHOD:PULSE | :TRIGGER:Source:? | AC
 :KEY:V_SCALE_INC | :CHANNEL1:RANGE:? | 2.00V || :KEY:CH_OFF | :CHANNEL1:DISPLAY:? | OFF
 :KEY:CH2;:KEY:V_POS_DEC | :CHANNEL2:OFFSET:? | -3.20div
@@ -125,8 +115,9 @@ SIGNAL1 | sine 0 || SIGNAL1 | sine 1000 1 1
     EXPECT_FALSE(bench.instrument.Turn(row[0], row[1])) << row[0] << row[1];
   }
   EXPECT_EQ(bench.instrument.UnknownCommands(), 0) << "a slip of the hand is no wrong command";
-  EXPECT_TRUE(bench.instrument.Turn(":DATA:WinMemSize", "17000") &&
-              bench.instrument.Turn(":KEY:RUN", ""));
+  for (const auto& row : {std::pair(":DATA:WinMemSize", "17000"), {":KEY:RUN", ""}}) {
+    EXPECT_TRUE(bench.instrument.Turn(row.first, row.second)) << row.first;
+  }
   EXPECT_EQ(bench.Read(":DATA:CHANNEL1").size(), 17000u);
   EXPECT_EQ(bench.Ask(":TRIGGER:STATUS:?"), "STOP");
 }
@@ -212,7 +203,7 @@ TEST(SamplesTest, APictureStandsStillWhereTheTriggerFindsItsSignal) {
         largest = std::max(largest, std::abs(after.at(at) - before[at]));
       }
     }
-    EXPECT_TRUE(largest >= least && largest <= most) << largest;
+    EXPECT_EQ(std::clamp(largest, least, most), largest);
   }
 }
 
@@ -291,11 +282,11 @@ TEST(SerialSideTest, EachFaultSpoilsAReplyInItsOwnWay) {
         "bare-tokens;FF FF \n"s, "wide-tokens;0x00FF 0x00FF \n"s, "comma-tokens;0xFF,0xFF,\n"s,
         "two-blanks;0xFF  0xFF  \n"s, "lower-tokens;0xff 0xff \n"s, "no-last-blank;0xFF 0xFF\n"s,
         "short-block;0xFF \n"s}) {
-    const auto row = Split(text);
+    const auto row = Split(text, ';');
     Line line;
-    EXPECT_TRUE(line.instrument.Turn(":DATA:WinMemSize", "2") &&
-                line.instrument.Turn("SIGNAL1", "sine 1000 0") &&
-                line.instrument.Turn(":CHANNEL1:OFFSET", "-12.00div"));
+    line.instrument.Turn(":DATA:WinMemSize", "2");
+    line.instrument.Turn("SIGNAL1", "sine 1000 0");
+    line.instrument.Turn(":CHANNEL1:OFFSET", "-12.00div");
     line.Break(row[0] + " next");
     EXPECT_EQ(line.Receive(":DATA:CHANNEL1\r"), row[1]) << row[0];
   }
