@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <array>
-#include <map>
-
 #include "support/ProgramBench.h"
 
 namespace oriolemark {
@@ -25,7 +22,7 @@ struct Day : ProgramBench {
     Store("Refresh", "Refresh Interval", "5000");
     instrument.Turn(":STOP", "");
     ProgressBar& bar = module.progress.ProgressBar1;
-    bar.onRefresh = [&bar] { EXPECT_TRUE(bar.Value() >= 0 && bar.Value() <= 100) << bar.Value(); };
+    bar.onRefresh = [&bar] { EXPECT_EQ(std::clamp(bar.Value(), 0.0, 100.0), bar.Value()); };
     At(1000, [this] { module.main.mnuToolsConnect.Click(); });
     At(500, [this] { module.browser.files.AddWaveItem(); });
     At(kAsked, [this] { View().cmdRefresh.Click(); });
@@ -59,8 +56,9 @@ struct Day : ProgramBench {
   void ExpectRest(int waits) {
     EXPECT_EQ(waiting.Depth(), waits);
     EXPECT_EQ(View().cmdRefresh.Face(), kRefreshFace);
-    EXPECT_FALSE(module.Transfer().TransferActive || module.progress.Loaded());
-    EXPECT_FALSE(module.Link().CommBusy || module.Refreshing().WaveAutoRefresh);
+    EXPECT_EQ(Bits(module.Transfer().TransferActive, module.progress.Loaded(),
+                   module.Link().CommBusy, module.Refreshing().WaveAutoRefresh),
+              "0000");
   }
   void Close() {
     EXPECT_EQ(std::exchange(closed, clock.Now()), Milliseconds(0)) << "it ends at once";
@@ -105,7 +103,7 @@ struct Day : ProgramBench {
     At(100000, [this] { ReadAgain(); });
     At(130000, [this] {
       // The refresh of a healthy instrument has brought its samples, and all is at rest.
-      EXPECT_TRUE(module.sheet.Waves[0].HasData && View().cmdRefresh.Enabled());
+      EXPECT_EQ(Bits(module.sheet.Waves[0].HasData, View().cmdRefresh.Enabled()), "11");
       ExpectSamples(module.sheet.Waves[0], ":DATA:CHANNEL1");
       ExpectRest(1);
       Close();
@@ -114,7 +112,7 @@ struct Day : ProgramBench {
     EXPECT_LT(clock.Now() - closed, Milliseconds(2000));
     EXPECT_EQ(port.written.find('?', sent), std::string::npos) << "no more questions";
     EXPECT_EQ(port.written.ends_with(":KEY:LOCK:ENABLE\r"), module.Link().ScopeConnected);
-    EXPECT_FALSE(module.main.Loaded() || View().Loaded());
+    EXPECT_EQ(Bits(module.main.Loaded(), View().Loaded()), "00");
     ExpectRest(0);
     EXPECT_EQ(Told(), messages);
   }
