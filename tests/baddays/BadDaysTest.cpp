@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include "support/ProgramBench.h"
 
 namespace oriolemark {
 namespace {
+
+using namespace std::chrono_literals;
 
 using Texts = std::vector<std::string>;
 
@@ -17,9 +20,9 @@ const char* const kFull = "Exceed maximum file numbers limit";
 
 // The program linked to a healthy instrument that stands still, with one wave item.
 struct Day : ProgramBench {
-  explicit Day(const char* refreshType) {
+  explicit Day(const char* refreshType, const char* interval = "5000") {
     Store("Refresh", "Refresh Type", refreshType);
-    Store("Refresh", "Refresh Interval", "5000");
+    Store("Refresh", "Refresh Interval", interval);
     instrument.Turn(":STOP", "");
     ProgressBar& bar = module.progress.ProgressBar1;
     bar.onRefresh = [&bar] { EXPECT_EQ(std::clamp(bar.Value(), 0.0, 100.0), bar.Value()); };
@@ -257,6 +260,67 @@ TEST(BadDays, AHandMayDoAnythingInAnyWait) {
       day.Live(messages);
     }
   }
+}
+
+// A refresh every 15 minutes, on a machine that sleeps in most of each pause, with a link that
+// fails in one reading of four.
+struct Month : Day {
+  Month() : Day("Auto", "900000") {
+    clock.SetDeadline(kDays * 24h + 1h);
+    clock.After(10s, [this] { Watch(); });
+  }
+  void Watch() {
+    clock.After(2500ms, [this] {
+      Watch();
+      const bool tried = !port.written.empty() || !prompts.shown.empty();
+      if (!tried || module.Transfer().TransferActive) return;
+      Judge();
+      clock.Block(15min - 15s);
+    });
+  }
+  void Judge() {
+    WaveRecord& record = module.sheet.Waves[0];
+    const bool healthy = *kFaults[fault] == 0;
+    EXPECT_EQ(record.HasData ? record.TimeRange.empty() : true, !healthy) << kFaults[fault];
+    if (++readings == 1) picture = record.CH1Data;
+    for (int i = 1; healthy && i <= 600; ++i) ASSERT_EQ(record.CH1Data[i], picture[i]) << i;
+    EXPECT_EQ(waiting.Depth(), 2) << "the program's own wait and the pause";
+    const auto memory = mallinfo2();
+    if (fault == 0) bytes = memory.uordblks + memory.hblkhd;
+    if (clock.Now() < 48h) bytesOfDayTwo = bytes;
+    port.written.clear();
+    prompts.shown.clear();
+    record.CH1Data = {};
+    record.TimeRange.clear();
+    record.HasData = false;
+    port.side.GetFaults().Clear();
+    fault = static_cast<std::size_t>(readings) % std::size(kFaults);
+    port.fails = kFaults[fault] == kLineFails ? kLineFails : "";
+    if (const auto parsed = tx5000::ParseFault(kFaults[fault])) port.side.GetFaults().Add(*parsed);
+  }
+
+  static constexpr int kDays = 30;
+  const char* const kFaults[8] = {"", "",        "", "silence", "", "die for :TimeBase:RANGE:?",
+                                  "", kLineFails};
+  std::size_t fault = 0;
+  int readings = 0;
+  std::size_t bytesOfDayTwo = 0;
+  std::size_t bytes = 0;
+  SampleArray picture;  // the instrument stands still: each reading brings the same
+};
+
+TEST(BadDays, AMonthOfAutomaticRefreshOverABadLinkLosesNothingAndGrowsByNothing) {
+  Month month;
+  month.clock.UserAfter(Month::kDays * 24h, [&] {
+    EXPECT_EQ(month.View().cmdRefresh.Face(), kStopFace);
+    month.Close();
+  });
+  month.module.Main();
+  EXPECT_GT(month.readings, Month::kDays * 24 * 4 * 9 / 10);
+  EXPECT_LE(month.readings, Month::kDays * 24 * 4) << "the pause comes behind each reading";
+  EXPECT_LE(month.bytes, month.bytesOfDayTwo + 4096);
+  EXPECT_EQ(month.instrument.UnknownCommands(), 0);
+  month.ExpectRest(0);
 }
 
 }  // namespace
