@@ -2,10 +2,6 @@
 
 #include <functional>
 #include <limits>
-#include <optional>
-#include <string>
-#include <tuple>
-#include <utility>
 
 #include "support/Tables.h"
 #include "values/Number.h"
@@ -16,22 +12,21 @@ namespace {
 
 constexpr double kLargest = std::numeric_limits<double>::max();
 
-// A text, what it begins with, and whether it is a number to its end, and so a reply.
-const std::tuple<const char*, double, bool> kReadRows[] = {
-    {"", 0, false},           {".", 0, false},     {"e5", 0, false},
-    {"inf", 0, false},        {"0x1F", 0, false},  {"1,000", 1, false},
-    {"1.2.3", 1.2, false},    {"5E", 5, false},    {"2.5div", 2.5, false},
-    {"-3.04d", -3.04, false}, {"1\r", 1, false},   {"1.", 1, true},
-    {".5", 0.5, true},        {"+.5", 0.5, true},  {" -1.5 ", -1.5, true},
-    {"1E-3", 0.001, true},    {"1e-999", 0, true}, {"1e-99999999999", 0, true},
-};
-
 TEST(NumberTest, LeadingPartIsReadWhateverFollowsAndOnlyAWholeNumberIsAReply) {
-  for (const auto& [text, leading, whole] : kReadRows) {
-    EXPECT_EQ(LeadingNumber(text), leading) << text;
-    EXPECT_EQ(IsNumeric(text), whole) << text;
-    EXPECT_EQ(NumberInReply(text), whole ? std::optional(leading) : std::nullopt) << text;
+  // A text, what it begins with, and whether it is a number to its end, and so a reply.
+  for (const auto& row : Rows(R"(
+- | 0 | no || . | 0 | no || e5 | 0 | no || inf | 0 | no || 0x1F | 0 | no || 1,000 | 1 | no
+1.2.3 | 1.2 | no || 5E | 5 | no || 2.5div | 2.5 | no || -3.04d | -3.04 | no
+1. | 1 | yes || .5 | 0.5 | yes || +.5 | 0.5 | yes ||  -1.5  | -1.5 | yes || 1E-3 | 0.001 | yes
+1e-999 | 0 | yes || 1e-99999999999 | 0 | yes
+)")) {
+    const double leading = std::stod(row[1]);
+    const bool whole = row[2] == "yes";
+    EXPECT_EQ(LeadingNumber(row[0]), leading) << row[0];
+    EXPECT_EQ(IsNumeric(row[0]), whole) << row[0];
+    EXPECT_EQ(NumberInReply(row[0]), whole ? std::optional(leading) : std::nullopt) << row[0];
   }
+  EXPECT_EQ(NumberInReply("1\r"), std::nullopt);
 }
 
 TEST(NumberTest, TooLargeANumberIsTheLargestOneAndNoReply) {
@@ -52,17 +47,16 @@ TEST(NumberTest, WholeNumberIsRoundedToEvenBeforeItsRangeCounts) {
   }
 }
 
-const std::tuple<double, int, int, const char*> kFormatRows[] = {
-    {0, 3, 3, "0.000"},           {-0.0, 1, 25, "0.0"},      {-0.0004, 3, 3, "0.000"},
-    {-0.0005, 3, 3, "-0.001"},    {0.5, 0, 0, "1"},          {2.5, 0, 0, "3"},
-    {-2.5, 0, 0, "-3"},           {0.49, 0, 0, "0"},         {0.0096, 2, 2, "0.01"},
-    {0.004, 2, 2, "0.00"},        {1.005, 2, 2, "1.01"},     {9.995, 2, 2, "10.00"},
-    {999.9996, 3, 3, "1000.000"}, {0.1 + 0.2, 1, 25, "0.3"}, {1e-7 * 1e6, 1, 25, "0.1"},
-};
-
 TEST(NumberTest, FormatKeepsFifteenDigitsAndRoundsTiesAway) {
-  for (const auto& [value, minimum, maximum, text] : kFormatRows) {
-    EXPECT_EQ(FormatFixed(value, minimum, maximum), text) << value;
+  // The number, its least and most decimals, and the text.
+  for (const auto& row : Rows(R"(
+0 | 3 | 3 | 0.000 || -0.0 | 1 | 25 | 0.0 || -0.0004 | 3 | 3 | 0.000 || -0.0005 | 3 | 3 | -0.001
+0.5 | 0 | 0 | 1 || 2.5 | 0 | 0 | 3 || -2.5 | 0 | 0 | -3 || 0.49 | 0 | 0 | 0
+0.0096 | 2 | 2 | 0.01 || 0.004 | 2 | 2 | 0.00 || 1.005 | 2 | 2 | 1.01 || 9.995 | 2 | 2 | 10.00
+999.9996 | 3 | 3 | 1000.000 || 0.30000000000000004 | 1 | 25 | 0.3
+0.09999999999999999 | 1 | 25 | 0.1
+)")) {
+    EXPECT_EQ(FormatFixed(std::stod(row[0]), std::stoi(row[1]), std::stoi(row[2])), row[3]);
   }
   EXPECT_EQ(FormatFixed(123456789012345678.0, 0, 2), "123456789012346000");
   EXPECT_EQ(NumberText(1000 / 1e9), "0.000001");
