@@ -131,10 +131,15 @@ TEST(SettingsTransfer, AnUploadComesBackByADownloadButTwoValuesOfANewDocumentAre
   EXPECT_EQ(bench.instrument.Unknown(),
             (std::vector<std::string>{":TRIGGER:SYNC:LINE", ":TRIGGER:VIDEO STANDARD:"}));
   Set(bench.settings,
-      "VideoSync=EVEN FIELD; VideoStandard=PAL/SECAM; LineNumber=313; TrigMethod=PULSE; "
-      "PulseMode=-MORE THAN; TrigSource=EXT5; CH2VoltDiv=20.0mV; TimeFormat=X-Y; Holdoff=0.5ms; "
-      "Averages=256; DisplayType=DOT; Persist=ON; Grid=HALF; AntiAliasing=ON; CH1BWLimit=ON");
+      "RunStop=STOP; CH1Display=OFF; CH1Probe=10X; CH1VoltDiv=20.0V; CH1Offset=-12.00div; "
+      "CH1Coupling=DC; CH1BWLimit=ON; CH2Display=ON; CH2VoltDiv=20.0mV; CH2Offset=12.00div; "
+      "TimeDiv=1.000ns; TimeDelay=-14ns; Holdoff=0.5ms; TimeFormat=X-Y; TrigMethod=PULSE; "
+      "TrigSlope=FALLING; TrigSource=EXT5; TrigMode=SINGLE; TrigCoupling=HF; TrigLevel=0.04div; "
+      "PulseMode=-MORE THAN; PulseWidth=0.0015us; VideoPolarity=NEGATIVE; VideoSync=EVEN FIELD; "
+      "VideoStandard=PAL/SECAM; LineNumber=313; SamplingMode=REAL_TIME; Acquisition=ENVELOPE; "
+      "Averages=256; Intensity=1%; AntiAliasing=ON; DisplayType=DOT; Persist=ON; Grid=HALF");
   CtrlSettings expected = bench.settings;
+  expected.CH2Probe = expected.CH1Probe;
   expected.MemOffset = "OFF";
   bench.controller.cmdUpload.Click();
   bench.settings = Named("v");
