@@ -281,7 +281,8 @@ struct Month : Day {
   void Judge() {
     WaveRecord& record = module.sheet.Waves[0];
     const bool healthy = *kFaults[fault] == 0;
-    EXPECT_EQ(record.HasData ? record.TimeRange.empty() : true, !healthy) << kFaults[fault];
+    EXPECT_EQ(Bits(record.HasData, !record.TimeRange.empty()), healthy ? "11" : "10")
+        << kFaults[fault];
     if (++readings == 1) picture = record.CH1Data;
     for (int i = 1; healthy && i <= 600; ++i) ASSERT_EQ(record.CH1Data[i], picture[i]) << i;
     EXPECT_EQ(waiting.Depth(), 2) << "the program's own wait and the pause";

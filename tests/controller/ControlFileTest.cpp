@@ -214,10 +214,10 @@ TEST_F(ControlFile, AsksAboutChangesBeforeTheyWouldBeLost) {
         run();
         const bool cancelled = answer == MessageAnswer::Cancel;
         EXPECT_EQ(bench.settings.RunStop, cancelled ? "vRunStop" : runState);
-        const bool saved = fs::exists(path);
-        EXPECT_EQ(saved, named ? answer == MessageAnswer::Yes : false);
-        const bool kept = cancelled || bench.waiting.Closing();
-        EXPECT_EQ(bench.document.CtrlChanged, asked ? kept > saved : false);
+        const bool saved = named && answer == MessageAnswer::Yes;
+        const bool kept = asked && !saved && (cancelled || bench.waiting.Closing());
+        EXPECT_EQ(fs::exists(path), saved);
+        EXPECT_EQ(bench.document.CtrlChanged, kept);
         const std::string text = "Save the changes to the Control File";
         const Message question{.text = file.empty() ? text : text + " ",
                                .systemText = file,
@@ -336,11 +336,11 @@ TEST_F(ControlFile, TheLatestIsLoadedAtTheStartWhereTheUserWantsIt) {
       start.Store("Recent Ctrl", "RecentFile1", file);
       start.Store("Recent Ctrl", "RecentFile2", "b");
       start.RunUntil(500);
-      const std::size_t loads = *wanted == 'T' || *wanted == '-';
-      const std::size_t gone = file == path ? 0 : 1;
-      EXPECT_EQ(start.module.settings.RunStop, loads > gone ? "fRunStop" : "RUN");
+      const bool loads = *wanted == 'T' || *wanted == '-';
+      const bool found = loads && file == path;
+      EXPECT_EQ(start.module.settings.RunStop, found ? "fRunStop" : "RUN");
       EXPECT_EQ(start.module.controlDocument.CtrlFileName, loads ? file : "");
-      EXPECT_EQ(start.prompts.shown.size(), loads * gone);
+      EXPECT_EQ(start.prompts.shown.size(), loads == found ? 0u : 1u);
       const MenuEntry& root = start.module.main.mnuRecentCtrlRoot;
       EXPECT_EQ(Bits(root.Enabled(), root.submenu[1]->Visible(), root.submenu[2]->Visible()),
                 "110");

@@ -148,7 +148,10 @@ void TryEdit(const std::vector<std::string>& row, bool storedFirst) {
     const Milliseconds begin = bench.clock.Now();
     bench.Confirm(entry);
     const Milliseconds took = bench.clock.Now() - begin;
-    EXPECT_EQ(label == "Probe" ? took / 20 : Milliseconds(15), Milliseconds(15)) << "200 of rest";
+    if (label == "Probe") {
+      EXPECT_GT(took, Milliseconds(310)) << "with 200 ms of rest";
+      EXPECT_LT(took, Milliseconds(330));
+    }
     EXPECT_FALSE(bench.dialog.Loaded());
   });
   EXPECT_EQ(bench.Sent(), sent);
@@ -207,7 +210,9 @@ TEST(EditDialog, ANumberWithItsUnitKeyGoesOutAsATimeAndAnythingElseStays) {
       if (!refused) bench.clock.UserAfter(Milliseconds(30), [&] { button.Click(); });
       button.Click();
       EXPECT_EQ(dialog.Loaded(), refused);
-      EXPECT_EQ(refused ? dialog.inputTxt.Text() : row[0], row[0]);
+      if (refused) {
+        EXPECT_EQ(dialog.inputTxt.Text(), row[0]);
+      }
     });
     EXPECT_EQ(bench.document.CtrlChanged, !refused);
     EXPECT_EQ(bench.Sent(), refused ? "" : ":TimeBase:Holdoff:" + row[2] + ";" + kTimeBaseAsked);

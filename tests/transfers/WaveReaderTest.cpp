@@ -87,7 +87,8 @@ TEST(WaveReader, EachModeReadsItsBlocksIntoTheirArrays) {
     bench.reader.ReadWaveform(row[0]);
     EXPECT_EQ(bench.script.LeftOver(), 0u);
     EXPECT_EQ(record.Channels, row[0] == "CH1" ? 1 : row[0] == "CH2" ? 2 : 3);
-    EXPECT_EQ(record.Envelope, scan ? true : row[2] == "ENVELOPE") << "a rolling record keeps it";
+    const bool envelope = scan || row[2] == "ENVELOPE";
+    EXPECT_EQ(record.Envelope, envelope) << "a rolling record keeps it";
     EXPECT_EQ(record.RollingStartPos, scan ? 12 : 0);
     EXPECT_EQ(record.RollingEraseWidth, 7) << "no more than 16 bits are taken";
     std::string stands;
