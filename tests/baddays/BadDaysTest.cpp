@@ -286,6 +286,7 @@ struct Month : Day {
     if (++readings == 1) picture = record.CH1Data;
     for (int i = 1; healthy && i <= 600; ++i) ASSERT_EQ(record.CH1Data[i], picture[i]) << i;
     EXPECT_EQ(waiting.Depth(), 2) << "the program's own wait and the pause";
+    EXPECT_EQ(Bits(module.Link().CommBusy, module.progress.Loaded()), "00");
     const auto memory = mallinfo2();
     if (fault == 0) bytes = memory.uordblks + memory.hblkhd;
     if (clock.Now() < 48h) bytesOfDayTwo = bytes;

@@ -81,6 +81,7 @@ TEST_F(ControlFile, IsWrittenInItsOwnOrderAndReadBackUnlessTheDialogIsCancelled)
   bench.document.CtrlChanged = true;
   bench.controller.mnuSaveCtrl.Click();
   EXPECT_TRUE(bench.document.CtrlChanged);
+  EXPECT_EQ(bench.document.CtrlFileName, "");
   bench.prompts.paths = {name, "", "", name};
   bench.module.main.mnuFileSaveCtrlFile.Click();
   EXPECT_FALSE(bench.document.CtrlChanged);

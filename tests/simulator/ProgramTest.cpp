@@ -183,7 +183,7 @@ TEST_F(Bus, GpibRepliesComeInPiecesAndADeadHandleStaysDead) {
   Put(device, ":DATA:CHANNEL1");
   for (int piece = 0; piece < 15; ++piece) EXPECT_EQ(Get(device, 200).size(), 200u);
   EXPECT_EQ(Join({Get(device, 200), Put(device, "*IDN?")}), "\n|END;sent;");
-  Call("ibclr", device);
+  EXPECT_EQ(Call("ibclr", device), 0x100);
   EXPECT_EQ(Join({Put(device, "*IDN?\r"), Get(device, 9)}), "sent;|TIMO;")
       << "cleared, not understood";
   EXPECT_EQ(Call("ThreadIberr"), 6);

@@ -26,6 +26,8 @@ TEST(NumberTest, LeadingPartIsReadWhateverFollowsAndOnlyAWholeNumberIsAReply) {
     EXPECT_EQ(IsNumeric(row[0]), whole) << row[0];
     EXPECT_EQ(NumberInReply(row[0]), whole ? std::optional(leading) : std::nullopt) << row[0];
   }
+  EXPECT_EQ(LeadingNumber("1\r"), 1);
+  EXPECT_FALSE(IsNumeric("1\r"));
   EXPECT_EQ(NumberInReply("1\r"), std::nullopt);
 }
 
