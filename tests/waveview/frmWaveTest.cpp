@@ -94,7 +94,7 @@ TEST(frmWave, BestFitTakesTheSmallerRatioKeepsItWhenClearedAndShowsNoBar) {
   EXPECT_TRUE(bench.view.ZoomCombo.Enabled());
   EXPECT_DOUBLE_EQ(bench.view.ZoomFactor, 0.5);
   EXPECT_EQ(bench.view.WavePic.Width(), 175);
-  bench.view.canvasScale = 1;
+  bench.view.NoteCanvasScale(1);
   for (const int size : {358, 359, 366, 398}) {
     bench.GiveRoom(size, size + 1.0 / 3);
     bench.view.BestFitChk.SetValue(true);
