@@ -44,8 +44,12 @@ MainModule::MainModule(Platform platform)
   progress.procedures.ReadChannelData = [this](const std::string& channel) {
     waveReader_.ReadChannelData(channel);
   };
-  progress.procedures.WriteSettings = [this] { settingsTransfer_.WriteSettings(); };
-  progress.procedures.ReadSettings = [this] { settingsTransfer_.ReadSettings(); };
+  progress.procedures.WriteSettings = [this](const std::string&) {
+    settingsTransfer_.WriteSettings();
+  };
+  progress.procedures.ReadSettings = [this](const std::string&) {
+    settingsTransfer_.ReadSettings();
+  };
   settingsTransfer_.buildCtrlTree = [this] { controller.BuildCtrlTree(); };
 }
 

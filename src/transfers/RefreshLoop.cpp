@@ -8,9 +8,9 @@ namespace oriolemark {
 namespace {
 
 // Indexed by ItemKind.
-constexpr bool RefreshFlags::*kFlags[] = {&RefreshFlags::WaveAutoRefresh,
-                                          &RefreshFlags::MeasureAutoRefresh,
-                                          &RefreshFlags::DataAutoRefresh};
+constexpr bool RefreshFlags::*kFlags[kTreeOrder.size()] = {&RefreshFlags::WaveAutoRefresh,
+                                                           &RefreshFlags::MeasureAutoRefresh,
+                                                           &RefreshFlags::DataAutoRefresh};
 
 }  // namespace
 

@@ -1,7 +1,5 @@
 #include "transfers/frmPrgress.h"
 
-#include <array>
-
 #include "link/StringRES.h"
 #include "link/TX5000Cmd.h"
 #include "values/Number.h"
@@ -9,48 +7,29 @@
 namespace oriolemark {
 namespace {
 
-enum class Procedure { ReadMeasures, ReadChannelData, ReadWaveform, WriteSettings, ReadSettings };
 // Whether the instrument stops acquiring during the exchange.
 enum class Acquisition { GoesOn, Halted };
 
+using P = TransferProcedures;
+
 struct TransferRow {
   TransferKind kind;
-  Procedure procedure;
+  TransferProcedure P::*procedure;
   const char* channel;
   Acquisition acquisition;
 };
 
-constexpr std::array<TransferRow, 9> kTransfers{{
-    {TransferKind::MeasureCH1, Procedure::ReadMeasures, "CH1", Acquisition::Halted},
-    {TransferKind::MeasureCH2, Procedure::ReadMeasures, "CH2", Acquisition::Halted},
-    {TransferKind::DataCH1, Procedure::ReadChannelData, "CH1", Acquisition::GoesOn},
-    {TransferKind::DataCH2, Procedure::ReadChannelData, "CH2", Acquisition::GoesOn},
-    {TransferKind::WaveCH1, Procedure::ReadWaveform, "CH1", Acquisition::GoesOn},
-    {TransferKind::WaveCH2, Procedure::ReadWaveform, "CH2", Acquisition::GoesOn},
-    {TransferKind::WaveBoth, Procedure::ReadWaveform, "CH1CH2", Acquisition::GoesOn},
-    {TransferKind::Upload, Procedure::WriteSettings, "", Acquisition::GoesOn},
-    {TransferKind::Download, Procedure::ReadSettings, "", Acquisition::GoesOn},
-}};
-
-void Call(const TransferProcedures& procedures, const TransferRow& row) {
-  switch (row.procedure) {
-    case Procedure::ReadMeasures:
-      if (procedures.ReadMeasures) procedures.ReadMeasures(row.channel);
-      break;
-    case Procedure::ReadChannelData:
-      if (procedures.ReadChannelData) procedures.ReadChannelData(row.channel);
-      break;
-    case Procedure::ReadWaveform:
-      if (procedures.ReadWaveform) procedures.ReadWaveform(row.channel);
-      break;
-    case Procedure::WriteSettings:
-      if (procedures.WriteSettings) procedures.WriteSettings();
-      break;
-    case Procedure::ReadSettings:
-      if (procedures.ReadSettings) procedures.ReadSettings();
-      break;
-  }
-}
+constexpr TransferRow kTransfers[] = {
+    {TransferKind::MeasureCH1, &P::ReadMeasures, "CH1", Acquisition::Halted},
+    {TransferKind::MeasureCH2, &P::ReadMeasures, "CH2", Acquisition::Halted},
+    {TransferKind::DataCH1, &P::ReadChannelData, "CH1", Acquisition::GoesOn},
+    {TransferKind::DataCH2, &P::ReadChannelData, "CH2", Acquisition::GoesOn},
+    {TransferKind::WaveCH1, &P::ReadWaveform, "CH1", Acquisition::GoesOn},
+    {TransferKind::WaveCH2, &P::ReadWaveform, "CH2", Acquisition::GoesOn},
+    {TransferKind::WaveBoth, &P::ReadWaveform, "CH1CH2", Acquisition::GoesOn},
+    {TransferKind::Upload, &P::WriteSettings, "", Acquisition::GoesOn},
+    {TransferKind::Download, &P::ReadSettings, "", Acquisition::GoesOn},
+};
 
 // Size of the window in window units. The height is that of one bar with its frame.
 constexpr double kWidth = 4500;
@@ -123,7 +102,7 @@ void frmPrgress::Run(bool running) {
     if (row.kind != transfer_.TransferKind) continue;
     const bool halt = running && row.acquisition == Acquisition::Halted;
     if (halt) scope_.SendToScope(kStop);
-    Call(procedures, row);
+    if (const TransferProcedure& procedure = procedures.*row.procedure) procedure(row.channel);
     if (halt) scope_.SendToScope(kRun);
     return;
   }

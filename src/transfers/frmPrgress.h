@@ -23,13 +23,15 @@ struct TransferProgress {
   Timer& timer2;
 };
 
-// The long exchanges. Each is called with the channel of its kind of transfer.
+// A long exchange, called with the channel of its kind of transfer, which is empty for settings.
+using TransferProcedure = std::function<void(const std::string& channel)>;
+
 struct TransferProcedures {
-  std::function<void(const std::string& channel)> ReadMeasures;
-  std::function<void(const std::string& channel)> ReadChannelData;
-  std::function<void(const std::string& channel)> ReadWaveform;
-  std::function<void()> WriteSettings;
-  std::function<void()> ReadSettings;
+  TransferProcedure ReadMeasures;
+  TransferProcedure ReadChannelData;
+  TransferProcedure ReadWaveform;
+  TransferProcedure WriteSettings;
+  TransferProcedure ReadSettings;
 };
 
 // The transfer window. A request loads it. It begins 100 ms later, runs one exchange with the
