@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "datasheet/records/ItemKinds.h"
 #include "platform/Button.h"
 #include "platform/Form.h"
 #include "platform/OptionGroup.h"
@@ -13,9 +14,7 @@ namespace oriolemark {
 namespace doc_type {
 inline constexpr int kDataSheet = 1;
 inline constexpr int kController = 2;
-inline constexpr int kWaveform = 3;
-inline constexpr int kMeasure = 4;
-inline constexpr int kWaveData = 5;
+inline constexpr int kFirstItem = 3;  // the kinds of items, in the order of the tree
 }  // namespace doc_type
 
 // A modal dialog with the group "File Type". The types are numbered from 1 in the order of their
@@ -48,8 +47,14 @@ class DocTypeDialog : public Form {
 
 class frmNewDoc : public DocTypeDialog {
  public:
-  frmNewDoc()
-      : DocTypeDialog("New", {"Data Sheet", "Controller", "Waveform", "Measure", "Wave Data"}) {}
+  frmNewDoc() : DocTypeDialog("New", NewTypes()) {}
+
+ private:
+  static std::vector<std::string> NewTypes() {
+    std::vector<std::string> types{"Data Sheet", "Controller"};
+    for (const ItemKind kind : kTreeOrder) types.push_back(RowOf(kind).newType);
+    return types;
+  }
 };
 
 class frmOpenDoc : public DocTypeDialog {

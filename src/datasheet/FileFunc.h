@@ -20,6 +20,7 @@ class FileFunc {
   FileFunc(DataSheet& sheet, TreeView& tree, Prompts& prompts)
       : sheet_(sheet), tree_(tree), prompts_(prompts) {}
 
+  void Add(ItemKind kind);
   void AddWaveItem() { Add(ItemKind::Wave); }
   void AddMeasureItem() { Add(ItemKind::Measure); }
   void AddDataItem() { Add(ItemKind::Data); }
@@ -37,7 +38,6 @@ class FileFunc {
  private:
   // Whether there is a sheet with room for one more item. If not, shows the reason.
   bool MayAdd(int count);
-  void Add(ItemKind kind);
 
   DataSheet& sheet_;
   TreeView& tree_;

@@ -42,9 +42,8 @@ constexpr int kLampRoom = 28;          // pixels at the right end of the toolbar
 constexpr QSize kLeastView(360, 450);  // the controls of a view and a small picture
 constexpr UnitRect kIconSize{.width = 2400, .height = 480};
 
-// Pictures of the trees, by image from 1 on.
-const QStringList kSheetPictures{"TreeGroupClosed/TreeGroupOpen", "TreeSheet", "Wave", "Measure",
-                                 "Data"};
+// Pictures of the Data Browser by image, from 1 on. Those of the items follow.
+const QStringList kSheetPictures{"TreeGroupClosed/TreeGroupOpen", "TreeSheet"};
 
 // A lamp's outline is drawn anew with each theme.
 class LampLabel : public QLabel {
@@ -239,7 +238,9 @@ QWidget* MainWindow::MakePaneContent(const Form& form) {
   if (&form == &controller_) return &Make<ControllerPane>(controller_);
   auto& tree = Make<QTreeWidget>();
   Name(tree, "DataSheetTree", FromWire(form.Caption()));
-  Make<TreeBinding>(tree, browser_.DataSheetTree, kSheetPictures);
+  QStringList pictures = kSheetPictures;
+  for (const ItemKind kind : kTreeOrder) pictures << RowOf(kind).word;
+  Make<TreeBinding>(tree, browser_.DataSheetTree, pictures);
   return &tree;
 }
 

@@ -123,7 +123,6 @@ void frmMain::BuildMenus() {
 
 void frmMain::BuildToolBar() {
   const auto click = [](MenuEntry& entry) { return [&entry] { entry.Click(); }; };
-  FileFunc& files = context_.browser.files;
   const Tool separator;
   Tools = {
       {"New", "New", "New", click(mnuFileNew)},
@@ -136,17 +135,15 @@ void frmMain::BuildToolBar() {
       {"Controller", "DSO Controller", "Controller", click(mnuViewController)},
       {"DataBrowser", "Data Browser", "DataSheet", click(mnuViewDataBrowser)},
       separator,
-      {"AddNewWaveform", "Add new Waveform", "Wave", [&files] { files.AddWaveItem(); }},
-      {"AddNewMeasure", "Add new Measure", "Measure", [&files] { files.AddMeasureItem(); }},
-      {"AddNewData", "Add new Data", "Data", [&files] { files.AddDataItem(); }},
-      separator,
-      {"Options", "Options", "Setting", click(mnuToolsOptions)},
   };
-  for (std::size_t place = 0; place < kToolPlaces; ++place) {
-    ToolButtons[place].SetClick([this, place] {
-      if (Tools[place].action) Tools[place].action();
-    });
+  for (const ItemKind kind : kTreeOrder) {
+    const ItemKindRow& row = RowOf(kind);
+    Tools.push_back({std::string("AddNew") + row.noun, std::string("Add new ") + row.noun, row.word,
+                     [this, kind] { context_.browser.files.Add(kind); }, Tool::Adds::Item});
   }
+  Tools.push_back(separator);
+  Tools.push_back({"Options", "Options", "Setting", click(mnuToolsOptions)});
+  for (const Tool& tool : Tools) ToolButtons.emplace_back(tool.action);
 }
 
 void frmMain::Form_Load() {
@@ -193,21 +190,11 @@ void frmMain::TimerInit_Timer() {
 
 void frmMain::mnuFileNew_Click() {
   if (!context_.newDoc.AskModal(context_.waiting)) return;
-  frmDataSheetTree& browser = context_.browser;
-  switch (context_.newDoc.DocType) {
-    case doc_type::kDataSheet:
-      return browser.mnuNewDataSheet_Click();
-    case doc_type::kController:
-      return context_.controller.mnuNewCtrl_Click();
-    case doc_type::kWaveform:
-      return browser.files.AddWaveItem();
-    case doc_type::kMeasure:
-      return browser.files.AddMeasureItem();
-    case doc_type::kWaveData:
-      return browser.files.AddDataItem();
-    default:
-      break;
-  }
+  const int type = context_.newDoc.DocType;
+  if (type == doc_type::kDataSheet) context_.browser.mnuNewDataSheet_Click();
+  if (type == doc_type::kController) context_.controller.mnuNewCtrl_Click();
+  const int item = type - doc_type::kFirstItem;
+  if (item >= 0) context_.browser.files.Add(kTreeOrder[static_cast<std::size_t>(item)]);
 }
 
 void frmMain::mnuFileOpen_Click() {
@@ -243,8 +230,8 @@ void frmMain::ShowIndicator(bool connected) {
 }
 
 void frmMain::SetAddButtons(bool enabled) {
-  for (std::size_t place = kFirstAddPlace; place <= kLastAddPlace; ++place) {
-    ToolButtons[place].SetEnabled(enabled);
+  for (std::size_t place = 0; place < Tools.size(); ++place) {
+    if (Tools[place].adds == Tool::Adds::Item) ToolButtons[place].SetEnabled(enabled);
   }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <array>
+#include <deque>
 #include <functional>
 #include <string>
 #include <vector>
@@ -70,12 +70,14 @@ class frmMain : public Form {
 
   // One position of the toolbar. A separator has no key.
   struct Tool {
+    enum class Adds { Nothing, Item };
+
     std::string key;
     std::string toolTip;
     std::string image;
     std::function<void()> action;
+    Adds adds = Adds::Nothing;
   };
-  static constexpr std::size_t kToolPlaces = 15;
 
   MenuEntry mnuFileNew, mnuFileOpen, mnuFileSaveDataSheet, mnuFileSaveCtrlFile, mnuFileSaveAll;
   MenuEntry mnuFilePageSetup, mnuRecentCtrlRoot, mnuRecentSheetRoot, mnuFileExit;
@@ -87,9 +89,9 @@ class frmMain : public Form {
 
   Control tbToolBar;
   Control sbrStatus;
-  Label StatusPanel;                            // the panel with the key "Status"
-  std::vector<Tool> Tools;                      // kToolPlaces of them
-  std::array<Button, kToolPlaces> ToolButtons;  // a click runs the action at the same index
+  Label StatusPanel;  // the panel with the key "Status"
+  std::vector<Tool> Tools;
+  std::deque<Button> ToolButtons;  // a click runs the action at the same index
   Lamp picLED_ON;
   Lamp picLED_OFF;
   TabDock tabDock;

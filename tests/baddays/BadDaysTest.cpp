@@ -88,7 +88,7 @@ struct Day : ProgramBench {
            module.browser.files.AddWaveItem();
          }}};
     frmMain& main = module.main;
-    for (std::size_t place = 0; place < frmMain::kToolPlaces; ++place) {
+    for (std::size_t place = 0; place < main.Tools.size(); ++place) {
       hands["tool " + std::to_string(place)] = [&main, place] { main.ToolButtons[place].Click(); };
     }
     for (const frmMain::Menu& menu : main.MenuBar) {

@@ -11,12 +11,13 @@ struct DataSheets : ProgramBench, testing::Test {
   DataSheet& sheet = module.sheet;
   TreeView& tree = module.browser.DataSheetTree;
   // They add a wave, a measure and a data item.
-  const std::span<Button> tools = std::span(module.main.ToolButtons).subspan(10, 3);
+  std::array<Button*, 3> tools{&module.main.ToolButtons[10], &module.main.ToolButtons[11],
+                               &module.main.ToolButtons[12]};
 };
 
 TEST_F(DataSheets, SixteenItemsOfAKindFitASheetAndNoneWithoutOne) {
-  for (Button& tool : tools) {
-    for (int item = 0; item < 17; ++item) tool.Click();
+  for (Button* tool : tools) {
+    for (int item = 0; item < 17; ++item) tool->Click();
   }
   EXPECT_EQ(sheet.WaveCount + sheet.MeasureCount + sheet.DataCount, 3 * 16);
   tree.Remove(sheet.SheetNode);
@@ -24,13 +25,13 @@ TEST_F(DataSheets, SixteenItemsOfAKindFitASheetAndNoneWithoutOne) {
   std::vector<Message> told(3, Warning("Exceed maximum file numbers limit"));
   told.push_back(Warning("Please Open or Creat a Data Sheet First"));
   EXPECT_EQ(prompts.shown, told);
-  for (const Button& tool : tools) EXPECT_FALSE(tool.Enabled());
+  for (const Button* tool : tools) EXPECT_FALSE(tool->Enabled());
 }
 
 TEST_F(DataSheets, ANewSheetNumbersFromZeroAndItsMeasuresKeepThreeTestSwitches) {
   for (const std::string switches : {"000000000000000000", "000000000000000111"}) {
     module.browser.mnuNewDataSheet_Click();
-    for (Button& tool : tools) tool.Click();
+    for (Button* tool : tools) tool->Click();
     std::string names, switched;
     for (const TreeNode node : tree.Children(sheet.SheetNode)) names += tree.Text(node) + " ";
     EXPECT_EQ(names, "Wave0 Measure0 Data0 ");

@@ -33,10 +33,13 @@ void PrepareData(DataSheet&, int) {}
 using S = DataSheet;
 
 // In the order of the enumeration.
-constexpr ItemKindRow kRows[] = {
-    {"Wave", 3, &S::WaveCount, &S::WaveViews, RecordIn<&S::Waves>, PrepareWave},
-    {"Measure", 4, &S::MeasureCount, &S::MeasureViews, RecordIn<&S::Measures>, PrepareMeasure},
-    {"Data", 5, &S::DataCount, &S::DataViews, RecordIn<&S::Datas>, PrepareData},
+constexpr ItemKindRow kRows[kTreeOrder.size()] = {
+    {"Wave", "Waveform", "Waveform", 3, &S::WaveCount, &S::WaveViews, RecordIn<&S::Waves>,
+     PrepareWave},
+    {"Measure", "Measure", "Measure", 4, &S::MeasureCount, &S::MeasureViews, RecordIn<&S::Measures>,
+     PrepareMeasure},
+    {"Data", "Data", "Wave Data", 5, &S::DataCount, &S::DataViews, RecordIn<&S::Datas>,
+     PrepareData},
 };
 
 }  // namespace

@@ -12,8 +12,10 @@ enum class ItemKind { Wave, Measure, Data };
 
 // One kind of item: where the sheet keeps its items, and how a new one is set up.
 struct ItemKindRow {
-  const char* word;  // a new item's name is this word and the slot
-  int image;         // in the Data Browser
+  const char* word;     // a new item's name is this word and the slot; its picture has this name
+  const char* noun;     // of the add button
+  const char* newType;  // in the dialog New
+  int image;            // in the Data Browser
   int DataSheet::*count;
   Slots<std::unique_ptr<ItemView>> DataSheet::*views;
   ItemRecord& (*record)(DataSheet& sheet, int slot);
@@ -23,7 +25,7 @@ struct ItemKindRow {
 
 const ItemKindRow& RowOf(ItemKind kind);
 
-// In the order of the tree and of the file.
+// In the order of the tree, the file, the toolbar and the dialog New.
 inline constexpr std::array<ItemKind, 3> kTreeOrder{ItemKind::Wave, ItemKind::Measure,
                                                     ItemKind::Data};
 // The order in which the selected node is searched for.
