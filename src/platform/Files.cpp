@@ -92,13 +92,13 @@ std::optional<int> WriteBeside(const fs::path& target, std::string_view bytes,
   std::error_code error;
   const fs::file_status old = fs::status(target, error);
   if (fs::exists(old)) fs::permissions(beside, old.permissions(), error);
-  std::optional<int> outcome = WriteAll(std::move(file), bytes, sync);
-  if (outcome == 0) {
-    fs::rename(beside, target, error);
-    if (error) outcome = IsFull(error.value()) ? std::optional(error.value()) : std::nullopt;
-  }
-  if (outcome != 0) fs::remove(beside, error);
-  return outcome;
+  const int written = WriteAll(std::move(file), bytes, sync);
+  if (written == 0) fs::rename(beside, target, error);
+  if (written == 0 && !error) return 0;
+  const int failure = written != 0 ? written : error.value();
+  fs::remove(beside, error);
+  if (written == 0 && !IsFull(failure)) return std::nullopt;
+  return failure;
 }
 
 }  // namespace
