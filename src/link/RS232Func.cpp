@@ -63,8 +63,8 @@ std::string RS232Func::RS232Read() {
     ticks = state_.SerialTicks;
     return !state_.ReplyPending || ticks >= kSilentTicks;
   });
-  // The ticks decide, even if the flag is clear. A request made meanwhile may have received this
-  // reply and cleared the flag; if no data came for 2 s since then, that is silence too.
+  // Silence wins over a clear flag. A nested request may have taken our reply and cleared the flag;
+  // 2 s without data then mean that ours is lost.
   if (!served || ticks >= kSilentTicks) return "";
   return state_.RxBuffer;
 }

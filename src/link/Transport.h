@@ -25,11 +25,15 @@ class Transport {
  public:
   // The differences between the transports, apart from the wire itself.
   struct Traits {
-    int firstSample;       // where a block's first sample is stored; index 0 is never shown
-    bool marksBusy;        // CommBusy is set during a command or a query
-    bool progressByTimer;  // a timer shows how much has arrived, not each piece itself
+    // Index of a block's first sample. A sample at index 0 is never drawn.
+    int firstSample;
+    // CommBusy is set during a command or a query.
+    bool marksBusy;
+    // True: the transfer window's Timer2 moves the bar. False: each piece moves it and serves
+    // events.
+    bool progressByTimer;
   };
-  // Receives the number of characters that have arrived. May serve events.
+  // Receives the number of characters that have arrived. May serve events. Over GPIB it has to.
   using Progress = std::function<void(std::size_t received)>;
 
   Transport(Traits ways, const LinkContext& context)
@@ -50,8 +54,9 @@ class Transport {
   virtual void Send(std::string_view command) = 0;
   // Returns the reply to the last command, without its line end.
   virtual std::string ReadReply() = 0;
-  // The same for the long reply that holds samples. Serves events meanwhile. If the program is
-  // closing, returns at once: what has come so far, or nothing.
+  // The same for the long reply that holds samples. RS232 and USB serve events while they wait.
+  // GPIB blocks for each piece; there `progress` must serve them. If the program is closing,
+  // returns what has come so far, or nothing.
   virtual std::string ReadBlock(const Progress& progress) = 0;
 
  protected:
