@@ -17,7 +17,8 @@ struct ReadingContext {
   RefreshContext refresh;
 };
 
-// Whether the first tick shows the record before or after it updates the channel options.
+// Whether the first tick shows the record before or after it updates the channel options. A wave
+// view shows it before, a view of measures after.
 enum class FirstTick { ShowsBeforeOptions, ShowsAfterOptions };
 
 // The differences between the kinds of views that read.

@@ -70,7 +70,7 @@ void RefreshLoop::RunAuto() {
       Read();
       context_.waiting.WaitEvents(Milliseconds(1));
     } else if (flags.RefreshTick == interval) {
-      // The loop checks after the reading, before it sleeps again, whether anything has changed.
+      // Read first: a stop clicked meanwhile ends the loop without another sleep.
       flags.RefreshTick = 0;
       timer2_.SetEnabled(false);
       Read();
@@ -87,7 +87,7 @@ void RefreshLoop::Read() {
   timer2_.SetEnabled(true);
 }
 
-// Runs after a click that stops a loop, and after the loop itself.
+// Ends every click that was not refused, whatever it did.
 void RefreshLoop::Rest() {
   context_.flags.Of(kind_) = false;
   ShowReady();

@@ -12,8 +12,8 @@
 
 namespace oriolemark {
 
-// Whether a continuous refresh runs, for each kind of view, and the tick that all views share. The
-// tick is 0, or the interval that has just ended.
+// Whether a continuous refresh runs, for each kind of view, and the tick that all views share.
+// RefreshTick is 0, or the interval (ms) of the timer that rang last.
 struct RefreshFlags {
   bool WaveAutoRefresh = false;
   bool DataAutoRefresh = false;
@@ -44,8 +44,8 @@ inline constexpr const char* kRefreshFace = "Refresh";
 inline constexpr const char* kStopFace = "Stop";
 
 // The refresh command of one view: one reading per click, or readings until the next click. While
-// it runs, a view of another kind refuses the command. A second view of the same kind takes the
-// flag over, and its loop runs nested in the first one's.
+// it runs, a view of another kind refuses the command. A click in a second view of the same kind
+// stops the first loop and runs its own inside it. Both end together.
 class RefreshLoop {
  public:
   // `read` brings one reading into the view. It serves events meanwhile.

@@ -85,7 +85,8 @@ void WaveReader::ShowProgress(double percent) {
   context_.waiting.DoEvents();
 }
 
-// Found by its slot, again after each wait.
+// Looked up again at each use. An assignment runs its right side first: the reply has come before
+// the record is looked up.
 WaveRecord& WaveReader::Record() {
   return context_.sheet.Waves[static_cast<std::size_t>(context_.scratch.TransferWaveSlot)];
 }
@@ -211,8 +212,8 @@ std::size_t FindBlank(std::string_view text) {
 
 }  // namespace
 
-// Reads all tokens in one pass. A token counts only with a blank behind it. Without such a blank,
-// the text after the last one is dropped and the token before it is stored a second time.
+// Reads all tokens in one pass. A token ends with a blank. Text behind the last blank is not a
+// token; in its place the last token is stored once more.
 void WaveReader::Split(std::string_view text, int firstIndex, KeepTokens keep) {
   TransferScratch& scratch = context_.scratch;
   if (keep == KeepTokens::Yes) scratch.TransferTokens.resize(kLastSample + 1);

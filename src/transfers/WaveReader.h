@@ -23,8 +23,9 @@ struct WaveReaderContext {
 
 enum class Clamp { Screen, None };
 
-// Reads sample blocks. The transfer window runs these reads. A step that fails is skipped and
-// leaves the value of the read before.
+// Reads sample blocks. The transfer window runs these reads. Nothing throws. A count that cannot be
+// read keeps its old value. A text that does not come is stored empty, and what is worked out from
+// it is 0 or off. Samples behind the end of a reply keep the values of the read before.
 class WaveReader {
  public:
   explicit WaveReader(WaveReaderContext context) : context_(std::move(context)) {}

@@ -83,6 +83,7 @@ void frmPrgress::Form_Load() {
 
 void frmPrgress::Timer1_Timer() {
   Timer1.SetEnabled(false);
+  // Every transfer begins with this question. Only those that halt the instrument use the answer.
   const std::string status = scope_.AskScope(std::string(kTrigger) + kStatus + kQuery);
   Run(status != DropFirstChar(kStop));
   Repaint();

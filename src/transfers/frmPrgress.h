@@ -34,8 +34,8 @@ struct TransferProcedures {
   TransferProcedure ReadSettings;
 };
 
-// The transfer window. A request loads it. It begins 100 ms later, runs one exchange with the
-// instrument and unloads itself. It cannot be cancelled or closed meanwhile.
+// The transfer window. A request loads it. The exchange begins 100 ms after the load. The window
+// unloads itself at the end. It cannot be cancelled or closed meanwhile.
 class frmPrgress : public Form {
  public:
   frmPrgress(EventSource& events, Waiting& waiting, SettingsStore& store, LinkState& link,
@@ -47,8 +47,9 @@ class frmPrgress : public Form {
 
   TransferProcedures procedures;
 
-  // Called by the requester: shows the window and waits. Returns true when the transfer has ended,
-  // false if the program is closing and no transfer took place.
+  // Shows the window and waits. The caller must have tested that TransferActive is false. Returns
+  // true when the transfer has ended, even if every query failed. Returns false if the program is
+  // closing and no transfer took place.
   bool Transfer(oriolemark::TransferKind kind, const std::string& caption);
 
   TransferProgress Progressing() { return {ProgressBar1, Progress, Timer2}; }
