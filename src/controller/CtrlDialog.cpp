@@ -40,6 +40,7 @@ struct CtrlDialog::Row {
 };
 
 // The rows store, send, ask and repair in different orders on purpose: the order shows on the wire.
+// Many of them show a value in the tree before it is sent.
 const CtrlDialog::Row* CtrlDialog::RowOf(Field field) {
   using D = CtrlDialog;
   static const Row kRows[] = {

@@ -41,7 +41,8 @@ class CtrlDialog : public Form {
   Button cmdOK;
   Button cmdCancel;
 
-  // Names the setting that OK applies.
+  // Names the setting that OK applies. With an unknown key, OK sends nothing. It still marks the
+  // document as changed and closes the dialog.
   std::string CtrlDialogKey;
 
   void Form_Load() override { applying_ = false; }

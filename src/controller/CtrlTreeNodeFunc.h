@@ -30,7 +30,7 @@ class CtrlTreeNodeFunc {
       : tree_(tree), settings_(settings) {}
 
   // Clears and rebuilds the tree, with the root expanded and the groups collapsed. A position that
-  // the present trigger method does not use keeps its old reference. That node no longer exists.
+  // is not in use keeps the number of a node that is gone. Writing there does nothing.
   void BuildCtrlTree();
   // Save and restore which of the root and the groups are expanded.
   void SaveTreeExpansion();

@@ -129,7 +129,8 @@ void frmCtrlList::SetTrig50() {
   context_.scope.SendToScope(kTrig50);
   const Field level = &CtrlSettings::TrigLevel;
   context_.settings.*level = context_.scope.AskScope(ParameterOf(level).Question());
-  // The level's position under EDGE, whatever node the present method has there.
+  // On purpose always the level's position under EDGE, even if the present method has another node
+  // there.
   nodes_.RepairAt(ctrl_group::kTrigger, 6, level);
 }
 

@@ -36,7 +36,8 @@ struct CtrlListContext {
 };
 
 // The Controller's pane: the instrument's settings as a tree. The user changes one setting, sends
-// or reads all of them, and keeps them in a file.
+// or reads all of them, and keeps them in a file. CtrlFileCommands.cpp has the file commands,
+// PraseCtrlList.cpp the edit of one setting, and frmCtrlList.cpp all else.
 class frmCtrlList : public Form {
  public:
   explicit frmCtrlList(const CtrlListContext& context);
@@ -49,6 +50,8 @@ class frmCtrlList : public Form {
   PopupMenu popmenu1;
 
  private:
+  // Declared between public members because members are built in this order: the tree comes before
+  // the nodes, and the nodes before the dialog that writes on them.
   CtrlTreeNodeFunc nodes_;
 
  public:
@@ -94,7 +97,9 @@ class frmCtrlList : public Form {
   void SetCtrlDialogTrigLevelNum();
 
   CtrlListContext context_;
-  std::string CtrlNodePath;  // of the node clicked last
+  // The path of the node clicked last, as it read at the click. After an edit, Enter without a new
+  // click offers the old value. On purpose.
+  std::string CtrlNodePath;
 };
 
 }  // namespace oriolemark

@@ -61,6 +61,7 @@ void ReadControlFile(const std::string& path, CtrlSettings& settings, Prompts& p
   }
   std::string_view rest = file.bytes;
   if (TakeValue(rest) != kSignature) {
+    // "Invaild" stays: users know the message.
     prompts.Show({.text = "File Format is Invaild !", .icon = MessageIcon::Critical});
     return;
   }

@@ -17,7 +17,7 @@ namespace oriolemark {
 void ReadControlFile(const std::string& path, CtrlSettings& settings, Prompts& prompts);
 
 // Replaces the file. If the file cannot be opened for writing or the disk refuses the bytes, shows
-// the reason. The old file is then whole, unless WriteFile had to write in place.
+// the reason. After a failure the old file is unharmed, unless WriteFile had to write in place.
 void WriteControlFile(const std::string& path, const CtrlSettings& settings, Prompts& prompts,
                       const SyncFile& sync);
 

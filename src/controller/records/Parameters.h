@@ -67,8 +67,8 @@ struct Parameter {
   ReplyRule reply = ReplyRule::AsItComes;
 
   int PositionIn(TriggerShape shape) const { return positions[static_cast<std::size_t>(shape)]; }
-  // The position at which a changed text is written in this shape, 0 for nowhere. A setting that
-  // only one shape shows is written to that position in every shape.
+  // The position at which a changed text is written in this shape, 0 for nowhere. A setting of one
+  // shape only is always written at that shape's position, even over another node. On purpose.
   int RepairPosition(TriggerShape shape) const;
 
   // The command that sets it to a value, and the query for it. A value is cut at a CR, because the
