@@ -15,6 +15,7 @@ bool FileFunc::SheetExists() {
 
 bool FileFunc::MayAdd(int count) {
   if (!SheetExists()) {
+    // "Creat" stays: users know the message.
     prompts_.Show(
         {.text = "Please Open or Creat a Data Sheet First", .icon = MessageIcon::Exclamation});
     return false;

@@ -42,6 +42,7 @@ void frmDataSheetTree::AddSheetNode() {
 
 void frmDataSheetTree::mnuNewDataSheet_Click() {
   CloseAllItems();
+  // "Untitle" stays: users know the word.
   sheet_.Title = "Untitle";
   sheet_.FileName.clear();
   DataSheetTree.Remove(sheet_.SheetNode);

@@ -65,8 +65,8 @@ void Bind(QAction& action, MenuEntry& model);
 // A title as the form's caption has it, shortened.
 void ShowTitle(QWidget& widget, const Form& form);
 
-// What a window does for its form. A step that is empty is done in the common way: the title and
-// whether the window shows, no place, in front of its like.
+// What a window does for its form. An empty step does what most windows need: `show` sets title and
+// visibility, `place` does nothing, `front` raises the window.
 struct FormSteps {
   std::function<void()> show{};
   std::function<void()> place{};

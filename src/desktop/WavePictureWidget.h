@@ -12,9 +12,8 @@ namespace oriolemark {
 // A raster that draws its texts in the font of the program's pictures.
 std::unique_ptr<Canvas> MakeRasterCanvas();
 
-// Pixels of a picture in a pixel of the widget's window. A picture's pixel takes a whole number of
-// the screen's, so that all strokes are of one width; the nearest number, so that texts keep about
-// their size.
+// Picture pixels per widget pixel. Each picture pixel takes a whole number of screen pixels, the
+// nearest one, so that strokes are even and texts keep about their size.
 double CanvasScale(const QWidget& widget);
 
 // Shows a picture inside the area behind it and reports the mouse in pixels of the picture. The

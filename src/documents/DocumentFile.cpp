@@ -55,7 +55,6 @@ bool DocumentFile::AskSaveName(const char* title, const char* filter) {
   return true;
 }
 
-// A failed write has shown its message. It counts as a success: the changes are taken as saved.
 void DocumentFile::SaveUnderName() {
   // A copy, because a message of the write serves events, which may change the name in use.
   const std::string path = name_;

@@ -35,9 +35,11 @@ class DocumentFile {
   bool AskAboutChanges();
   // Asks for the file to open. Returns its path, or an empty text if cancelled.
   std::string AskOpenName();
-  // Saves under the name in use. Asks for a name if there is none.
+  // Saves under the name in use. Asks for a name if there is none. After a failed write, which has
+  // shown its message, the document still counts as saved under this name, and the path is in the
+  // recent files.
   void Save();
-  // Always asks for a name.
+  // The same, but always asks for a name.
   void SaveAs();
   // Reads the file and makes it the file in use, even if it could not be read.
   void Use(const std::string& path);

@@ -82,8 +82,8 @@ bool IsFull(int error) {
   return error == ENOSPC || error == EDQUOT;
 }
 
-// Writes a new file and renames it over the target. Returns 0, or the error number, or nothing if
-// the folder refuses the new file.
+// Writes a new file and renames it over the target. Returns 0, or the error number. Returns nothing
+// if the file cannot be made or renamed, for another reason than a full disk.
 std::optional<int> WriteBeside(const fs::path& target, std::string_view bytes,
                                const SyncFile& sync) {
   const fs::path beside = BesideOf(target);

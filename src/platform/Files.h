@@ -33,8 +33,8 @@ struct WriteFailure {
 // Replaces or creates the file. If the program or the power ends meanwhile, or a step fails, the
 // file holds either its old contents or the new ones. Follows links and keeps the file's
 // permissions. Writes the new file as ".NAME.saving" in the same folder first, and removes one that
-// an ended program has left there. If the folder refuses this new file, writes the target in place,
-// without this protection.
+// an ended program has left there. If the new file cannot be made or renamed, for another reason
+// than a full disk, writes the target in place, without this protection.
 std::optional<WriteFailure> WriteFile(const std::string& path, std::string_view bytes,
                                       const SyncFile& sync);
 

@@ -63,11 +63,12 @@ class TreeView : public Control {
   void KeyDown(int code) const;
   void MouseDown(int button) const;
 
-  // A gesture that is served after its event, since it may show a dialog or build the tree anew. Of
-  // those that pile up while the program is busy the first counts: false for the others.
+  // Keeps a gesture until its event is over, because it may show a dialog or build the tree anew.
+  // Returns false, and drops the gesture, if one is waiting already.
   bool PostGesture(std::function<void()> gesture);
   enum class Reach { Open, Blocked };
-  // Does nothing when another node is selected by now, or a modal window blocks the tree.
+  // Runs the waiting gesture. Drops it if another node is selected by now, or if a modal window
+  // blocks the tree.
   void ServeGesture(Reach reach);
 
   // Handlers of the form.

@@ -55,7 +55,8 @@ class MainModule {
   const TransferState& Transfer() const { return transfer_; }
   const RefreshFlags& Refreshing() const { return refreshFlags_; }
 
-  // Shared with the windows. The order of declaration follows the dependencies.
+  // Shared with the windows. Members are built in the order of their declaration, so each comes
+  // after those that it uses. That is why public and private ones alternate.
   Preferences preferences;
   CtrlSettings settings;
   CtrlDocument controlDocument;

@@ -35,7 +35,7 @@ frmMain::frmMain(MainContext context)
                      ++context_.link.UsbTicks;
                      context_.serial.PollLines();
                    }),
-      // The timer runs without effect, because nothing reads the busy flag.
+      // Kept because the window has four timers; nothing reads the busy flag.
       CommBusyTimer(context.events, 200, [] {}),
       context_(std::move(context)),
       recentCtrls_(context_.store, "Recent Ctrl", mnuRecentCtrlRoot,
