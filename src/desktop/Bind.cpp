@@ -36,8 +36,9 @@ void Follow(Shown& shown, Model& model, Show show) {
   show();
 }
 
-// A control that is disabled under the keyboard leaves its focus to a stand-in, which may be
-// disabled in its turn. Enabled again, it gets the focus back unless the user has gone elsewhere.
+// A control that is disabled while it has the focus passes the focus to another control, which may
+// be disabled later too. When it is enabled again, it gets the focus back unless the user has moved
+// the focus.
 void ShowEnabled(QWidget& widget, bool enabled) {
   static constexpr char kOwner[] = "focusOwner";
   static constexpr char kStandIn[] = "focusStandIn";
@@ -93,7 +94,7 @@ void ShowCombo(QComboBox& widget, const ComboBox& model) {
 
 void ShowOptions(const std::vector<QRadioButton*>& options, QButtonGroup& group,
                  const OptionGroup& model) {
-  // An exclusive group refuses the state with all options off.
+  // An exclusive group does not allow all options to be off.
   group.setExclusive(false);
   for (std::size_t i = 0; i < options.size(); ++i) {
     const int index = static_cast<int>(i);
@@ -119,7 +120,7 @@ std::string ToWire(const QString& text) {
 }
 
 QRect ToPixels(const UnitRect& place) {
-  // A stored place may be anything; beyond every screen it is no more than far away.
+  // A stored place may be any number. One beyond every screen is limited to this distance.
   static constexpr double kFar = 1e6;
   const auto pixels = [](double units) {
     return RoundToInt(std::clamp(UnitsToPixels(units), -kFar, kFar));
@@ -174,13 +175,13 @@ void Bind(QComboBox& widget, ComboBox& model) {
     widget.setCompleter(nullptr);
     QObject::connect(widget.lineEdit(), &QLineEdit::editingFinished, &widget,
                      [&] { model.EndEdit(ToWire(widget.currentText())); });
-    // A text set as a whole, by a screen reader for instance, is an edit that has ended. What comes
-    // from the list is told by the list.
+    // A text that is set as a whole, for instance by a screen reader, is a finished edit. The list
+    // reports its own choices.
     QObject::connect(widget.lineEdit(), &QLineEdit::textChanged, &widget, [&](const QString& text) {
       if (!widget.lineEdit()->isModified() && text != widget.itemText(widget.currentIndex()))
         model.EndEdit(ToWire(text));
     });
-    // The focus is in the inner line: a screen reader asks that one.
+    // The inner line has the focus, so a screen reader reads the name there.
     widget.lineEdit()->setAccessibleName(widget.accessibleName());
   }
   widget.view()->setAccessibleName(widget.accessibleName());
@@ -196,7 +197,7 @@ void Bind(QLineEdit& widget, TextBox& model) {
   });
   Follow(widget, model, [&] {
     const QSignalBlocker blocker(widget);
-    // What is being typed stands as it is until the edit ends.
+    // The typed text stays as it is until the edit ends.
     if (ToWire(widget.text()) != model.Text()) widget.setText(FromWire(model.Text()));
     ShowCommon(widget, model);
   });
@@ -230,13 +231,13 @@ void Bind(QProgressBar& widget, ProgressBar& model) {
 void Bind(QAction& action, MenuEntry& model) {
   QObject::connect(&action, &QAction::triggered, &action, [&model] {
     model.Click();
-    // The widget has flipped its mark by itself; the model's mark counts.
+    // The widget has toggled its mark by itself. The model's mark counts.
     if (model.onChanged) model.onChanged();
   });
   Follow(action, model, [&] {
-    // What stands behind a tab would be shown as a key.
+    // The toolkit would show the text after a tab as a shortcut.
     action.setText(Shortened(QString::fromStdString(model.Caption())).replace('\t', ' '));
-    // Only an entry that has once had a mark keeps the room for one.
+    // An entry reserves space for a mark only once it has had one.
     if (model.Checked()) action.setCheckable(true);
     action.setChecked(model.Checked());
     action.setEnabled(model.Enabled());
@@ -245,7 +246,7 @@ void Bind(QAction& action, MenuEntry& model) {
 }
 
 void ShowTitle(QWidget& widget, const Form& form) {
-  // Doubled, the toolkit's mark of a changed document stands for itself.
+  // "[*]" is the toolkit's mark of a changed document. It is shown as text when doubled.
   widget.setWindowTitle(Shortened(FromWire(form.Caption())).replace("[*]", "[*][*]"));
 }
 

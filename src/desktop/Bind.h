@@ -38,31 +38,32 @@ Widget& Make(Arguments&&... arguments) {
   return *std::make_unique<Widget>(std::forward<Arguments>(arguments)...).release();
 }
 
-// Text of the core is 8-bit: byte values are Latin-1, and what has no such byte becomes '?'.
+// The core's texts are Latin-1 bytes. A character outside Latin-1 becomes '?'.
 QString FromWire(const std::string& text);
 std::string ToWire(const QString& text);
 
 QRect ToPixels(const UnitRect& place);
 UnitRect ToUnits(const QRect& place);
 
-// Each binding shows the model's state at once and from then on, and hands the user's gestures to
-// the model. A widget may go before its model; a model must outlive the gestures of its widget.
+// Each binding shows the model's state now and after each change, and reports the user's input to
+// the model. A widget may be destroyed before its model. A model must exist as long as its widget
+// gets input.
 void Bind(QWidget& widget, Control& model);
 void Bind(QAbstractButton& widget, Button& model);
 void Bind(QCheckBox& widget, CheckBox& model);
-// One radio button an option, in the order of the options.
+// One radio button for each option, in the order of the options.
 void Bind(const std::vector<QRadioButton*>& options, OptionGroup& model);
-// A model with free text makes the widget editable, with no completion of its own. Its parts
-// bear the accessible name that the widget has by now.
+// A model with free text makes the widget editable, without completion. The parts of the widget
+// take over its present accessible name.
 void Bind(QComboBox& widget, ComboBox& model);
 // A typed character outside Latin-1 becomes '?' when the edit ends.
 void Bind(QLineEdit& widget, TextBox& model);
-// Also takes the place of the bar within its parent from the model.
+// Also moves the bar to the model's place within the parent.
 void Bind(QScrollBar& widget, ScrollBar& model);
 void Bind(QProgressBar& widget, ProgressBar& model);
 void Bind(QAction& action, MenuEntry& model);
 
-// A title as the form's caption has it, shortened.
+// Shows the form's caption, shortened, as the title.
 void ShowTitle(QWidget& widget, const Form& form);
 
 // What a window does for its form. An empty step does what most windows need: `show` sets title and
@@ -72,15 +73,14 @@ struct FormSteps {
   std::function<void()> place{};
   std::function<void()> front{};
 };
-// The window follows its form as long as it exists.
+// The window follows its form until the window is destroyed.
 void Follow(QWidget& window, Form& form, FormSteps steps = {});
 
-// A tool tip that shows the text as it is, shortened, in lines that fit a screen and end at blanks.
-// Without this the toolkit takes a text that looks like marks for rich text, and loads what it
-// names.
+// A plain-text tool tip, shortened, with lines that fit a screen and end at blanks. Otherwise the
+// toolkit treats a text with tags as rich text, and loads the files that it names.
 QString PlainToolTip(const QString& text);
 
-// The keys that are held with this one, added up.
+// The sum of the modifier keys that are held.
 int HeldKeys(const QKeyEvent& event);
 
 // Object name and accessible name: how screen readers and tests find a widget.

@@ -13,7 +13,7 @@
 namespace oriolemark {
 namespace {
 
-// A text as a screen reader says it.
+// The text for a screen reader.
 QString Spoken(QString text) {
   return text.replace("&&", "\n").remove('&').replace('\n', '&');
 }

@@ -15,8 +15,9 @@ class QWidget;
 
 namespace oriolemark {
 
-// Each makes a widget, names it, binds it to its model and, where it takes a layout, adds it at the
-// end. "&" in a text marks its access key, "&&" is an ampersand.
+// Each function makes a widget, names it, and binds it to its model. One with a layout parameter
+// adds the widget at the end of the layout. "&" in a text marks its access key, "&&" is an
+// ampersand.
 
 // The inside of a framed group.
 QVBoxLayout& AddGroup(QBoxLayout& layout, const QString& title);
@@ -25,7 +26,7 @@ struct OptionText {
   QString text;
   QString toolTip{};
 };
-// Named by the group's name and their number.
+// The name of a button is the group's name and the button's number.
 void AddOptions(QBoxLayout& layout, const QString& name, OptionGroup& model,
                 const std::vector<OptionText>& texts);
 
@@ -34,7 +35,7 @@ void AddCheck(QBoxLayout& layout, const QString& name, const QString& text, Chec
 
 QPushButton& AddButton(QBoxLayout& layout, const QString& name, const QString& text, Button& model);
 
-// A flat button with a picture, in no layout yet.
+// A flat button with a picture. It is not added to a layout.
 QToolButton& MakeToolButton(QWidget& parent, const QString& name, const QString& text,
                             const QString& toolTip, const QString& picture, Button& model);
 

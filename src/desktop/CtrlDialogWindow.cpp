@@ -43,7 +43,7 @@ CtrlDialogWindow::CtrlDialogWindow(CtrlDialog& form, QWidget* parent)
   auto& combo = Make<QComboBox>();
   Name(combo, "Combo", "Value");
   combo.setMaxVisibleItems(kRowsInSight);
-  // A list with a scroll bar: a menu of 601 levels would be as high as the screen.
+  // A list with a scroll bar. As a menu, 601 levels would be as high as the screen.
   combo.setStyleSheet("QComboBox { combobox-popup: 0; }");
   row.addWidget(&combo);
   Bind(combo, form.Combo);

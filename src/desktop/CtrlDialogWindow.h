@@ -5,7 +5,7 @@
 
 namespace oriolemark {
 
-// The edit of one setting. Its first control is the value.
+// The dialog that edits one setting. Its first control is the value.
 class CtrlDialogWindow : public FormDialog {
  public:
   CtrlDialogWindow(CtrlDialog& form, QWidget* parent);

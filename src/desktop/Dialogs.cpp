@@ -49,9 +49,8 @@ FormDialog::FormDialog(Form& form, const QString& name, QWidget* parent)
          {.show = [this] { ShowForm(); },
           .place =
               [this] {
-                // A window that is sized after it was placed, and before it is up, loses its place:
-                // its frame is put around what was asked for, and so a little further up and left
-                // each time.
+                // The size comes first. A hidden window that is sized after it was placed is shown
+                // a frame's width further up and left each time.
                 adjustSize();
                 move(ToPixels(form_.Place()).topLeft());
               },
@@ -73,7 +72,7 @@ void FormDialog::showEvent(QShowEvent* event) {
     return (widget.focusPolicy() & Qt::TabFocus) != 0 && widget.isVisibleTo(this);
   };
   while (first != this && !takesFocus(*first)) first = first->nextInFocusChain();
-  // As with Tab, so that a line of text is selected.
+  // The toolkit selects a line of text when the focus comes by Tab.
   first->setFocus(Qt::TabFocusReason);
 }
 
@@ -106,8 +105,8 @@ AboutWindow::AboutWindow(frmAbout& form, QWidget* parent) : FormDialog(form, "fr
   QVBoxLayout& column = AddProduct(layout, form.lblVersion);
   AddLabel(column, "Works a TX5000 digital storage oscilloscope from the desktop.", 10, false);
   AddLabel(layout,
-           "This program comes without warranty of any kind. Check what matters\n"
-           "on the instrument itself.",
+           "This program comes without warranty of any kind. Check important\n"
+           "readings on the instrument.",
            9, false);
   auto& buttons = Make<QHBoxLayout>();
   layout.addLayout(&buttons);

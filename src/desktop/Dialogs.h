@@ -10,7 +10,7 @@
 
 namespace oriolemark {
 
-// A window of its own that a form shows and hides; the user's close asks the form.
+// A separate window that a form shows and hides. When the user closes it, the form decides.
 class FormDialog : public QDialog {
  public:
   FormDialog(Form& form, const QString& name, QWidget* parent);
@@ -18,7 +18,7 @@ class FormDialog : public QDialog {
   void reject() override;
 
  protected:
-  // The window lives on between two openings: each begins at its first control.
+  // Sets the focus to the first control each time, because the window is reused.
   void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void moveEvent(QMoveEvent* event) override;

@@ -88,7 +88,7 @@ HelpBook::HelpBook(std::unique_ptr<HelpFile> file)
 }
 
 HelpBook::~HelpBook() {
-  // The widgets show models of the file's, so they go first.
+  // The widgets use the file's models, so they are deleted first.
   qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
 }
 

@@ -33,15 +33,15 @@ class HelpPage : public QTextBrowser {
   HelpFile& file_;
 };
 
-// What the help window shows of one file. Begins with the start page.
+// The contents of the help window for one file. Shows the start page first.
 class HelpBook : public QWidget {
  public:
   explicit HelpBook(std::unique_ptr<HelpFile> file);
   ~HelpBook() override;
 
   const HelpFile& File() const { return *file_; }
-  // Contents: their tab and the start page. Context: their tab and this page. PartialKey: the
-  // index, with the cursor in its empty search line.
+  // Contents shows the contents tab and the start page. Context shows the contents tab and this
+  // page. PartialKey shows the index, with the cursor in its empty search line.
   void Turn(HelpCommand command, const QString& page);
 
  private:

@@ -14,7 +14,7 @@ QUrl HelpFile::StartPage() const {
 }
 
 std::optional<QString> HelpFile::Register() {
-  // The library would create what it does not find, and call every other failure by one name.
+  // The library would create a missing file, and report every other failure in the same words.
   QFile file(path_);
   if (!file.open(QIODevice::ReadOnly)) return file.errorString();
   if (!folder_.isValid()) return folder_.errorString();
@@ -22,7 +22,7 @@ std::optional<QString> HelpFile::Register() {
   if (namespace_.isEmpty()) return "It is not a help file.";
   engine_.setReadOnly(false);
   if (!engine_.setupData() || !engine_.registerDocumentation(path_)) return engine_.error();
-  // A file that was cut off may still have its index.
+  // A truncated file may still have its index.
   if (engine_.fileData(StartPage()).isEmpty()) return "It is damaged.";
   return std::nullopt;
 }

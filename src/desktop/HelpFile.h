@@ -8,18 +8,18 @@
 
 namespace oriolemark {
 
-// One compressed help file, opened with the help library. The library wants a collection file of
-// its own; it stands in a temporary folder that goes with this object.
+// One compressed help file, opened with the help library. The library needs a collection file. It
+// is in a temporary folder that is deleted with this object.
 class HelpFile {
  public:
   explicit HelpFile(const QString& path);
 
-  // Why the file cannot be shown; nothing if it can.
+  // The reason why the file cannot be shown. Nothing if it can be shown.
   const std::optional<QString>& Failure() const { return failure_; }
 
   QHelpEngine& Engine() { return engine_; }
   const QString& Path() const { return path_; }
-  // The page that the manual begins with.
+  // The first page of the manual.
   QUrl StartPage() const;
 
  private:

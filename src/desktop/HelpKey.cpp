@@ -13,7 +13,7 @@ namespace oriolemark {
 namespace {
 
 struct DialogPage {
-  const char* dialog;  // its name, or its kind
+  const char* dialog;  // its object name or its class
   const char* page;
 };
 
@@ -53,14 +53,14 @@ bool HelpKey::eventFilter(QObject* watched, QEvent* event) {
   if (key.key() != Qt::Key_F1 || key.modifiers() != Qt::NoModifier || dialog == nullptr) {
     return false;
   }
-  help_.winId();  // a window that was never shown has to be made first
+  help_.winId();  // creates the native window if it was never shown
   StandBefore(dialog);
-  // Served after the key: a file that cannot be opened is reported in a box.
+  // Runs after the key event, because a file that cannot be opened is reported in a box.
   QTimer::singleShot(0, this, [this, page = PageOf(*dialog)] { open_(page); });
   return true;
 }
 
-// To the toolkit, the windows that stand before a modal one are not blocked by it.
+// A modal window does not block its own child windows, so the help window becomes one of them.
 void HelpKey::StandBefore(const QWidget* dialog) {
   if (help_.windowHandle() == nullptr) return;
   for (const QWidget* at = dialog; at != nullptr; at = at->parentWidget()) {

@@ -9,7 +9,8 @@ class QWidget;
 namespace oriolemark {
 
 // F1 in a dialog opens the manual at the page about that dialog. The help window can be used while
-// a dialog blocks the others: it counts as a part of the foremost one, unless it owns that dialog.
+// a modal dialog is open. For this it becomes a child of the front dialog, unless the dialog
+// belongs to the help window.
 class HelpKey : public QObject {
  public:
   // `open` opens the help file at a page.

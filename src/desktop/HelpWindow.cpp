@@ -13,7 +13,7 @@ namespace oriolemark {
 namespace {
 
 constexpr QSize kFirstSize(960, 680);
-constexpr QSize kFrame(20, 50);  // room for what the desktop draws around a window
+constexpr QSize kFrame(20, 50);  // space for the window's frame
 
 }  // namespace
 
@@ -35,7 +35,7 @@ std::optional<std::string> HelpWindow::Open(const std::string& path, HelpCommand
                                             const std::string& page) {
   auto file = std::make_unique<HelpFile>(QString::fromStdString(path));
   if (file->Failure()) return file->Failure()->toStdString();
-  // Read anew each time, so that a window never shows a file that has been replaced.
+  // The file is read again each time, in case it was replaced.
   book_ = std::make_unique<HelpBook>(std::move(file));
   layout()->addWidget(book_.get());
   setWindowState(windowState() & ~Qt::WindowMinimized);

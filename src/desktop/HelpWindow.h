@@ -9,9 +9,9 @@ namespace oriolemark {
 
 class HelpBook;
 
-// The help file in a window of its own: contents, keyword index and full-text search beside the
-// page. It is hidden until the first Open(), closing or Escape hides it again, and neither keeps
-// the program alive. What the help library has to write stands in a temporary folder.
+// The help file in a separate window: contents, keyword index and full-text search beside the page.
+// It is hidden until the first Open(). Closing it or pressing Escape hides it again. It never keeps
+// the program running. The help library writes its files into a temporary folder.
 class HelpWindow : public QWidget, public HelpViewer {
  public:
   explicit HelpWindow(QWidget* parent);
@@ -21,7 +21,7 @@ class HelpWindow : public QWidget, public HelpViewer {
                                   const std::string& page) override;
 
  private:
-  std::unique_ptr<HelpBook> book_;  // none before the first file is open
+  std::unique_ptr<HelpBook> book_;  // null until the first file is open
 };
 
 }  // namespace oriolemark

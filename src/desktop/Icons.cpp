@@ -16,14 +16,14 @@ namespace {
 
 constexpr double kDisabledOpacity = 0.4;
 constexpr int kLitAlpha = 45;
-constexpr double kInk = 0.85;  // of the text's colour; the rest is the ground's
+constexpr double kInk = 0.85;  // the share of the text's colour; the rest is the background's
 
 QByteArray ReadDrawing(const QString& name) {
   QFile file(":/icons/" + name + ".svg");
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// Outlines are broader than letters, hence a little softer.
+// Outlines are thicker than letters, so they get a slightly paler colour.
 QColor InkOf(QIcon::Mode mode) {
   const QPalette palette = QGuiApplication::palette();
   const bool selected = mode == QIcon::Selected;
@@ -47,7 +47,7 @@ QPixmap Render(QByteArray drawing, QSize size, const QColor& ink) {
   return QPixmap::fromImage(reader.read());
 }
 
-// Without its colours and half gone.
+// Without colours and half transparent.
 QPixmap Faded(const QPixmap& picture) {
   const QImage source = picture.toImage();
   QImage grey = source.convertToFormat(QImage::Format_Grayscale8);
@@ -68,10 +68,10 @@ QPixmap Lit(QPixmap picture) {
   return picture;
 }
 
-// Draws from the palette of the moment, so that a change of theme shows at the next paint.
+// Draws with the current palette, so that a change of theme shows at the next paint.
 class DrawingEngine : public QIconEngine {
  public:
-  // `open` is the drawing of an icon that is on, as that of an expanded row.
+  // `open` is the drawing for the "on" state, which an expanded row uses.
   DrawingEngine(const QString& name, const QString& open)
       : names_{name, open}, drawings_{ReadDrawing(name), ReadDrawing(open)} {}
 

@@ -17,7 +17,8 @@ namespace {
 
 constexpr QSize kFirstSize(640, 480);
 
-// The button's face is the name of its picture, and nearly its text.
+// The button's face is the name of its picture. It is also the tool tip, except on the refresh
+// face.
 void ShowFace(QToolButton& button, const Button& model) {
   const QString face = FromWire(model.Face());
   button.setIcon(PictureNamed(face));
@@ -57,7 +58,7 @@ InnerWindow::InnerWindow(Form& form, const QString& name, const QString& picture
   setWindowIcon(PictureNamed(picture));
   setWidget(&panel);
   resize(kFirstSize);
-  // Sizing, moving and maximising by keys.
+  // The menu sizes, moves and maximises the window by keys.
   auto& menu = Make<QShortcut>(QKeySequence("Alt+-"), this);
   menu.setContext(Qt::WidgetWithChildrenShortcut);
   connect(&menu, &QShortcut::activated, this, &QMdiSubWindow::showSystemMenu);

@@ -9,7 +9,7 @@ class QBoxLayout;
 
 namespace oriolemark {
 
-// The room inside a child window of a view that reads. Reports its size and F5 to the view.
+// The inside of a view's child window. Reports its size and the key F5 to the view.
 class ReadingPanel : public QWidget {
  public:
   explicit ReadingPanel(ReadingView& form) : form_(form) {}
@@ -24,7 +24,8 @@ class ReadingPanel : public QWidget {
   ReadingView& form_;
 };
 
-// A child window of the main window. Lives as long as that; the form shows and hides it.
+// A child window of the main window. It exists as long as the main window. Its form shows and hides
+// it.
 class InnerWindow : public QMdiSubWindow {
  public:
   InnerWindow(Form& form, const QString& name, const QString& picture, QWidget& panel);

@@ -37,7 +37,7 @@ namespace oriolemark {
 namespace {
 
 constexpr int kSecond = 1000;
-constexpr int kFramePatience = 200;    // ms until the desktop has put its frame around the window
+constexpr int kFramePatience = 200;    // ms to wait for the desktop's window frame
 constexpr int kLampRoom = 28;          // pixels at the right end of the toolbar
 constexpr QSize kLeastView(360, 450);  // the controls of a view and a small picture
 constexpr UnitRect kIconSize{.width = 2400, .height = 480};
@@ -65,13 +65,13 @@ class LampLabel : public QLabel {
   QIcon picture_;
 };
 
-// That of the place's middle; a screen that has gone leaves the first one.
+// The screen at the middle of the place. If no screen is there, the primary screen.
 QRect ScreenAt(const QRect& place) {
   const QScreen* screen = QGuiApplication::screenAt(place.center());
   return (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry();
 }
 
-// Moved, and only then made smaller, as far as the screen asks for it.
+// Moves the place into the screen, and makes it smaller only if it is larger than the screen.
 QRect ClampInto(const QRect& screen, QRect place) {
   place.setSize(place.size().boundedTo(screen.size()));
   place.moveLeft(std::clamp(place.x(), screen.x(), screen.right() + 1 - place.width()));
@@ -107,7 +107,7 @@ MainWindow::MainWindow(frmMain& form, frmDataSheetTree& browser, frmCtrlList& co
 void MainWindow::AddInner(InnerWindow& window) {
   window.resize(window.size().boundedTo(area_.maximumViewportSize()).expandedTo(kLeastView));
   area_.addSubWindow(&window);
-  // A window wider than the area would be placed with its title beyond the left edge.
+  // Otherwise the title of a window wider than the area would be beyond the left edge.
   window.move(std::max(0, window.x()), std::max(0, window.y()));
   window.hide();
 }
@@ -118,7 +118,7 @@ void MainWindow::BuildMenus() {
   }
 }
 
-// Tab stays inside a child window, so these lead from one part of the window to the next.
+// Tab stays inside a child window, so these keys move to the next part of the main window.
 void MainWindow::AddPaneKeys() {
   const auto add = [this](const char* keys, int step) {
     auto& shortcut = Make<QShortcut>(QKeySequence(keys), this);
@@ -190,7 +190,8 @@ void MainWindow::AddLamp(const char* name, const QString& picture, Lamp& model) 
   auto& lamp = Make<LampLabel>(picture);
   Name(lamp, name, FromWire(model.ToolTip));
   lamp.setToolTip(FromWire(model.ToolTip));
-  // On the toolbar but no tool of it: what a narrow bar has no room for goes into its menu.
+  // The lamp is placed on the toolbar but is not one of its tools. A narrow bar moves tools without
+  // space into its menu.
   lamp.setParent(&toolBar_);
   const QPointer<QLabel> guard(&lamp);
   model.onChanged = [guard, &model] {
@@ -209,7 +210,7 @@ void MainWindow::BuildStatusBar() {
   auto& text = Make<QLabel>();
   text.setTextFormat(Qt::PlainText);
   text.setObjectName("Status");
-  // Its length is no reason to widen the window.
+  // A long text does not widen the window.
   text.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   date_.setObjectName("Date");
   time_.setObjectName("Time");
@@ -255,7 +256,7 @@ void MainWindow::AddPanes() {
   const QList<QDockWidget*> docks = findChildren<QDockWidget*>();
   const int width = RoundToInt(UnitsToPixels(form_.tabDock.BandWidth()));
   if (width > 0) resizeDocks(docks, QList<int>(docks.size(), width), Qt::Horizontal);
-  // Side by side the panes share the height alike.
+  // Panes above each other get equal heights.
   resizeDocks(docks, QList<int>(docks.size(), height()), Qt::Vertical);
 }
 
@@ -287,7 +288,7 @@ void MainWindow::ShowForm() {
 }
 
 void MainWindow::ApplyPlace() {
-  // What the desktop draws around the window takes room too, once it is there.
+  // The desktop's frame takes space too, once it is there.
   const QRect asked = ToPixels(form_.Place());
   QRect screen = ScreenAt(asked);
   screen.setSize(screen.size() - (frameGeometry().size() - size()));
@@ -303,7 +304,7 @@ void MainWindow::Arrange(Arrangement arrangement) {
   windows.removeIf([icons](const QMdiSubWindow* window) {
     return window->isHidden() || window->isMinimized() != icons;
   });
-  // The scroll bars go when all windows are inside.
+  // The scroll bars disappear when all windows are inside the area.
   const UnitRect room = ToUnits({QPoint(), area_.maximumViewportSize()});
   const std::vector<UnitRect> places = ArrangeWindows(arrangement, room.width, room.height,
                                                       static_cast<int>(windows.size()), kIconSize);
@@ -324,15 +325,15 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
   return QMainWindow::eventFilter(watched, event);
 }
 
-// The window goes with the last steps of the program; the desktop that ends a session waits for
-// that unless the user has said no.
+// The program closes the window in its last steps. A desktop that ends the session waits for this
+// unless the user has refused.
 void MainWindow::closeEvent(QCloseEvent* event) {
   event->setAccepted(form_.Close());
 }
 
 void MainWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::WindowStateChange) form_.Minimised = isMinimized();
-  // The area takes its ground from the theme once, when it is made.
+  // The area reads its background from the theme only when it is created.
   if (event->type() == QEvent::PaletteChange) area_.setBackground(palette().dark());
   QMainWindow::changeEvent(event);
 }

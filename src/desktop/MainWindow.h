@@ -14,17 +14,17 @@ namespace oriolemark {
 
 class InnerWindow;
 
-// The frame of the program: menus, toolbar with the connection lamps, docked panes, status bar, and
-// the area of the child windows.
+// The main window: menus, toolbar with the connection lamps, docked panes, status bar, and the area
+// of the child windows.
 class MainWindow : public QMainWindow {
  public:
   MainWindow(frmMain& form, frmDataSheetTree& browser, frmCtrlList& controller);
 
-  // Takes a new child window, hidden until its form shows itself.
+  // Adds a child window. It is hidden until its form is shown.
   void AddInner(InnerWindow& window);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
-  // The toolkit's list of bars and panes would show and hide them without their models.
+  // The toolkit's menu would show and hide bars and panes without changing their models.
   QMenu* createPopupMenu() override { return nullptr; }
 
  protected:
@@ -59,7 +59,7 @@ class MainWindow : public QMainWindow {
   QToolBar& toolBar_;
   QLabel& date_;
   QLabel& time_;
-  std::size_t panes_ = 0;  // panes that have their dock
+  std::size_t panes_ = 0;  // the number of panes that have a dock
 };
 
 }  // namespace oriolemark

@@ -8,7 +8,7 @@ class QMenu;
 
 namespace oriolemark {
 
-// Puts the entries into the menu, and those of further menus into theirs; null is a separator.
+// Adds the entries to the menu, with their submenus. A null entry is a separator.
 void FillMenu(QMenu& menu, const std::vector<MenuEntry*>& entries);
 
 }  // namespace oriolemark

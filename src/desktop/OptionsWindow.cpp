@@ -16,7 +16,7 @@
 namespace oriolemark {
 namespace {
 
-// A labelled combo box, with its unit behind it where it has one.
+// A labelled combo box, followed by its unit if there is one.
 QComboBox& AddCombo(QFormLayout& layout, const char* name, const QString& label,
                     const QString& toolTip, ComboBox& model, const QString& unit = {}) {
   auto& combo = Make<QComboBox>();
@@ -48,15 +48,9 @@ QVBoxLayout& AddPage(QTabWidget& tabs, const QString& title, Control& model) {
 
 void FillGeneral(QVBoxLayout& page, frmOptions& form) {
   AddOptions(AddGroup(page, "IO Selection"), "PortSelectOption", form.PortSelectOption,
-             {{"&USB",
-               "The instrument is reached by the USB device chosen under "
-               "Communication Setting"},
-              {"&GPIB",
-               "The instrument is reached at the GPIB address chosen under "
-               "Communication Setting"},
-              {"&RS232",
-               "The instrument is reached by the serial port chosen under "
-               "Communication Setting"}});
+             {{"&USB", "Connects by USB to the device chosen under Communication Setting"},
+              {"&GPIB", "Connects by GPIB to the address chosen under Communication Setting"},
+              {"&RS232", "Connects by the serial port chosen under Communication Setting"}});
   QVBoxLayout& startup = AddGroup(page, "Startup option");
   AddCheck(startup, "HardwareCheck", "Startup &Hardware Check", form.HardwareCheck,
            "Connects to the oscilloscope when the program starts");
@@ -70,7 +64,7 @@ void FillGeneral(QVBoxLayout& page, frmOptions& form) {
 void FillRefresh(QVBoxLayout& page, frmOptions& form) {
   AddOptions(AddGroup(page, "Refresh"), "OptRefreshType", form.OptRefreshType,
              {{"&Single", "Refresh reads once"},
-              {"&Auto", "Refresh reads over and over, until it is pressed again"}});
+              {"&Auto", "Refresh reads repeatedly until it is pressed again"}});
   AddCombo(AddFormGroup(page, "Time Setting"), "IntervalCombo", "&Interval",
            "The pause from the end of one reading to the start of the next; 0 reads without a "
            "pause",
@@ -78,7 +72,7 @@ void FillRefresh(QVBoxLayout& page, frmOptions& form) {
   page.addStretch(1);
 }
 
-// Room below a box for what its choice leads to.
+// A label below a box that shows which device or library its choice means.
 QLabel& AddMeaning(QFormLayout& layout, const QComboBox& combo) {
   constexpr int kCharacters = 60;
   auto& label = Make<QLabel>();
@@ -90,8 +84,8 @@ QLabel& AddMeaning(QFormLayout& layout, const QComboBox& combo) {
   return label;
 }
 
-// In sight, to be selected and copied; with the focus on the box for who cannot see it; and in the
-// tool tip, behind what the box is for.
+// The meaning is shown in the label, where it can be selected and copied. It is also the box's
+// accessible description, and follows the purpose of the box in the tool tip.
 void ShowMeaning(QComboBox& combo, QLabel& label, const QString& purpose,
                  const std::string& meaning) {
   const auto text = QString::fromStdString(meaning);
@@ -103,7 +97,7 @@ void ShowMeaning(QComboBox& combo, QLabel& label, const QString& purpose,
   combo.setToolTip(PlainToolTip(purpose + text));
 }
 
-// What a choice leads to is told anew whenever the choices change, at each opening at least.
+// Shows the meaning again whenever the choices change, and at each opening.
 void AtEachChange(ComboBox& model, const std::function<void()>& tell) {
   model.onChanged = [follow = model.onChanged, tell] {
     follow();
@@ -111,7 +105,7 @@ void AtEachChange(ComboBox& model, const std::function<void()>& tell) {
   };
 }
 
-// Each entry tells what it leads to.
+// The tool tip of each entry shows which device it means.
 void ShowPortMeanings(QComboBox& combo, QLabel& label, const frmOptions& form) {
   for (int i = 0; i < combo.count(); ++i) {
     combo.setItemData(i, PlainToolTip(QString::fromStdString(form.PortMeaning(i))),
@@ -133,14 +127,14 @@ void FillCommunication(QVBoxLayout& page, frmOptions& form) {
   QComboBox& address = AddCombo(gpib, "GPIB_AddrCombo", "&Address", {}, form.GPIB_AddrCombo);
   QLabel& library = AddMeaning(gpib, address);
   AtEachChange(form.GPIB_AddrCombo, [&] {
-    ShowMeaning(address, library, "The GPIB address set at the instrument.\n",
+    ShowMeaning(address, library, "The GPIB address set on the instrument.\n",
                 form.AddressMeaning());
   });
   QFormLayout& serial = AddFormGroup(page, "RS232 Setting");
   QComboBox& port = AddCombo(serial, "PortCombo", "RS232 &Port", {}, form.PortCombo);
   QLabel& path = AddMeaning(serial, port);
   AtEachChange(form.PortCombo, [&] { ShowPortMeanings(port, path, form); });
-  AddCombo(serial, "BaudCombo", "&Baud Rate", "The baud rate set at the instrument",
+  AddCombo(serial, "BaudCombo", "&Baud Rate", "The baud rate set on the instrument",
            form.BaudCombo);
   page.addStretch(1);
 }
@@ -167,7 +161,7 @@ OptionsWindow::OptionsWindow(frmOptions& form, QWidget* parent)
   layout.setSizeConstraint(QLayout::SetFixedSize);
   auto& tabs = Make<QTabWidget>();
   Name(tabs, "tbsOptions", "Options");
-  // All three tabs are in sight at once.
+  // All three tabs are visible at once.
   tabs.setUsesScrollButtons(false);
   layout.addWidget(&tabs);
   FillGeneral(AddPage(tabs, "General", form.picOptions[0]), form);

@@ -6,7 +6,7 @@
 
 namespace oriolemark {
 
-// One docked pane. Its form decides whether it shows; the user's close hides the form.
+// One docked pane. Its form shows and hides it. When the user closes the pane, the form is hidden.
 class PaneDock : public QDockWidget {
  public:
   PaneDock(TabDock& dock, const TabDock::Pane& pane, QWidget* content, QWidget* parent);

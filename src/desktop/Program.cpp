@@ -22,8 +22,8 @@
 #include "drivers/QtSettingsStore.h"
 #include "drivers/SystemDate.h"
 
-// The linker drops the pictures of a library unless somebody asks for them; the macro must stand
-// outside every namespace.
+// The linker drops a library's pictures unless they are referenced. The macro must be outside every
+// namespace.
 static void LoadPictures() {
   Q_INIT_RESOURCE(resources);
 }
@@ -36,7 +36,7 @@ void PrepareApplication(QApplication& application) {
   application.setApplicationName(kApplicationTitle);
   application.setApplicationVersion(ORIOLEMARK_VERSION);
   application.setWindowIcon(PictureNamed(kApplicationTitle));
-  // The program decides by itself when it has ended.
+  // The program decides when it ends, not the toolkit.
   application.setQuitOnLastWindowClosed(false);
 }
 
@@ -47,7 +47,7 @@ void ShowPointer(const ScreenPointer& pointer) {
 
 }  // namespace
 
-// In the order in which they rest on each other: the windows go first.
+// Each part uses the ones above it. The windows are destroyed first.
 struct Program::Parts {
   QtEventSource events;
   Waiting waiting{events};

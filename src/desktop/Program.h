@@ -11,13 +11,13 @@ namespace oriolemark {
 // The whole program on this system: drivers, the program itself, and its windows.
 class Program {
  public:
-  // Gives the application its name. One program an application.
+  // Sets the application's name. An application has one program.
   explicit Program(QApplication& application);
   ~Program();
 
   MainModule& Module();
 
-  // From the splash to the last window; the program's exit code.
+  // Runs from the splash to the last window. Returns the exit code.
   int Run();
 
  private:

@@ -21,7 +21,7 @@
 namespace oriolemark {
 namespace {
 
-// The keys that a tree's form may ask for.
+// The keys that a tree's form may handle.
 const std::map<int, int> kKeyCodes{{Qt::Key_F2, kF2Key},
                                    {Qt::Key_F5, kF5Key},
                                    {Qt::Key_Delete, kDeleteKey},
@@ -42,7 +42,7 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
       pictures_(std::move(pictures)) {
   widget.setHeaderHidden(true);
   widget.setColumnCount(1);
-  // A narrow pane scrolls sideways: a value cut short would be as good as none.
+  // A narrow pane scrolls sideways. A truncated value would be useless.
   widget.header()->setStretchLastSection(false);
   widget.header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   widget.setEditTriggers(QAbstractItemView::EditKeyPressed);
@@ -55,9 +55,9 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
   connect(&widget, &QTreeWidget::itemCollapsed, this,
           [this](QTreeWidgetItem* item) { model_.SetExpanded(NodeOf(item), false); });
   connect(&widget, &QTreeWidget::itemChanged, this, [this](const QTreeWidgetItem* item) {
-    // Served after the editor has gone: a handler may show a message, or build the tree anew.
+    // Runs after the editor is closed, because a handler may show a message or rebuild the tree.
     QTimer::singleShot(0, this, [this, node = NodeOf(item), text = ToWire(item->text(0))] {
-      shown_.clear();  // the widget's text is the user's now: built anew from the model's
+      shown_.clear();  // the widget has the user's text, so it is rebuilt from the model
       model_.EndLabelEdit(node, text);
     });
   });
@@ -72,8 +72,7 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
   ShowModel();
 }
 
-// A tree without the focus marks its row in the grey of the theme's mark, whose text stays as easy
-// to read.
+// A tree without the focus shows its selected row in grey. The text stays as easy to read.
 void TreeBinding::MuteSelection() {
   const QColor mark = QApplication::palette(&widget_).color(QPalette::Active, QPalette::Highlight);
   const int grey = qGray(mark.rgb());
@@ -87,7 +86,7 @@ bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
   if (watched == viewport_ && (press || event->type() == QEvent::MouseButtonDblClick)) {
     const auto& mouse = static_cast<const QMouseEvent&>(*event);
     const QTreeWidgetItem* item = widget_.itemAt(mouse.position().toPoint());
-    // A row that the model has given up means nothing any more; the tree is about to show so.
+    // The model has deleted this row. The tree is about to be updated.
     if (item != nullptr && !model_.Exists(NodeOf(item))) return true;
     if (press) {
       TakePress(mouse);
@@ -96,7 +95,7 @@ bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
     }
   }
   if (event->type() == QEvent::Resize && watched == viewport_) {
-    // The mark of a selected row goes across the whole pane.
+    // The highlight of a selected row covers the width of the pane.
     widget_.header()->setMinimumSectionSize(static_cast<QResizeEvent&>(*event).size().width());
   }
   if (event->type() == QEvent::ApplicationPaletteChange && watched == &widget_) MuteSelection();
@@ -113,18 +112,18 @@ bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
   return QObject::eventFilter(watched, event);
 }
 
-// The row under the mouse; none in the room of the arrows, which fold and do not select.
+// The row under the mouse. Null over the arrows, because they fold rows and do not select.
 QTreeWidgetItem* TreeBinding::RowAt(QPoint place) const {
   QTreeWidgetItem* item = widget_.itemAt(place);
   return item != nullptr && widget_.visualItemRect(item).contains(place) ? item : nullptr;
 }
 
-// The press is the click, so that the row that is marked is the one that is meant.
+// The press counts as the click, so that the click always acts on the selected row.
 void TreeBinding::TakePress(const QMouseEvent& mouse) {
   if (QTreeWidgetItem* item = RowAt(mouse.position().toPoint())) {
     const QSignalBlocker blocker(widget_);
-    // A row that is partly out of sight stays where it is: the toolkit still has to serve this very
-    // press, and the second one of a double click, at the same place.
+    // A partly visible row does not scroll. The toolkit still has to handle this press, and the
+    // second press of a double click, at the same place.
     widget_.setAutoScroll(false);
     widget_.setCurrentItem(item);
     widget_.setAutoScroll(true);
@@ -132,12 +131,12 @@ void TreeBinding::TakePress(const QMouseEvent& mouse) {
   }
   menuPlace_ = mouse.globalPosition().toPoint();
   const bool right = mouse.button() == Qt::RightButton;
-  // Served after the press, so that a menu may open from it.
+  // Runs after the press, because it may open a menu.
   QTimer::singleShot(0, this,
                      [this, right] { model_.MouseDown(right ? kRightButton : kLeftButton); });
 }
 
-// Also on the empty ground, where it means the row that was clicked last.
+// A double click on the empty area acts on the row that was clicked last.
 void TreeBinding::TakeDoubleClick(const QMouseEvent& mouse) {
   const QPoint place = mouse.position().toPoint();
   const bool onArrow = widget_.itemAt(place) != nullptr && RowAt(place) == nullptr;
@@ -152,7 +151,7 @@ void TreeBinding::Later(std::function<void()> gesture) {
   });
 }
 
-// It selects nothing new: it means the row that has the focus.
+// The key does not change the selection. The menu is for the row with the focus.
 void TreeBinding::AskForMenuByKey() {
   if (QTreeWidgetItem* item = widget_.currentItem()) {
     widget_.scrollToItem(item);
@@ -168,7 +167,7 @@ void TreeBinding::AskForMenuByKey() {
 void TreeBinding::NoteChange() {
   if (pending_) return;
   pending_ = true;
-  // Not at once: the widget may be in the middle of the gesture that made the change.
+  // The update is delayed, because the widget may still be handling the input that caused it.
   QTimer::singleShot(0, this, [this] { ShowModel(); });
 }
 
@@ -177,9 +176,9 @@ void TreeBinding::ShowModel() {
   std::vector<Row> rows;
   Collect(kNoNode, 0, rows);
   const QSignalBlocker blocker(widget_);
-  // A row that is marked inside a folded group leaves it folded.
+  // Selecting a row inside a folded group does not unfold the group.
   widget_.setAutoScroll(false);
-  // The items stay as long as they can: a double click needs the same item twice.
+  // Items are kept if possible, because a double click needs the same item twice.
   if (!SameNodes(rows, shown_) || widget_.topLevelItemCount() == 0) {
     const int scrolled = widget_.verticalScrollBar()->value();
     shown_ = std::move(rows);
@@ -223,7 +222,7 @@ bool TreeBinding::SameNodes(const std::vector<Row>& a, const std::vector<Row>& b
   return std::ranges::equal(a, b, {}, &Row::node, &Row::node);
 }
 
-// The items stand in the order of the rows.
+// The items are in the order of the rows.
 void TreeBinding::ShowTexts() {
   QTreeWidgetItemIterator at(&widget_);
   for (const Row& row : shown_) {
@@ -235,7 +234,7 @@ void TreeBinding::ShowTexts() {
   }
 }
 
-// A tree that was built anew has nothing selected; the keyboard goes on from where it was.
+// A rebuilt tree has no selection. The row with the keyboard focus is restored.
 void TreeBinding::ReturnToPlace() {
   QTreeWidgetItem* item = Find(model_.ReturnToPlace());
   if (item == nullptr) return;

@@ -15,16 +15,16 @@ class QTreeWidgetItem;
 
 namespace oriolemark {
 
-// Shows a tree model in a tree widget and hands the user's gestures to it. Owned by the widget.
-// Changes of the model show with the next events, in one go.
+// Shows a tree model in a tree widget and reports the user's input to the model. The widget owns
+// it. Changes of the model are shown together with the next events.
 class TreeBinding : public QObject {
  public:
-  // `pictures` are the names of the pictures from image 1 on; "Closed/Open" names two, the second
-  // for an expanded row.
+  // `pictures` are the names of the pictures from image 1 on. "Closed/Open" names two pictures. The
+  // second is for an expanded row.
   TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictures);
 
-  // Where a menu belongs that a gesture has asked for: at the pointer, or below the current row
-  // when it was a key. In pixels of the screen.
+  // The place for a menu, in pixels of the screen: at the pointer, or below the current row if a
+  // key opens the menu.
   QPoint MenuPlace() const { return menuPlace_; }
 
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -56,7 +56,7 @@ class TreeBinding : public QObject {
   QTreeWidgetItem* Find(TreeNode node) const;
 
   QTreeWidget& widget_;
-  // Events still pass here while the widget is being destroyed and cannot be asked for it.
+  // Events still arrive while the widget is being destroyed and cannot return its viewport.
   const QObject* const viewport_;
   TreeView& model_;
   const QStringList pictures_;

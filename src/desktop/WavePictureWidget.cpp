@@ -124,7 +124,7 @@ void WavePictureWidget::mousePressEvent(QMouseEvent* event) {
 }
 
 void WavePictureWidget::mouseMoveEvent(QMouseEvent* event) {
-  // A window that came up meanwhile has swallowed the release.
+  // The release went to another window that has opened meanwhile.
   if (held_ && event->buttons() == Qt::NoButton) mouseReleaseEvent(event);
   if (!held_ && !OverPicture(event->position())) return;
   const QPointF at = InPicture(event->position());

@@ -20,7 +20,7 @@ double CanvasScale(const QWidget& widget);
 // picture's pixels are shown as they are and never copied.
 class WavePictureWidget : public QWidget {
  public:
-  // A key over the picture; false when it is none of the view's.
+  // Handles a key over the picture. Returns false if the view does not use the key.
   std::function<bool(const QKeyEvent&)> onKey;
 
   WavePictureWidget(Picture& picture, Backdrop& backdrop, QWidget* parent);
@@ -35,15 +35,15 @@ class WavePictureWidget : public QWidget {
   void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
-  // The pixel of the picture at a place of the widget.
+  // The picture pixel at a point of the widget.
   QPointF InPicture(QPointF at) const;
   bool OverPicture(QPointF at) const;
   void ShowPointer();
 
   Picture& picture_;
   Backdrop& backdrop_;
-  bool marked_ = false;  // the keyboard brought the focus here: a frame shows it
-  bool held_ = false;    // a button that went down over the picture keeps the mouse
+  bool marked_ = false;  // the focus came by keyboard and is shown by a frame
+  bool held_ = false;    // a button was pressed over the picture and is still down
 };
 
 }  // namespace oriolemark

@@ -27,7 +27,7 @@ bool MoveCursor(frmWave& form, const QKeyEvent& event) {
   return code != kArrowCodes.end() && form.WavePic_KeyDown(code->second, HeldKeys(event));
 }
 
-// A group of the strip, which has little room.
+// A group of the strip, with small margins because the strip is narrow.
 QVBoxLayout& AddTightGroup(QBoxLayout& strip, const QString& title) {
   QVBoxLayout& group = AddGroup(strip, title);
   group.setContentsMargins(4, 2, 4, 2);
@@ -43,7 +43,7 @@ void AddBar(QWidget& parent, const QString& name, Qt::Orientation orientation, c
   Bind(bar, model);
 }
 
-// Scrolls its controls where it lacks the height for them.
+// Scrolls its controls if it is not high enough for them.
 class StripArea : public QScrollArea {
  public:
   StripArea(QWidget& strip, QWidget* parent) : QScrollArea(parent) {
@@ -55,7 +55,7 @@ class StripArea : public QScrollArea {
     verticalScrollBar()->setAccessibleName("Scroll the controls");
   }
 
-  // What the controls need, with the bar where it shows.
+  // The width that the controls need, including the scroll bar if it is shown.
   int WidthFor(int height) const {
     const bool scrolls = height < widget()->minimumSizeHint().height();
     return widget()->sizeHint().width() + (scrolls ? verticalScrollBar()->sizeHint().width() : 0);
@@ -87,7 +87,7 @@ class WavePanel : public ReadingPanel {
   }
 
   bool event(QEvent* event) override {
-    // The window has come to a screen of another scale, and its size may have stayed.
+    // The window has moved to a screen with another scale. Its size may be unchanged.
     if (event->type() == QEvent::ScreenChangeInternal) form_.NoteCanvasScale(CanvasScale(*this));
     return ReadingPanel::event(event);
   }
