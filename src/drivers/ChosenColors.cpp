@@ -32,7 +32,7 @@ void LibraryColors::Convert(const char* operation, std::span<const std::uint8_t>
                             std::span<std::uint32_t> colours) {
   const std::size_t count = std::min(raw.size(), colours.size());
   if (!IsOpen() || count == 0) return;
-  // What the library leaves out is black.
+  // Colours that the library does not fill are black.
   std::fill_n(colours.begin(), count, 0);
   library_.Find<ConvertCall>(operation)(raw.data(), static_cast<int>(count), colours.data());
   const auto converted = colours.first(count);
@@ -50,7 +50,7 @@ void ChosenColors::TransMono(std::span<const std::uint8_t> raw, std::span<std::u
 std::string ChosenColors::Meaning() {
   if (&Chosen() != &palettes_) return "Colour library: " + library_->Name();
   if (!library_) return "Built-in colours";
-  return "Built-in colours. The library named in the settings does not serve: " +
+  return "Built-in colours. The library named in the settings cannot be used: " +
          library_->Reason();
 }
 

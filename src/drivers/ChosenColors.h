@@ -9,15 +9,15 @@
 
 namespace oriolemark {
 
-// The colour operations of a library that is opened at run time. A library that is not open leaves
-// the colours as they are.
+// The colour operations of a library that is opened at run time. If the library is not open, the
+// colours stay as they are.
 class LibraryColors : public ScreenColors {
  public:
   explicit LibraryColors(const std::string& name);
 
   bool IsOpen() const { return library_.IsOpen(); }
   const std::string& Name() const { return library_.Name(); }
-  // Why it is not open, in words.
+  // The reason why it is not open, as text.
   const std::string& Reason() const { return library_.Reason(); }
 
   void TransClr(std::span<const std::uint8_t> raw, std::span<std::uint32_t> colours) override;
@@ -30,8 +30,8 @@ class LibraryColors : public ScreenColors {
   SharedLibrary library_;
 };
 
-// The library that the settings store names (section "Drivers", key "ColorLibrary") if it serves,
-// else the built-in palettes. Chosen at the first use.
+// Colours from the library that the settings store names (section "Drivers", key "ColorLibrary").
+// If the library cannot be used, the built-in palettes. Chosen at the first use.
 class ChosenColors : public ScreenColors {
  public:
   // The store outlives this object.
@@ -40,14 +40,14 @@ class ChosenColors : public ScreenColors {
   void TransClr(std::span<const std::uint8_t> raw, std::span<std::uint32_t> colours) override;
   void TransMono(std::span<const std::uint8_t> raw, std::span<std::uint32_t> colours) override;
 
-  // Where the colours come from, and why not from the named library. Plain text, UTF-8.
+  // The source of the colours, and the reason if the named library is not used. Plain text, UTF-8.
   std::string Meaning();
 
  private:
   ScreenColors& Chosen();
 
   SettingsStore& store_;
-  std::optional<LibraryColors> library_;  // none if the settings name none
+  std::optional<LibraryColors> library_;  // nothing if the settings name no library
   ScreenPalettes palettes_;
   bool chosen_ = false;
 };

@@ -10,7 +10,7 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr milliseconds kLongestSilence{5000};
-// A caller polls without a pause of its own; less than this would only warm the processor.
+// The caller polls without a pause. A shorter pause here would only waste processor time.
 constexpr milliseconds kEmptyPause{1};
 
 }  // namespace
@@ -61,7 +61,7 @@ std::string ChosenUsb::Meaning() {
   std::string text = builtIn_ == nullptr ? "USB library: " + asked_.library : "Built-in USB driver";
   if (!refusal_.empty()) text += ". " + Refusal();
   const std::string failure = Failure();
-  if (!failure.empty()) text += ". The last failure: " + failure;
+  if (!failure.empty()) text += ". Last failure: " + failure;
   return text;
 }
 
@@ -72,13 +72,13 @@ std::string ChosenUsb::Problem() {
 }
 
 std::string ChosenUsb::Refusal() const {
-  return "The library named in the settings does not serve: " + refusal_;
+  return "The library named in the settings cannot be used: " + refusal_;
 }
 
 std::string ChosenUsb::Failure() const {
   if (gaveUp_) {
     return "The instrument has not answered for " + std::to_string(kLongestSilence.count() / 1000) +
-           " s: switch it off and on, and connect again.";
+           " s. Switch it off and on, then connect again.";
   }
   return builtIn_ != nullptr ? builtIn_->Problem() : "";
 }

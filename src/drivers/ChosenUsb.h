@@ -13,26 +13,26 @@
 
 namespace oriolemark {
 
-// How the driver sees time pass, and lets it.
+// The driver's clock and pause.
 struct UsbTime {
-  // Of a clock that only moves forward.
+  // The time of a clock that never goes back.
   std::function<std::chrono::milliseconds()> now;
   // Blocks.
   std::function<void(std::chrono::milliseconds)> sleep;
-  // Any number that changes while events are served, though not necessarily at each of them.
+  // A number that changes while events are served, though not at every event.
   std::function<unsigned()> eventsServed;
 };
 
-// The system's own clock. `waiting` outlives what is made.
+// The system's own clock. `waiting` must outlive the result.
 UsbTime MakeUsbTime(Waiting& waiting, std::function<unsigned()> eventsServed);
 
-// The library that the settings store names (section "Drivers", key "UsbLibrary") if it serves,
-// else the built-in driver. Chosen at the first use, and again by GetDeviceNum where the settings
-// have changed. Nobody who waits for a reply without serving events waits for ever: when nothing
-// has been waiting for 5 s, none was served and nothing was written, the count query fails.
+// The library that the settings store names (section "Drivers", key "UsbLibrary"). If the library
+// cannot be used, the built-in driver. Chosen at the first use, and again by GetDeviceNum if the
+// settings have changed. A caller that waits for a reply without serving events does not wait for
+// ever. The count query fails after 5 s without a byte to read, an event or a write.
 class ChosenUsb : public UsbDriver {
  public:
-  // The store outlives the driver.
+  // The store must outlive the driver.
   ChosenUsb(SettingsStore& store, UsbTime time);
 
   int GetDeviceNum() override;
@@ -41,9 +41,9 @@ class ChosenUsb : public UsbDriver {
   bool Control_Command_Send(int device, int request, int value, int index) override;
   bool Bulk_DataTransfer_Read(int device, int count, std::span<std::uint8_t> buffer) override;
 
-  // Also tells why the named library does not serve, and what went wrong last.
+  // Includes the reason why the named library cannot be used, and the last failure.
   std::string Meaning() override;
-  // A loaded library gives no cause but silence.
+  // A loaded library reports no causes, so silence is the only one.
   std::string Problem() override;
 
  private:
@@ -52,7 +52,7 @@ class ChosenUsb : public UsbDriver {
     UsbIds ids;
     bool operator==(const Asked&) const = default;
   };
-  // Since when no byte has been waiting, and how many events had been served by then.
+  // The time since when no byte has been waiting, and the event number at that time.
   struct Silence {
     std::chrono::milliseconds since;
     unsigned eventsServed;
@@ -68,9 +68,9 @@ class ChosenUsb : public UsbDriver {
   SettingsStore& store_;
   UsbTime time_;
   Asked asked_;
-  std::unique_ptr<UsbDriver> driver_;  // none before the first use
-  LibusbDriver* builtIn_ = nullptr;    // the same, if it is that
-  std::string refusal_;                // why the named library does not serve
+  std::unique_ptr<UsbDriver> driver_;  // null before the first use
+  LibusbDriver* builtIn_ = nullptr;    // `driver_` if it is the built-in one, else null
+  std::string refusal_;                // why the named library cannot be used
   std::optional<Silence> silence_;
   bool gaveUp_ = false;  // the last read or write ended by silence
 };

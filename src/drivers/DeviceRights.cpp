@@ -8,7 +8,7 @@
 namespace oriolemark {
 
 bool MayUse(const std::string& path) {
-  // By the rights that count when a file is opened.
+  // AT_EACCESS checks the rights that the system checks when it opens a file.
   return ::faccessat(AT_FDCWD, path.c_str(), R_OK | W_OK, AT_EACCESS) == 0;
 }
 
@@ -20,7 +20,7 @@ std::string GroupOf(const std::string& path, const std::string& usual) {
 }
 
 std::string JoinGroup(const std::string& group) {
-  return "Join the group " + group + ", which may use it, and log in again.";
+  return "To get access, join the group " + group + ", then log in again.";
 }
 
 }  // namespace oriolemark

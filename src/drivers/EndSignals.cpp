@@ -13,7 +13,7 @@ EndSignals::EndSignals() {
   sigemptyset(&ends);
   for (const int signal : {SIGHUP, SIGINT, SIGTERM}) sigaddset(&ends, signal);
   descriptor_ = ::signalfd(-1, &ends, SFD_CLOEXEC | SFD_NONBLOCK);
-  // Without a descriptor they go on ending the process.
+  // Without a descriptor the signals still end the process.
   pthread_sigmask(SIG_BLOCK, descriptor_ >= 0 ? &ends : nullptr, &before_);
 }
 

@@ -8,9 +8,9 @@ class QSocketNotifier;
 
 namespace oriolemark {
 
-// The system's requests to end: of a terminal, a session that ends, or "kill". Made before the
-// toolkit starts its threads, which take over that these signals do not end the process by
-// themselves. What comes before Watch() is kept.
+// The system's requests to end, from a terminal, the end of a session, or "kill". Create this
+// before the toolkit starts its threads: they inherit that these signals are blocked and do not end
+// the process. A request before Watch() is kept.
 class EndSignals {
  public:
   EndSignals();
@@ -18,7 +18,7 @@ class EndSignals {
   EndSignals(const EndSignals&) = delete;
   EndSignals& operator=(const EndSignals&) = delete;
 
-  // Calls `onEnd` from the event loop at each request from now on. There has to be an application.
+  // Calls `onEnd` from the event loop at each request from now on. Needs an application object.
   void Watch(std::function<void()> onEnd);
 
  private:

@@ -34,9 +34,9 @@ struct Fault {
 };
 
 constexpr Fault kFaults[] = {
-    {2, "No instrument listens on the bus: look at its power, its cable and its address."},
-    {4, "The library does not take the address: choose one from 0 to 30."},
-    {6, "The instrument has not answered in time: look at its power, its cable and its address."},
+    {2, "No instrument responds on the bus. Check its power, its cable and its address."},
+    {4, "The library refuses the address. Choose one from 0 to 30."},
+    {6, "The instrument did not answer in time. Check its power, its cable and its address."},
 };
 
 const std::vector<std::string>& UsualNames() {
@@ -44,7 +44,7 @@ const std::vector<std::string>& UsualNames() {
   return names;
 }
 
-// The counts are not asked for: nothing rests on them.
+// The counts are not required, because nothing uses them.
 const Exports& RequiredExports() {
   static const Exports required{{"ibdev"},
                                 {"ibclr"},
@@ -56,7 +56,7 @@ const Exports& RequiredExports() {
   return required;
 }
 
-// One status word: by its function, else its variable, else 0.
+// One status word: from its function, else from its variable, else 0.
 template <typename Word>
 int ReadWord(const SharedLibrary& library, const char* function, const char* variable) {
   if (auto* const call = library.Find<Word()>(function)) return static_cast<int>(call());
@@ -66,7 +66,7 @@ int ReadWord(const SharedLibrary& library, const char* function, const char* var
 
 }  // namespace
 
-// A library must not write to words that are gone.
+// The library must not write to status words that have been destroyed.
 LibraryGpib::~LibraryGpib() {
   if (bound_) Unbind();
 }
@@ -105,12 +105,10 @@ std::string LibraryGpib::Meaning() {
   if (library.IsOpen()) {
     const std::string failure = standing ? Problem() : "";
     return "GPIB library: " + library.Name() +
-           (failure.empty() ? "" : ". The last failure: " + failure);
+           (failure.empty() ? "" : ". Last failure: " + failure);
   }
-  return "There is no GPIB library that serves. Looked for by its path, or in the system's "
-         "library folders: " +
-         library.Reason() +
-         ". Another one can be named in the settings: section Drivers, key GpibLibrary.";
+  return "No usable GPIB library was found. Tried: " + library.Reason() +
+         ". To use another one, set GpibLibrary in section Drivers of the settings.";
 }
 
 std::string LibraryGpib::Problem() {
@@ -125,10 +123,10 @@ std::string LibraryGpib::Problem() {
     return {};
   std::error_code error;
   if (std::filesystem::exists(kBoard, error) && !MayUse(kBoard)) {
-    return std::string("You have no right to use ") + kBoard + ". " +
+    return std::string("You do not have permission to use ") + kBoard + ". " +
            JoinGroup(GroupOf(kBoard, "gpib"));
   }
-  return "The library " + library_.Name() + " finds no board 0: set it up with its driver.";
+  return "The library " + library_.Name() + " found no board 0. Set the board up with its driver.";
 }
 
 std::vector<std::string> LibraryGpib::AskedNames() const {
@@ -157,8 +155,8 @@ int LibraryGpib::Call(const char* name, Arguments... arguments) {
   return result;
 }
 
-// Exists in one vendor's library only. Where it refuses, the call is made all the same and its
-// outcome is unknown, which counts as an error.
+// Only one vendor's library has this function. If it refuses, the GPIB call is still made. The
+// outcome is unknown then, and counts as an error.
 void LibraryGpib::Bind() {
   auto* const registerWords = library_.Find<RegisterCall>(kRegister);
   if (registerWords == nullptr) return;
@@ -194,7 +192,7 @@ void LibraryGpib::CopyStatus() {
                ReadWord<int>(library_, "ThreadIbcnt", "ibcnt"),
                ReadWord<long>(library_, "ThreadIbcntl", "ibcntl")};
   }
-  // Some libraries keep flags of their own above the published bits.
+  // Some libraries set private flags above the published bits.
   status_.ibsta &= 0xFFFF;
 }
 

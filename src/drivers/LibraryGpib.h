@@ -6,13 +6,13 @@
 
 namespace oriolemark {
 
-// The GPIB calls of a library that is opened at run time: the one that the settings store names
-// (section "Drivers", key "GpibLibrary"), else the first of the usual names that is there. Each
-// connect looks anew, unless the library that is open is still the one asked for. Without a
+// The GPIB calls of a library that is opened at run time. The settings store names the library
+// (section "Drivers", key "GpibLibrary"). Otherwise the first usual name that can be opened is
+// used. Each connect looks for the library again, unless the requested one is still open. Without a
 // library, and before the first successful ibdev, every call fails with 0x8000 and error 0.
 class LibraryGpib : public GpibDriver {
  public:
-  // The store outlives the driver.
+  // The store must outlive the driver.
   explicit LibraryGpib(SettingsStore& store) : store_(store) {}
   ~LibraryGpib() override;
   LibraryGpib(const LibraryGpib&) = delete;
@@ -20,13 +20,13 @@ class LibraryGpib : public GpibDriver {
 
   int ibdev(int board, int primary, int secondary, int timeout, int eot, int eos) override;
   void ibclr(int device) override;
-  // Nothing is written for an empty text: the call set does not define it.
+  // An empty text writes nothing, because the call set does not define such a write.
   void ibwrt(int device, std::string_view bytes) override;
   void ibrd(int device, std::span<char> buffer) override;
   void ibonl(int device, int online) override;
   const GpibStatus& Status() const override { return status_; }
 
-  // Also tells which library would serve at the next connect.
+  // Without an open library, names the one that the next connect would use.
   std::string Meaning() override;
   std::string Problem() override;
 
@@ -49,7 +49,7 @@ class LibraryGpib : public GpibDriver {
 
   SettingsStore& store_;
   SharedLibrary library_;
-  std::vector<std::string> names_;  // which were asked for when it was opened
+  std::vector<std::string> names_;  // the names that were tried when it was opened
   BoundWords words_;
   bool bound_ = false;
   bool opened_ = false;  // the last ibdev gave a device

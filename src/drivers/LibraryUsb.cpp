@@ -14,8 +14,8 @@ using BulkCall = short(int, int, unsigned char*);
 
 constexpr int kNoData = 0;
 
-// Calls the library on a buffer of our own: one that fails halfway leaves the caller's as it was,
-// and one that delivers whole packets has room for them.
+// Calls the library with a separate buffer. A call that fails halfway leaves the caller's buffer
+// unchanged. A library that delivers whole packets has space for them.
 template <typename Call>
 bool Fetch(int count, std::span<std::uint8_t> buffer, Call call) {
   constexpr std::size_t kRoomForPackets = 64 * 1024;

@@ -12,20 +12,20 @@
 namespace oriolemark {
 namespace {
 
-// All that is taken for granted of the instrument's USB side. Its maker has published none of it:
-// these are assumptions, and this table is the one place to set them right. The ids can be set in
-// the settings store as well. The vendor requests 7, 8 and 9 of the screen read are the caller's.
+// The assumptions about the instrument's USB side. Its maker has published nothing about it.
+// Correct them in this table only. The ids can also be set in the settings store. The caller sends
+// the vendor requests 7, 8 and 9 of the screen read.
 struct InstrumentSide {
   UsbIds ids{.vendor = 0x5458, .product = 0x5000};
   int interface = 0;
   std::uint8_t bulkInEndpoint = 0x82;
   // Vendor requests to the device on the control endpoint.
-  std::uint8_t writeByte = 1;      // out, no data: its value is one byte of a command
-  std::uint8_t countWaiting = 2;   // in, one byte: how many bytes of a reply wait
-  std::uint8_t fetchReply = 3;     // in, as many bytes as are asked for
+  std::uint8_t writeByte = 1;      // out, no data; its value is one byte of a command
+  std::uint8_t countWaiting = 2;   // in, one byte: the number of waiting reply bytes
+  std::uint8_t fetchReply = 3;     // in, the requested number of bytes
   unsigned controlTimeOut = 1000;  // ms
-  unsigned bulkTimeOut = 1000;     // ms without all that is left
-  int bulkRounds = 4;              // time-outs with new data after which a bulk read goes on
+  unsigned bulkTimeOut = 1000;     // ms to receive the rest
+  int bulkRounds = 4;              // the most tries of a bulk read that times out with new data
 };
 constexpr InstrumentSide kInstrument;
 
@@ -44,19 +44,20 @@ struct Fault {
 };
 
 constexpr Fault kFaults[] = {
-    {LIBUSB_ERROR_NO_DEVICE, "The instrument is not on USB: switch it on and plug it in.",
+    {LIBUSB_ERROR_NO_DEVICE, "The instrument was not found on USB. Switch it on and plug it in.",
      Handle::GiveUp},
-    {LIBUSB_ERROR_ACCESS, "You have no right to use the instrument.", Handle::GiveUp},
-    {LIBUSB_ERROR_BUSY, "Another program uses the instrument: close it.", Handle::GiveUp},
-    {LIBUSB_ERROR_TIMEOUT, "The instrument does not answer: switch it off and on.", Handle::Keep},
-    {LIBUSB_ERROR_PIPE, "The instrument refuses the request.", Handle::Keep},
-    {LIBUSB_ERROR_OVERFLOW, "The instrument sends more than was asked for.", Handle::Keep},
+    {LIBUSB_ERROR_ACCESS, "You do not have permission to use the instrument.", Handle::GiveUp},
+    {LIBUSB_ERROR_BUSY, "Another program is using the instrument. Close that program.",
+     Handle::GiveUp},
+    {LIBUSB_ERROR_TIMEOUT, "The instrument does not answer. Switch it off and on.", Handle::Keep},
+    {LIBUSB_ERROR_PIPE, "The instrument refused the request.", Handle::Keep},
+    {LIBUSB_ERROR_OVERFLOW, "The instrument sent more than was requested.", Handle::Keep},
 };
 
-constexpr const char* kShortAnswer = "The instrument sent less than was asked for.";
+constexpr const char* kShortAnswer = "The instrument sent less than was requested.";
 constexpr const char* kInstallRule =
-    "Install the udev rule 60-oriolemark.rules (the manual says how, under Connecting), then plug "
-    "it in again.";
+    "Install the udev rule 60-oriolemark.rules (the manual explains how under Connecting), then "
+    "plug the instrument in again.";
 
 std::string Digits(int number, int base, std::size_t width) {
   char text[16];
@@ -79,8 +80,8 @@ std::uint16_t ReadId(SettingsStore& store, const char* key, std::uint16_t standa
   return error == std::errc() && rest == end ? id : standard;
 }
 
-// The bus and the ports on the way, which stay the same as long as the cables do; the device's
-// address where the system does not tell the ports.
+// The bus and the ports on the way. They are the same as long as the cables are. If the system does
+// not report the ports, the device's address.
 UsbPlace PlaceOf(libusb_device* device) {
   UsbPlace place{.bus = libusb_get_bus_number(device)};
   const int depth =
@@ -105,7 +106,7 @@ void LibusbDriver::CloseContext::operator()(libusb_context* context) const {
 }
 
 void LibusbDriver::CloseHandle::operator()(libusb_device_handle* handle) const {
-  // Closing gives the interface back too.
+  // Closing also releases the interface.
   libusb_close(handle);
 }
 
@@ -118,7 +119,7 @@ int LibusbDriver::GetDeviceNum() {
   const bool held = handle_ && std::ranges::any_of(instruments, [this](const Device& one) {
                       return PlaceOf(one.get()) == place_;
                     });
-  // Who looks anew may mean another instrument by the same number.
+  // After a new count the same number may mean another instrument.
   if (!held) opened_ = -1;
   return static_cast<int>(instruments.size());
 }
@@ -139,9 +140,9 @@ bool LibusbDriver::Read_USB(int device, int phase, int count, std::span<std::uin
   return true;
 }
 
-// A handle outlives its instrument and takes nothing more: where the instrument has been plugged in
-// again, it gets the request by a new one. A bulk transfer has no such second try, because what was
-// selected for it is forgotten by then.
+// A handle stays open after its instrument is unplugged, but every request fails. If the instrument
+// was plugged in again, the request is repeated with a new handle. A bulk transfer is not repeated,
+// because the instrument has lost the selection for it.
 bool LibusbDriver::Control(int device, const ControlRequest& request) {
   const bool isKept = handle_ && opened_ == device;
   received_.assign(static_cast<std::size_t>(request.count), 0);
@@ -176,8 +177,8 @@ bool LibusbDriver::Bulk_DataTransfer_Read(int device, int count, std::span<std::
   return true;
 }
 
-// Fills `received_` from its start. What came before a time-out is kept, and the rest is asked for,
-// as long as more comes each time.
+// Fills `received_` from its start. Bytes that arrived before a time-out are kept. The rest is
+// requested again as long as each try receives something.
 int LibusbDriver::ReceiveBulk(int count) {
   int have = 0;
   for (int round = 0; have < count; ++round) {
@@ -233,8 +234,8 @@ int LibusbDriver::Open(int device) {
   return Claim(instruments[static_cast<std::size_t>(device)].get());
 }
 
-// Where it was, or else, if it is the only one on the bus, where it is now. A neighbour that has
-// stayed behind alone would take over its number and is not it.
+// Finds the instrument at its old place. If it is not there, returns the only instrument on the
+// bus, unless that one was a neighbour of the old place.
 libusb_device* LibusbDriver::FindAgain(const std::vector<Device>& instruments) const {
   for (const Device& one : instruments) {
     if (PlaceOf(one.get()) == place_) return one.get();
@@ -252,19 +253,19 @@ int LibusbDriver::Claim(libusb_device* instrument) {
   libusb_device_handle* handle = nullptr;
   if (const int error = libusb_open(instrument, &handle); error != LIBUSB_SUCCESS) return error;
   handle_.reset(handle);
-  // A driver of the system that took the instrument for something else steps back meanwhile.
+  // A system driver that has claimed the instrument is detached meanwhile.
   libusb_set_auto_detach_kernel_driver(handle, 1);
   const int error = libusb_claim_interface(handle, kInstrument.interface);
-  // Without it nothing can be asked for.
+  // Requests need the interface.
   if (error != LIBUSB_SUCCESS) handle_.reset();
   return error;
 }
 
-// What hangs on the ids or on the very device, with a blank in front.
+// The part of the cure that depends on the ids or on the device, with a blank in front.
 std::string LibusbDriver::CureOf(int error) const {
   if (error == LIBUSB_ERROR_NO_DEVICE) {
-    return " It is looked for by the ids " + Digits(ids_.vendor, 16, 4) + ":" +
-           Digits(ids_.product, 16, 4) + "; lsusb lists those on the bus.";
+    return " The program looks for the ids " + Digits(ids_.vendor, 16, 4) + ":" +
+           Digits(ids_.product, 16, 4) + ". lsusb lists the ids on the bus.";
   }
   if (error != LIBUSB_ERROR_ACCESS) return {};
   const std::string group = GroupOf(node_, "");

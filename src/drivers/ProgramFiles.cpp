@@ -30,7 +30,7 @@ std::string HelpFilePath() {
 }
 
 bool SyncToDisk(std::FILE* file) {
-  // A file system that has no such thing answers that the request is invalid.
+  // A file system without this operation reports EINVAL.
   return ::fsync(::fileno(file)) == 0 || errno == EINVAL;
 }
 

@@ -5,12 +5,12 @@
 
 namespace oriolemark {
 
-// The manual (UTF-8 path): beside the executable, or where an installation keeps shared data. Where
-// there is none, its place in the program's folder: the executable's if it can be written,
+// The manual (UTF-8 path): beside the executable, or in the installation's shared data. If there is
+// no manual, its place in the program's folder. This is the executable's folder if it is writable,
 // otherwise the user's data folder.
 std::string HelpFilePath();
 
-// Brings the file's bytes to the disk. Fits `SyncFile`.
+// Writes the file's bytes through to the disk. Its type is `SyncFile`.
 bool SyncToDisk(std::FILE* file);
 
 }  // namespace oriolemark

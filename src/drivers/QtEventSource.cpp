@@ -18,7 +18,7 @@ class QtAlarm : public Alarm {
  public:
   explicit QtAlarm(std::function<void()> ring) {
     timer_.setTimerType(Qt::PreciseTimer);
-    // The connection owns the function: it lives on while a ring destroys the alarm.
+    // The connection owns the function, so it still exists if a ring destroys the alarm.
     QObject::connect(&timer_, &QTimer::timeout, [ring = std::move(ring)] { ring(); });
   }
 
@@ -38,7 +38,7 @@ void QtEventSource::ServePending(UserInput input) {
 
 void QtEventSource::ServeNext(Milliseconds limit, UserInput input) {
   if (limit == Milliseconds::zero()) return ServePending(input);
-  // The time-out is itself the event that ends the sleep; nothing needs to hear it.
+  // The time-out is the event that ends the sleep. It needs no handler.
   QTimer alarmClock;
   if (limit > Milliseconds::zero()) {
     alarmClock.setTimerType(Qt::PreciseTimer);

@@ -4,18 +4,18 @@
 
 namespace oriolemark {
 
-// The desktop's own event loop. Belongs to the application's thread; needs a QCoreApplication that
-// outlives it. Only `Wake` may be called from another thread.
+// The desktop's own event loop. Use it in the application's thread only. The QCoreApplication
+// must outlive it. Only `Wake` may be called from another thread.
 class QtEventSource : public EventSource {
  public:
   void ServePending(UserInput input) override;
   void ServeNext(Milliseconds limit, UserInput input) override;
   void Block(Milliseconds time) override;
-  // The alarm may be destroyed from inside its own ring. It does not ring inside its own ring.
+  // The `ring` function may destroy its alarm. The alarm does not ring again while `ring` runs.
   std::unique_ptr<Alarm> MakeAlarm(std::function<void()> ring) override;
   void Wake() override;
 
-  // Changes whenever events are served.
+  // A number that changes whenever events are served.
   unsigned Turns() const { return turns_; }
 
  private:

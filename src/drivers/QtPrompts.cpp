@@ -57,16 +57,16 @@ QString Lines(const std::string& text) {
   return lines.replace(QLatin1Char('\r'), QLatin1Char('\n'));
 }
 
-// How often a dialog looks whether the program is closing, in ms.
+// The interval in ms at which a dialog checks whether the program is closing.
 constexpr int kWatchInterval = 100;
 
 struct Filter {
   QString name;
   QString pattern;
-  QString suffix;  // empty where any will do
+  QString suffix;  // empty if any suffix is allowed
 };
 
-// Name and pattern in turn, with bars between them.
+// Names and patterns alternate, separated by bars.
 QList<Filter> FiltersOf(const std::string& text) {
   const QStringList parts = QString::fromStdString(text).split('|');
   QList<Filter> filters;
@@ -78,15 +78,15 @@ QList<Filter> FiltersOf(const std::string& text) {
   return filters;
 }
 
-// Whichever way the user came to a filter, it is the one chosen at the end that counts.
+// The filter that is selected at the end counts, however the user chose it.
 class NamingDialog : public QFileDialog {
  public:
   NamingDialog(QWidget* parent, const FileQuestion& question)
       : QFileDialog(parent), filters_(FiltersOf(question.filter)) {
     setAcceptMode(question.action == FileAction::Save ? AcceptSave : AcceptOpen);
-    // A name that leads to no file is for whoever opens it to refuse.
+    // The code that opens the file reports a name without a file.
     setFileMode(AnyFile);
-    // The names of the filters hold their patterns already.
+    // The names of the filters include their patterns already.
     setOption(HideNameFilterDetails);
     QStringList names;
     for (const Filter& filter : filters_) names << filter.name + " (" + filter.pattern + ")";
@@ -95,7 +95,7 @@ class NamingDialog : public QFileDialog {
 
  protected:
   void accept() override {
-    // It comes with its pattern behind it or without, as the toolkit pleases.
+    // The toolkit returns it with or without its pattern.
     const QString chosen = selectedNameFilter();
     for (const Filter& filter : filters_) {
       if (acceptMode() == AcceptSave && chosen.startsWith(filter.name))
@@ -127,9 +127,9 @@ void Fill(QMessageBox& box, const Message& message) {
         std::make_unique<QCheckBox>("Do not show this message again during this transfer")
             .release());
   }
-  // As in our own dialogs, the words alone.
+  // The buttons show only text, as in our own dialogs.
   for (QAbstractButton* button : box.buttons()) button->setIcon({});
-  // A second window of the program must not be worked behind an open question.
+  // No other window of the program may be used while a question is open.
   box.setWindowModality(Qt::ApplicationModal);
 }
 
@@ -137,7 +137,7 @@ void Fill(QMessageBox& box, const Message& message) {
 
 MessageAnswer QtPrompts::Show(const Message& message) {
   if (waiting_.Closing()) return CancelledAnswer(message.buttons);
-  // The window it stands before owns it, and may go first while events are served.
+  // Its parent window owns it, and may be destroyed while events are served.
   const QPointer<QMessageBox> box =
       std::make_unique<QMessageBox>(QApplication::activeWindow()).release();
   const auto destroy = qScopeGuard([&box] { delete box.data(); });
@@ -152,7 +152,7 @@ MessageAnswer QtPrompts::Show(const Message& message) {
   });
   box->show();
   waiting_.WaitForUser([&] { return answered || box.isNull(); });
-  // Its destruction must not be heard: the answer is given.
+  // The answer is known, so the signals of its destruction are disconnected.
   if (!box.isNull()) box->disconnect();
   return answer;
 }
@@ -162,7 +162,7 @@ bool QtPrompts::Run(QDialog& dialog, const std::string& title) {
   dialog.setWindowModality(Qt::ApplicationModal);
   std::optional<int> result;
   QObject::connect(&dialog, &QDialog::finished, [&result](int code) { result = code; });
-  // The toolkit's own questions before the dialog wait by themselves, and end only when told.
+  // The toolkit's own question in front of the dialog runs its own wait. It has to be closed.
   QTimer watch;
   QObject::connect(&watch, &QTimer::timeout, [this] {
     QWidget* front = QApplication::activeModalWidget();

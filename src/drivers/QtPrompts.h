@@ -9,9 +9,8 @@ class QDialog;
 
 namespace oriolemark {
 
-// Message boxes and dialogs of the desktop. They block the whole application's windows, and are
-// waited for through `Waiting`, so that the closing of the program ends them as it ends every other
-// wait.
+// Message boxes and dialogs of the desktop. They block all windows of the application. They wait
+// through `Waiting`, so that closing the program ends them like every other wait.
 class QtPrompts : public Prompts {
  public:
   explicit QtPrompts(Waiting& waiting) : waiting_(waiting) {}
@@ -20,11 +19,11 @@ class QtPrompts : public Prompts {
   void ShowPrinterDialog(const std::string& title) override;
 
  private:
-  // Shows the dialog and waits for its end; whether it was accepted.
+  // Shows the dialog and waits until it closes. Returns true if it was accepted.
   bool Run(QDialog& dialog, const std::string& title);
 
   Waiting& waiting_;
-  QString folder_;  // of the file that was chosen last
+  QString folder_;  // the folder of the file that was chosen last
 };
 
 }  // namespace oriolemark

@@ -25,8 +25,8 @@ namespace {
 
 constexpr std::size_t kReceivedLimit = std::size_t{64} << 20;
 constexpr qint64 kWriteLimit = 1000;  // ms
-// From the start of the last write to the end of the close, in ms: a program that is closing has to
-// end within 2 s.
+// The limit in ms from the start of the last write to the end of the close. A program that is
+// closing has to end within 2 s.
 constexpr qint64 kCloseLimit = 1800;
 
 struct CountedError {
@@ -58,7 +58,7 @@ std::string SystemText(int error) {
   return std::generic_category().message(error);
 }
 
-// 0 once the line takes more bytes, an error number where it does not within `limit` ms.
+// Returns 0 once the line accepts more bytes, or an error number after `limit` ms.
 int AwaitRoom(int handle, qint64 limit) {
   pollfd line = {.fd = handle, .events = POLLOUT, .revents = 0};
   const int ready = ::poll(&line, 1, static_cast<int>(std::max<qint64>(limit, 0)));
@@ -72,7 +72,7 @@ bool HasHungUp(int handle) {
   return ::poll(&line, 1, 0) > 0;
 }
 
-// Past the toolkit's own buffer: that one takes a full line for a device that has gone.
+// Bypasses the toolkit's buffer, because the toolkit treats a full line as a removed device.
 int WriteAll(int handle, std::string_view bytes, qint64 limit) {
   QElapsedTimer clock;
   clock.start();
@@ -89,7 +89,7 @@ int WriteAll(int handle, std::string_view bytes, qint64 limit) {
   return 0;
 }
 
-// Bytes that the system still holds for the line; 0 where it does not know.
+// The number of bytes that the system has not sent yet. 0 if it is unknown.
 int Unsent(int handle) {
   int bytes = 0;
   return ::ioctl(handle, TIOCOUTQ, &bytes) == 0 ? bytes : 0;
@@ -118,8 +118,8 @@ void QtSerialPort::Close() {
   pins_.reset();
 }
 
-// The close sets the speed back and then waits, for up to half a minute, until the line has taken
-// what is left. So the line gets the time that it needs, and the rest is dropped.
+// Closing a port resets the speed, then waits up to half a minute until the remaining bytes are
+// sent. So this waits as long as the line needs, then drops the rest.
 void QtSerialPort::FinishSending() {
   const int handle = port_.handle();
   const qint64 limit =
@@ -130,7 +130,7 @@ void QtSerialPort::FinishSending() {
   if (stalled_ || Unsent(handle) > 0) {
     ::tcflush(handle, TCOFLUSH);
   } else {
-    // The last bytes are in the device itself.
+    // The last bytes are still in the device's own buffer.
     ::tcdrain(handle);
   }
 }
@@ -143,7 +143,7 @@ std::string QtSerialPort::DeviceOf(int number) const {
   return listed[number - 1].systemLocation().toStdString();
 }
 
-// The system's words, and after an empty line which port is meant and what to do about it.
+// The system's words, an empty line, then the port and the cure.
 std::string QtSerialPort::Failure(const std::string& text, const std::string& cure) const {
   return text + "\n\nCOM" + std::to_string(number_) + " is " + path_ + ". " + cure;
 }
@@ -154,7 +154,7 @@ std::string QtSerialPort::OpenFailure() const {
     case QSerialPort::DeviceNotFoundError:
       return Failure(text, "Plug it in, or choose another port in the options.");
     case QSerialPort::PermissionError:
-      // The same error tells of a missing right and of another program's lock.
+      // A missing right and another program's lock cause the same error.
       if (MayUse(path_)) return Failure(text, "Close the other program that is using it.");
       return Failure(text, JoinGroup(GroupOf(path_, "dialout")));
     default:
@@ -164,14 +164,14 @@ std::string QtSerialPort::OpenFailure() const {
 
 std::string QtSerialPort::WriteFailure(int error) const {
   return Failure(SystemText(error), error == ETIMEDOUT
-                                        ? "It takes no more bytes: look at its cable."
-                                        : "It has gone: plug it in and connect again.");
+                                        ? "It accepts no more bytes. Check its cable."
+                                        : "It was disconnected. Plug it in and connect again.");
 }
 
 std::optional<std::string> QtSerialPort::Open() {
   Close();
   const auto settings = ParseSerialSettings(settings_);
-  if (!settings) return SystemText(EINVAL) + "\n\nNo serial line can be set to " + settings_ + ".";
+  if (!settings) return SystemText(EINVAL) + "\n\nInvalid serial settings: " + settings_ + ".";
   path_ = DeviceOf(number_);
   if (path_.empty()) {
     return SystemText(ENOENT) + "\n\nNo serial device was found for COM" + std::to_string(number_) +
@@ -198,7 +198,7 @@ std::optional<std::string> QtSerialPort::Write(std::string_view bytes) {
   if (state_ == State::Vanishing || state_ == State::Vanished) return WriteFailure(EIO);
   if (state_ == State::Closed) return SystemText(EBADF);
   lastWrite_.start();
-  // A line that took nothing for that long is not waited for a second time.
+  // A line that accepted nothing for that long gets no second wait.
   const int error = WriteAll(port_.handle(), bytes, stalled_ ? 0 : kWriteLimit);
   stalled_ = error == ETIMEDOUT;
   if (error == 0) return std::nullopt;
@@ -221,19 +221,20 @@ void QtSerialPort::TakeReceived() {
 
 void QtSerialPort::NoteError(QSerialPort::SerialPortError error) {
   if (state_ != State::Open) return;
-  // A read that fails on a line still there is no end of it; which of the two errors tells of the
-  // end hangs on what the system said last, about anything.
+  // A failed read alone does not mean that the device was removed. The removal causes either of two
+  // errors, depending on the system's last error of any kind.
   const bool ended = error == QSerialPort::ResourceError ||
                      (error == QSerialPort::ReadError && HasHungUp(port_.handle()));
   if (!ended) return;
   state_ = State::Vanishing;
-  // Not from inside the port's own signal; and at once, for it repeats this without a pause.
+  // Not inside the port's own signal, but soon, because the port repeats the signal without a
+  // pause.
   QMetaObject::invokeMethod(
       &port_, [this] { FinishVanishing(); }, Qt::QueuedConnection);
 }
 
 void QtSerialPort::FinishVanishing() {
-  // Meanwhile closed, or opened anew.
+  // The port has been closed or reopened meanwhile.
   if (state_ != State::Vanishing) return;
   state_ = State::Vanished;
   port_.close();
@@ -254,7 +255,7 @@ std::optional<int> QtSerialPort::ReadPins() {
 
 void QtSerialPort::PollLines() {
   if (state_ != State::Open) return;
-  // Both are exchanged before the first event: its handler may close the port.
+  // Both are replaced before the first event, because its handler may close the port.
   const auto oldCounters = counters_;
   const auto oldPins = pins_;
   const auto newCounters = counters_ = oldCounters ? ReadCounters() : std::nullopt;

@@ -9,34 +9,34 @@
 
 namespace oriolemark {
 
-// A serial device of this system. Belongs to the application's thread. Error texts are UTF-8: the
-// system's own words, and after an empty line cause and cure.
+// A serial device of this system. Use it in the application's thread only. Error texts are UTF-8:
+// the system's own words, an empty line, then cause and cure.
 class QtSerialPort : public SerialPort {
  public:
-  // Path of the device (UTF-8) that a port number stands for; empty where none is set up.
+  // The path (UTF-8) of the device for a port number. Empty if the settings have none.
   using DevicePath = std::function<std::string(int number)>;
 
-  // Without a path of its own, port 1 is the first serial device that the system lists, and so on.
+  // If a number has no path, port 1 is the first serial device that the system lists, and so on.
   explicit QtSerialPort(DevicePath devicePath);
   ~QtSerialPort() override;
 
   bool IsOpen() const override { return state_ == State::Open; }
-  // Blocks until the line has taken what was written, as long as its speed allows and within 2 s of
-  // the last write; drops the rest.
+  // Blocks until the written bytes are sent, for no longer than the line's speed requires, and
+  // until at most 2 s after the last write. Drops the rest.
   void Close() override;
   void SetSettings(const std::string& settings) override { settings_ = settings; }
   void SetPort(int number) override { number_ = number; }
   std::string DeviceOf(int number) const override;
-  // An open port is closed first. Settings and number count from here on.
+  // Closes an open port first. Uses the present settings and number.
   std::optional<std::string> Open() override;
-  // May block while the device's own buffer is full, for 1 s at most, then fails.
+  // Blocks for at most 1 s while the device's own buffer is full, then fails.
   std::optional<std::string> Write(std::string_view bytes) override;
   std::string Read() override;
   void PollLines() override;
 
  private:
-  // Vanishing: the device has gone and the port is about to be closed. Vanished: it is closed, and
-  // whoever still sends is told so.
+  // Vanishing: the device was removed and the port is about to be closed. Vanished: the port is
+  // closed, and every write fails with a message.
   enum class State { Closed, Open, Vanishing, Vanished };
 
   std::string Failure(const std::string& text, const std::string& cure) const;
@@ -53,15 +53,15 @@ class QtSerialPort : public SerialPort {
   DevicePath devicePath_;
   std::string settings_ = "9600,n,8,1";
   int number_ = 1;
-  std::string path_;  // as last opened
+  std::string path_;  // the path that was opened last
   State state_ = State::Closed;
   std::string received_;
-  bool stalled_ = false;     // the last write found no room
-  QElapsedTimer lastWrite_;  // since it began, or since the port was opened
-  // As last seen; nothing where the device has none.
+  bool stalled_ = false;     // the last write found the buffer full
+  QElapsedTimer lastWrite_;  // since the last write began, or since the port was opened
+  // The last counters. Nothing if the device has none.
   std::optional<serial_icounter_struct> counters_;
   std::optional<int> pins_;
-  // Last, so that its signals end before what they use.
+  // The last member, so that its signals end before the members that they use.
   QSerialPort port_;
 };
 

@@ -10,10 +10,10 @@ namespace {
 
 constexpr const char* kPlainSection = "General";
 
-// Bytes of a text: the longest path of the system and room to spare.
+// The most bytes of a text: more than the longest path of the system.
 constexpr std::size_t kLongest = 8192;
 
-// An unquoted comma, as a user's editor leaves it, makes a list of what was one text.
+// A text with an unquoted comma, which a user may have typed, is read as a list.
 std::optional<std::string> TextOf(const QVariant& value) {
   if (!value.isValid()) return std::nullopt;
   if (value.typeId() == QMetaType::QStringList) {
@@ -33,7 +33,7 @@ QtSettingsStore::QtSettingsStore()
     : settings_(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Oriolemark"),
                 QStringLiteral("Oriolemark")) {
   settings_.setFallbacksEnabled(false);
-  // Every write writes the whole file: what nobody reads is not carried along.
+  // Every write writes the whole file, so texts that cannot be read are removed.
   for (const QString& key : settings_.allKeys()) {
     const auto text = TextOf(settings_.value(key));
     if (text && text->size() > kLongest) settings_.remove(key);
@@ -45,7 +45,7 @@ std::optional<std::string> QtSettingsStore::Read(const std::string& section,
   if (key.empty()) return std::nullopt;
   const auto own = TextOf(settings_.value(PathOf(section, key)));
   if (own || section != kPlainSection) return own;
-  // A [General] written by hand reads as keys without a section; our own one is [%General].
+  // The keys of a hand-written [General] have no section. The program writes [%General].
   return TextOf(settings_.value(QString::fromStdString(key)));
 }
 

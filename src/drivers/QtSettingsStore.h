@@ -6,9 +6,9 @@
 
 namespace oriolemark {
 
-// The INI file Oriolemark/Oriolemark.ini in the user's configuration folder. Texts are the bytes of
-// UTF-8. A text above 8 KiB, which no program has written, counts as not there and goes with the
-// next write.
+// The INI file Oriolemark/Oriolemark.ini in the user's configuration folder. Texts are UTF-8 bytes.
+// The program writes no text above 8 KiB. Such a text counts as missing and is removed by the next
+// write.
 class QtSettingsStore : public SettingsStore {
  public:
   QtSettingsStore();

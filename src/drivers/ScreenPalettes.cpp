@@ -10,7 +10,7 @@ using Palette = std::array<std::uint32_t, 256>;
 
 constexpr std::uint32_t kWhite = 0xFFFFFF;
 
-// `level` of 0 to `highest`, over 0 to 255.
+// Scales `level` from 0..`highest` to 0..255.
 constexpr std::uint32_t Spread(std::uint32_t level, std::uint32_t highest) {
   return (level * 255 + highest / 2) / highest;
 }

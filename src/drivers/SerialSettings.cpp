@@ -59,7 +59,7 @@ std::string_view Trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-// Cuts the text at its commas; false unless there are just as many fields as asked for.
+// Splits the text at its commas. Returns false if the number of fields is different.
 bool CutFields(std::string_view text, std::span<std::string_view> fields) {
   for (std::size_t i = 0; i < fields.size(); ++i) {
     const auto comma = text.find(',');

@@ -25,8 +25,8 @@ std::string Join(const std::vector<std::string>& words, const char* between) {
   return text;
 }
 
-// Whether the file ends before what its header announces, as after an interrupted copy. The loader
-// would map what is not there, and the first touch of it would end the program.
+// Returns true if the file is shorter than its header says, for instance after an interrupted copy.
+// The loader would map the missing part, and the first access to it would crash the program.
 bool IsCutShort(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   std::error_code error;
@@ -45,13 +45,13 @@ bool IsCutShort(const std::string& path) {
   return false;
 }
 
-// The loader's own words, in front of which the name of the file at fault stands.
+// The loader's own words. They begin with the name of the file that failed.
 std::string LoaderWords(const std::string& name) {
   const char* const error = ::dlerror();
   std::string words = error != nullptr ? error : "cannot be loaded";
   if (!words.starts_with(name + ": ")) return words;
   words.erase(0, name.size() + 2);
-  // A library that is there and misses another one complains with the other's name in front.
+  // If a dependency of the library is missing, the message begins with the dependency's name.
   return words.find(std::strerror(ENOENT)) != std::string::npos ? "not found" : words;
 }
 
@@ -83,13 +83,13 @@ SharedLibrary& SharedLibrary::operator=(SharedLibrary&& other) noexcept {
 }
 
 std::string SharedLibrary::TryToOpen(const std::string& name, const Exports& required) {
-  // An empty name would open the program itself, and the open of a pipe would never return.
-  if (name.empty()) return "no name";
+  // An empty name would open the program itself. Opening a pipe would never return.
+  if (name.empty()) return "empty name";
   std::error_code error;
   if (IsPath(name) && !std::filesystem::exists(name, error)) return "not found";
   if (IsPath(name) && !std::filesystem::is_regular_file(name, error)) return "not a file";
-  if (IsPath(name) && IsCutShort(name)) return "cut short";
-  // All that it needs is bound at once, so that nothing is found missing in the middle of a call.
+  if (IsPath(name) && IsCutShort(name)) return "incomplete file";
+  // All symbols are bound now, so that a missing one is not found in the middle of a call.
   handle_ = ::dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
   if (handle_ == nullptr) return LoaderWords(name);
   std::string missing = MissingOf(required);

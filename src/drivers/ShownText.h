@@ -4,16 +4,16 @@
 
 namespace oriolemark {
 
-// Characters that a row, a title or a tool tip shows of a text, and those that a message shows.
+// The most characters that a row, title or tool tip shows of a text, and the most in a message.
 inline constexpr qsizetype kShownInLine = 500;
 inline constexpr qsizetype kShownInMessage = 2000;
 
-// What is shown of a text that came from an instrument, a file or a user: all of it up to `limit`
-// characters, else its head and its end with dots between. The end is the name in a path and the
-// cure in a message. A desktop that has to lay out a megabyte stalls.
+// The shown part of a text from an instrument, a file or a user. A text above `limit` characters is
+// cut to its head and its end, with dots between. The end has the name of a path and the cure of a
+// message. The desktop would stall if it had to lay out a megabyte.
 QString Shortened(const QString& text, qsizetype limit = kShownInLine);
 
-// The same text, with places for a line's end inside words that are longer than any path.
+// The same text, with possible line breaks inside words that are longer than any path.
 QString Breakable(QString text);
 
 }  // namespace oriolemark

@@ -6,7 +6,7 @@
 
 namespace oriolemark {
 
-// Today in the short form of the user's own locale, as Latin-1. Fits `ShortDate`.
+// Today's date in the short form of the user's locale, as Latin-1. Its type is `ShortDate`.
 inline std::string SystemShortDate() {
   return QLocale::system()
       .toString(QDate::currentDate(), QLocale::ShortFormat)

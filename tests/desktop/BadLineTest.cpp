@@ -122,9 +122,10 @@ TEST_F(BadLine, APortThatVanishesIsToldAtEachSendAndTakesNoProcessor) {
     EXPECT_EQ(line.prompts.shown.size(), messages);
     line.rs232.RS232Send(":A:?");
     EXPECT_EQ(line.prompts.shown.size(), messages + 1);
-    EXPECT_EQ(line.prompts.shown.back(),
-              Failure("RS232 Send Message", "Input/output error\n\nCOM1 is " + cable.path +
-                                                ". It has gone: plug it in and connect again."));
+    EXPECT_EQ(
+        line.prompts.shown.back(),
+        Failure("RS232 Send Message", "Input/output error\n\nCOM1 is " + cable.path +
+                                          ". It was disconnected. Plug it in and connect again."));
   }
 }
 
@@ -187,7 +188,7 @@ TEST_F(BadLine, APortThatDoesNotOpenNamesItselfAndTheCure) {
                 "Inappropriate ioctl for device\n\nCOM1 is " + plain +
                     ". It cannot be used as a serial line at 9600,n,8,1.");
   Cable cable;
-  expectRefusal(cable.path, "fast", "Invalid argument\n\nNo serial line can be set to fast,n,8,1.");
+  expectRefusal(cable.path, "fast", "Invalid argument\n\nInvalid serial settings: fast,n,8,1.");
   const std::string is = "\n\nCOM1 is " + cable.path + ". ";
   {
     Line other(cable.path);
@@ -201,9 +202,9 @@ TEST_F(BadLine, APortThatDoesNotOpenNamesItselfAndTheCure) {
   ::chmod(cable.path.c_str(), 0);
   // With the rights of somebody else, where the test has others to give up.
   const bool stranger = ::geteuid() == 0 && ::seteuid(65534) == 0;
-  expectRefusal(cable.path, "9600",
-                "Permission denied" + is + "Join the group " + group +
-                    ", which may use it, and log in again.");
+  expectRefusal(
+      cable.path, "9600",
+      "Permission denied" + is + "To get access, join the group " + group + ", then log in again.");
   EXPECT_EQ(stranger ? ::seteuid(0) : 0, 0);
 }
 

@@ -60,7 +60,7 @@ TEST_F(DriversTest, GpibLibraryThatDoesNotServeFailsEachCallAndSaysWhy) {
       {"/nowhere/lib.so", "/nowhere/lib.so: not found"},
       {"/usr/", "/usr/: not a file"},
       {kTextFile, kTextFile + ": invalid ELF header"},
-      {kCutShort, kCutShort + ": cut short"},
+      {kCutShort, kCutShort + ": incomplete file"},
       {"libm.so.6", "libm.so.6: lacks ibdev, ibclr, ibwrt, ibrd, ibonl, ThreadIbsta or ibsta"},
       {kLibraries + "gpib_lacking.so", "gpib_lacking.so: lacks ibrd. "}};
   for (const auto& [name, reason] : rows) {
@@ -90,8 +90,9 @@ TEST_F(DriversTest, EachConnectLooksForTheLibraryThatIsAskedForThen) {
   second.ibsta = kGpibErr;
   gpib.GPIBInit();
   EXPECT_EQ(gpibDriver.Meaning(),
-            "GPIB library: " + kLibraries + "gpib_by_variable.so. The last failure: The library " +
-                kLibraries + "gpib_by_variable.so finds no board 0: set it up with its driver.");
+            "GPIB library: " + kLibraries + "gpib_by_variable.so. Last failure: The library " +
+                kLibraries +
+                "gpib_by_variable.so found no board 0. Set the board up with its driver.");
 }
 
 TEST_F(DriversTest, StatusWordsComeWholeHoweverTheLibraryGivesThem) {
@@ -111,7 +112,7 @@ TEST_F(DriversTest, StatusWordsComeWholeHoweverTheLibraryGivesThem) {
       const Texts shown = prompts.Told();
       ASSERT_EQ(shown.size(), 1U) << name << call;
       EXPECT_NE(shown[0].find("ibsta = &H8100\riberr = 6"), std::string::npos) << shown[0];
-      EXPECT_NE(shown[0].find("\n\nThe instrument has not answered"), std::string::npos);
+      EXPECT_NE(shown[0].find("\n\nThe instrument did not answer"), std::string::npos);
     }
   }
 }
@@ -173,12 +174,13 @@ TEST_F(DriversTest, UsbLibraryIsUsedIfItServesAndEachFailureComesThrough) {
   store.Write("Drivers", "UsbLibrary", "libm.so.6");
   EXPECT_EQ(usbDriver.GetDeviceNum(), 0);
   EXPECT_TRUE(usbDriver.Meaning().starts_with(
-      "Built-in USB driver. The library named in the settings does not serve: libm.so.6: lacks "));
+      "Built-in USB driver. The library named in the settings cannot be used: libm.so.6: lacks "));
   usb.USBInit();
   const Texts shown = prompts.Told();
   ASSERT_EQ(shown.size(), 1U);
-  EXPECT_TRUE(shown[0].starts_with("Can't Connect to USB Device\n\nThe instrument is not on USB"));
-  EXPECT_NE(shown[0].find(". The library named in the settings does not serve: libm.so.6: lacks"),
+  EXPECT_TRUE(
+      shown[0].starts_with("Can't Connect to USB Device\n\nThe instrument was not found on USB"));
+  EXPECT_NE(shown[0].find(". The library named in the settings cannot be used: libm.so.6: lacks"),
             std::string::npos)
       << shown[0];
 }
@@ -190,8 +192,8 @@ TEST_F(DriversTest, SilentInstrumentEndsAWaitThatServesNoEventsAfterFiveSeconds)
   EXPECT_EQ(now, Milliseconds(10000));
   EXPECT_EQ(prompts.Told(),
             Texts(2,
-                  "Can't Connect to USB Device\n\nThe instrument has not answered for 5 s: "
-                  "switch it off and on, and connect again."));
+                  "Can't Connect to USB Device\n\nThe instrument has not answered for 5 s. "
+                  "Switch it off and on, then connect again."));
   std::array<std::uint8_t, 1> count{};
   const std::function<void()> breaks[] = {
       [this] { ++eventsServed; }, [this] { usbDriver.Write_USB(0, 'a'); },

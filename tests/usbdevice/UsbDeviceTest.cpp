@@ -97,23 +97,22 @@ TEST_F(UsbDeviceTest, ScreenComesWholeThroughAPauseAndAStall) {
 TEST_F(UsbDeviceTest, SilenceRefusalAndRightsAreToldApartAndOvercome) {
   SimulatedUsbDevice& device = Plug();
   EXPECT_FALSE(driver.Control_Command_Send(0, 99, 0, 0));
-  EXPECT_EQ(driver.Problem(), "The instrument refuses the request.");
+  EXPECT_EQ(driver.Problem(), "The instrument refused the request.");
   device.silent = true;
   EXPECT_FALSE(driver.Write_USB(0, 'a'));
-  EXPECT_EQ(driver.Problem(), "The instrument does not answer: switch it off and on.");
+  EXPECT_EQ(driver.Problem(), "The instrument does not answer. Switch it off and on.");
   device.silent = false;
   EXPECT_TRUE(driver.Write_USB(0, 'b'));
   LibusbDriver second(kIds);
   device.busy = true;
   EXPECT_FALSE(second.Write_USB(0, 'c'));
-  EXPECT_EQ(second.Problem(), "Another program uses the instrument: close it.");
+  EXPECT_EQ(second.Problem(), "Another program is using the instrument. Close that program.");
   device.busy = false;
   device.SetRights(0, kNobody);
   EXPECT_FALSE(second.Write_USB(0, 'd'));
   device.SetRights(0600, 0);
-  EXPECT_NE(
-      second.Problem().find("no right to use the instrument. Install the udev rule 60-oriole"),
-      std::string::npos)
+  EXPECT_NE(second.Problem().find("permission to use the instrument. Install the udev rule 60-"),
+            std::string::npos)
       << second.Problem();
   EXPECT_TRUE(second.Write_USB(0, 'e')) << second.Problem();
   EXPECT_EQ(device.written, "be");
@@ -138,8 +137,8 @@ TEST_F(UsbDeviceTest, UnpluggedInstrumentFailsEachOperationAndAnswersWhenItIsBac
       EXPECT_FALSE(operation());
       EXPECT_EQ(
           driver.Problem(),
-          "The instrument is not on USB: switch it on and plug it in. It is looked for by the "
-          "ids 5458:5000; lsusb lists those on the bus.");
+          "The instrument was not found on USB. Switch it on and plug it in. The program looks for "
+          "the ids 5458:5000. lsusb lists the ids on the bus.");
       EXPECT_NE(screen[kScreenSize - 1], 'z');
     }
   }
