@@ -33,49 +33,49 @@ bool TakeSeed(Options& options, const std::string& text) {
 }
 
 constexpr OptionRow kRows[] = {
-    {"--link", "PATH", "a symbolic link to the line, with a name that stays; removed at the end",
+    {"--link", "PATH", "links PATH to the line; removes the link at the end",
      [](Options& o, const std::string& text) {
        o.linkPath = text;
        return !text.empty();
      }},
-    {"--socket", "PATH", "a socket for GPIB and USB, see below; alone, there is no serial line",
+    {"--socket", "PATH", "opens a GPIB and USB socket, see below; no serial line without --link",
      [](Options& o, const std::string& text) {
        o.socketPath = text;
        return !text.empty();
      }},
-    {"--gpib-address", "N", "the instrument's address on GPIB, 0 to 30 (7)",
+    {"--gpib-address", "N", "sets the instrument's GPIB address, 0 to 30 (default 7)",
      [](Options& o, const std::string& text) {
        return TakeNumber(text, kHighestGpibAddress, o.gpibAddress);
      }},
-    {"--baud", "N", "replies take as long as on a line of this speed (0: no pacing)",
+    {"--baud", "N", "sends replies at the pace of this baud rate (default 0: at once)",
      [](Options& o, const std::string& text) { return TakeNumber(text, kFastestBaud, o.baud); }},
-    {"--maker", "TEXT", "first field of the answer to *IDN?",
+    {"--maker", "TEXT", "sets the first field of the answer to *IDN?",
      [](Options& o, const std::string& text) {
        o.identity.maker = text;
        return true;
      }},
-    {"--model", "TEXT", "second field, for instance TX-5060 for a black and white screen",
+    {"--model", "TEXT", "sets the second field, for instance TX-5060 for a black and white screen",
      [](Options& o, const std::string& text) {
        o.identity.model = text;
        return true;
      }},
-    {"--firmware", "TEXT", "fourth field, in the form 01.02.05",
+    {"--firmware", "TEXT", "sets the fourth field, in the form 01.02.05",
      [](Options& o, const std::string& text) {
        o.identity.firmware = text;
        return true;
      }},
-    {"--seed", "N", "another noise; the same number gives the same noise", TakeSeed},
+    {"--seed", "N", "selects the noise; the same number gives the same noise", TakeSeed},
     {"--log", "FILE", "writes every byte with time and direction",
      [](Options& o, const std::string& text) {
        o.logPath = text;
        return !text.empty();
      }},
-    {"--fault", "FAULT", "misbehaves from the start, see below; may be given several times",
+    {"--fault", "FAULT", "sets a fault at the start, see below; may be repeated",
      [](Options& o, const std::string& text) {
        o.faults.push_back(text);
        return tx5000::ParseFault(text).has_value();
      }},
-    {"--do", "LINE", "carries out a line of the console at the start; several times, too",
+    {"--do", "LINE", "carries out a console line at the start; may be repeated",
      [](Options& o, const std::string& text) {
        o.lines.push_back(text);
        return true;
@@ -94,10 +94,9 @@ std::string Padded(std::string text, std::size_t width) {
 
 constexpr std::string_view kIntroduction = R"(tx5000sim - a TX5000 oscilloscope without the hardware
 
-Answers on a pseudo-terminal as the instrument answers on its serial line, with signals to look at,
-and misbehaves on demand. At a socket it does the same behind its GPIB and USB connectors. Prints
-"ready PATH" when a program can open the line or the socket at PATH, then takes commands from
-standard input until it is told to quit.
+Answers on a pseudo-terminal as the instrument answers on its serial line. It has input signals and
+can simulate faults. A socket offers the same over GPIB and USB. Prints "ready PATH" when a program
+can open the line or the socket at PATH, then reads commands from standard input until "quit".
 
   tx5000sim --link /tmp/scope              the line is /tmp/scope
   tx5000sim --link /tmp/scope --baud 9600  at the pace of a real line
@@ -109,13 +108,13 @@ Options
 
 constexpr std::string_view kSocketText = R"(
 GPIB and USB: a program that loads libtx5000gpib.so for the NI-488.2 calls, or libtx5000usb.so for
-the instrument's USB calls, talks to the simulator at the socket that TX5000SIM_SOCKET names. Several
-paths with colons between them are several instruments. The log tells "gpib" or "usb" with each
-piece, and END where it came with the last byte.
+the instrument's USB calls, uses the simulator at the socket that TX5000SIM_SOCKET names. Several
+paths, separated by colons, are several instruments. The log marks each piece with "gpib" or "usb",
+and with END if END came with the last byte.
 )";
 
 constexpr std::string_view kFaultHead = R"(
-Faults: NAME [MS] [all | next | for COMMAND]. Without the last part all replies are hit.
+Faults: NAME [MS] [all | next | for COMMAND]. Without the last part the fault affects all replies.
 )";
 
 }  // namespace
@@ -127,7 +126,7 @@ std::optional<Options> ParseOptions(int count, char** arguments, std::string& er
     const auto row = std::find_if(std::begin(kRows), std::end(kRows),
                                   [&](const OptionRow& r) { return r.name == name; });
     if (row == std::end(kRows)) {
-      error = "unknown option \"" + name + "\"; --help tells all of them";
+      error = "unknown option \"" + name + "\"; --help lists all options";
       return std::nullopt;
     }
     std::string value;
@@ -139,7 +138,7 @@ std::optional<Options> ParseOptions(int count, char** arguments, std::string& er
       value = arguments[i];
     }
     if (!row->apply(options, value)) {
-      error = name + " does not take \"" + value + "\"";
+      error = name + " does not accept \"" + value + "\"";
       return std::nullopt;
     }
   }
