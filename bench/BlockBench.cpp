@@ -20,8 +20,8 @@ std::string AnswerOf(std::string_view command, const std::string& size, const st
   return "OFF\n";
 }
 
-// A whole wave read over a line that costs nothing: the questions, the block collected as it
-// arrives, split, clamped and stored.
+// A whole wave read over a line that takes no time: the queries, and a block that is collected,
+// split, clamped and stored.
 void ReadBlock(benchmark::State& state) {
   InstantLine line;
   Desk desk(line, line);
@@ -38,7 +38,7 @@ void ExtractStream(benchmark::State& state) {
   for (auto _ : state) {
     SampleArray samples;
     std::istringstream stream(block);
-    stream.unsetf(std::ios::basefield);  // by the prefix, hence hexadecimal
+    stream.unsetf(std::ios::basefield);  // the prefix selects hexadecimal
     int byte = 0;
     for (int i = 1; stream >> byte; ++i) samples.Store(i, byte);
     benchmark::DoNotOptimize(samples[1]);

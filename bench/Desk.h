@@ -12,7 +12,7 @@
 
 namespace oriolemark {
 
-// Nobody sits in front of a benchmark: a message means that the measured work did not take place.
+// A benchmark has no user. A message means that the measured work was not done.
 class FatalPrompts : public Prompts {
  public:
   MessageAnswer Show(const Message& message) override {
@@ -29,7 +29,7 @@ class NoStore : public SettingsStore {
   void Write(const std::string&, const std::string&, const std::string&) override {}
 };
 
-// The program from the serial line up to its wave views, connected, on any event source and line.
+// The connected program from the serial line to its wave views, on any event source and line.
 struct Desk {
   Desk(EventSource& eventSource, SerialPort& serialPort) : events(eventSource), port(serialPort) {
     settings.ScopeIOType = kLinkRS232;
@@ -63,7 +63,7 @@ struct Desk {
   RefreshContext refreshContext{events, waiting, prompts, state, transfer, flags, refresh};
 };
 
-// A line with an instrument at its end that answers at the next turn of the event loop.
+// A line to an instrument that answers at the next turn of the event loop.
 class InstantLine : public SerialPort, public EventSource {
  public:
   // The reply to a command, with its LF; empty for none.
@@ -80,7 +80,7 @@ class InstantLine : public SerialPort, public EventSource {
     sent_ = 0;
     return {};
   }
-  // As much at a time as a line gives.
+  // Returns at most as many bytes as a real line does.
   std::string Read() override {
     const std::string chunk = reply_.substr(sent_, 4096);
     sent_ += chunk.size();
@@ -90,7 +90,7 @@ class InstantLine : public SerialPort, public EventSource {
 
   void ServePending(UserInput) override {}
   void ServeNext(Milliseconds, UserInput) override {
-    if (sent_ >= reply_.size()) std::abort();  // nothing would ever end this wait
+    if (sent_ >= reply_.size()) std::abort();  // this wait would never end
     if (onEvent) onEvent(serial_event::kReceive);
   }
   void Block(Milliseconds) override {}

@@ -23,7 +23,7 @@ std::string MakeReply() {
   return reply + '\n';
 }
 
-// Keeps this thread, and what it starts meanwhile, on the first core that it may use.
+// Keeps this thread, and everything that it starts meanwhile, on the first core that it may use.
 class OneCore {
  public:
   OneCore() {
@@ -43,8 +43,7 @@ class OneCore {
   cpu_set_t before_;
 };
 
-// A process on the same core that answers each command with the reply, as fast as the line takes
-// it.
+// A process on the same core that answers each command with the reply, as fast as the line allows.
 class Instrument {
  public:
   Instrument() : terminal_(PseudoTerminal::Open("", error_)) {
@@ -82,7 +81,7 @@ class Instrument {
   pid_t process_ = 0;
 };
 
-// The pause after a command is left out: it stands for a line's speed, which this line has not.
+// Skips the pause after a command. It is for slow lines, and this line is not slow.
 class UnpacedEvents : public QtEventSource {
  public:
   void Block(Milliseconds) override {}

@@ -16,7 +16,7 @@ namespace {
 constexpr std::array kTraces{&WaveRecord::CH1Data, &WaveRecord::CH1Min, &WaveRecord::CH2Data,
                              &WaveRecord::CH2Min};
 
-// An envelope of both channels whose signal is far faster than the sweep: the eye sees a band.
+// An envelope of both channels with a signal far faster than the sweep. It looks like a band.
 void FillRecord(WaveRecord& record, int count) {
   std::mt19937 random(1);
   for (std::size_t trace = 0; trace < kTraces.size(); ++trace) {
@@ -35,7 +35,7 @@ void FillRecord(WaveRecord& record, int count) {
   record.TriggerDelay = "0.0000s";
 }
 
-// The window's own repaint: grid, traces and texts, as a resize causes it.
+// The window's own repaint after a resize: grid, traces and texts.
 void RepaintView(benchmark::State& state) {
   InstantLine line;
   Desk desk(line, line);

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kWatched = 1000;  // ms
 
-// An automatic refresh that reads nothing: what is left is the waiting in between.
+// An automatic refresh that reads nothing, so that only the waiting is left.
 void WaitForRefresh(benchmark::State& state) {
   QtEventSource events;
   InstantLine line;
@@ -29,7 +29,7 @@ void WaitForRefresh(benchmark::State& state) {
   if (readings < 5) std::abort();
 }
 
-// The same second spent in a bare loop over the pump.
+// The same second in a plain loop over the pump.
 void SpinOverPump(benchmark::State& state) {
   QtEventSource events;
   bool ended = false;

@@ -15,14 +15,14 @@ namespace {
 enum class Clock { Wall, Processor };
 enum class Take { Least, Median };
 
-// What is measured, against what, and the ratio that it may have.
+// One row of the table: the measured work, the comparison, and the highest ratio.
 struct Row {
   const char* subject;
   const char* measured;
   const char* reference;
   Clock clock;
   Take take;
-  double scale;  // the ratio of the amounts of work, where it is not 1
+  double scale;  // the ratio of the amounts of work
   double bound;
 };
 
@@ -43,7 +43,7 @@ constexpr std::array kRows{
         Take::Median, 1, 2},
 };
 
-// The usual report, which also keeps the time of every repetition.
+// The usual report. It also keeps the time of every repetition.
 class KeepingReporter : public benchmark::ConsoleReporter {
  public:
   void ReportRuns(const std::vector<Run>& runs) override {
@@ -70,7 +70,7 @@ class KeepingReporter : public benchmark::ConsoleReporter {
   std::map<std::pair<std::string, Clock>, std::vector<double>> times_;
 };
 
-// False when a bound is broken. A row of which a filter has left out a part counts as kept.
+// Returns false if a bound is broken. A row with a benchmark left out by a filter counts as kept.
 bool PrintTable(const KeepingReporter& reporter) {
   bool kept = true;
   std::printf("\n%-56s %8s %8s\n", "Ratio", "is", "at most");
@@ -102,7 +102,7 @@ void PrintHelp() {
 
 int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  // First, so that the user's own options win.
+  // The defaults come first, so that the user's options override them.
   std::array<std::string, 3> defaults{"--benchmark_repetitions=7", "--benchmark_min_time=0.05",
                                       "--benchmark_enable_random_interleaving=true"};
   std::vector<char*> options{argv[0]};

@@ -1,4 +1,4 @@
-// A waveform of any block over any link, drawn afterwards.
+// Reads a waveform from any block over any link, then draws it.
 #include <cstdlib>
 
 #include "platform/RasterCanvas.h"
@@ -12,15 +12,15 @@ using namespace oriolemark;
 
 namespace {
 
-// The first line of the text, which is taken away.
+// Removes the first line of the text and returns it.
 std::string TakeLine(std::string& text) {
   const std::string line = text.substr(0, text.find('\n'));
   text.erase(0, line.size() + 1);
   return line + "\n";
 }
 
-// The link with what a read works on. Sheet and scratch, which take longer to make than to fill,
-// are kept and emptied.
+// The link and the data of a read. The sheet and the scratch are reused and emptied, because making
+// them takes longer than filling them.
 struct ReaderBench : LinkBench {
   explicit ReaderBench(int ioType) {
     static const WaveRecord kEmpty;
@@ -42,8 +42,8 @@ struct ReaderBench : LinkBench {
       {waiting, scope, sheet, scratch, progress.Progressing(), [] { return "11/21/26"; }}};
 };
 
-// At the least zoom that has read-outs, and without the grid, which is always the same: pixels cost
-// most.
+// Draws at the lowest zoom that has read-outs, because pixels take the most time. The grid is left
+// out, because it is always the same.
 void Draw(const WaveRecord& record) {
   static RasterCanvas canvas;
   canvas.SetSize(140, 100);
@@ -66,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   const auto answer = [&](std::initializer_list<const char*> queries) {
     for (const char* query : queries) bench.script.Answer(query, TakeLine(text));
   };
-  // Few inputs would find the words for these.
+  // Few inputs would find the words for these modes.
   const bool rolling = (choice & 8) != 0;
   const bool figure = (choice & 16) != 0;
   const bool envelope = (choice & 32) != 0;

@@ -1,4 +1,4 @@
-// A control file of any bytes: read without harm, and what was read is written and read back alike.
+// Reads a control file of any bytes, writes the settings, and reads them back. They must be equal.
 #include <unistd.h>
 
 #include <cstdlib>
@@ -17,7 +17,7 @@ bool NoSync(std::FILE*) {
 }
 const std::string kPath = "/tmp/fuzz" + std::to_string(getpid()) + ".cfx";
 
-// What the file holds after it was read over these settings and written again.
+// Reads the file over these settings and writes it again. Returns its new text.
 std::string Rewrite(CtrlSettings settings) {
   VirtualClock clock;
   RecordingPrompts prompts(clock);

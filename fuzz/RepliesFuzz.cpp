@@ -1,7 +1,7 @@
-// The whole program in front of an instrument that answers each query with the next line of the
-// input, not at all where that line is empty, and with empty lines behind the last: connected, all
-// settings read and sent, a waveform read and looked at. Each command is given as soon as the one
-// before has ended, so that hardly a tick passes in idleness.
+// The whole program with an instrument that answers each query with the next line of the input. It
+// does not answer if the line is empty. After the last line it answers with empty lines. The
+// program connects, reads and sends all settings, then reads and shows a waveform. Each command
+// follows the previous one at once, so that little time is idle.
 #include <cstdlib>
 
 #include "support/ProgramBench.h"
@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const bool silent = text.starts_with('\n');
     std::string line(text.substr(0, text.find('\n')));
     text.remove_prefix(std::min(text.size(), line.size() + 1));
-    // Few inputs would find the name that opens the door.
+    // Few inputs would find the name that the program accepts.
     if (!std::exchange(identified, true)) line = "TAVIK ELECTRONIC,TX-5000CA,SN,01.01.33";
     if (!silent || !line.empty()) bench.port.ArriveAfter(Milliseconds(1), line + "\n");
   };
@@ -29,12 +29,12 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   module.controller.cmdDownload.Click();
   module.controller.mnuExpand.Click();
   module.browser.files.AddWaveItem();
-  // Pixels cost most.
+  // A small view, because pixels take the most time.
   bench.wave->NoteInnerSize(PixelsToUnits(220), PixelsToUnits(110));
   bench.clock.Run(Milliseconds(5));
   bench.wave->ChkCursorX.SetValue(true);
   bench.wave->ChkCursorY.SetValue(true);
-  // Of the channels that are on, or of both.
+  // Keeps the selected channels, or selects both.
   if (bench.wave->OptionCH.Selected() == OptionGroup::kNone) bench.wave->OptionCH.Select(2);
   bench.wave->cmdRefresh.Click();
   module.controller.cmdUpload.Click();

@@ -53,11 +53,12 @@ void Tour::AddTreeStops() {
       {"auto-set-read", [this] { return Progress(); },
        [this] {
          const QCursor* pointer = QApplication::overrideCursor();
-         Check(pointer != nullptr && pointer->shape() == Qt::WaitCursor, "the hourglass stands");
+         Check(pointer != nullptr && pointer->shape() == Qt::WaitCursor,
+               "the wait cursor is shown");
        }},
       {"auto-set-done", idle,
        [this] {
-         Check(QApplication::overrideCursor() == nullptr, "the pointer is back");
+         Check(QApplication::overrideCursor() == nullptr, "the usual pointer is shown again");
          CheckInstrument(":TimeBase:RANGE", Shown("Time Base", "Time/Div"));
        }},
       {"menu-by-key", idle,

@@ -37,7 +37,7 @@ std::vector<int> Instrument::LastBlock(const QString& request) const {
     if (quote < 2) continue;
     const QByteArray payload = entry.mid(quote + 1, entry.size() - quote - 2);
     if (entry[quote - 2] == '>') {
-      // On GPIB a command has no end of its own.
+      // On GPIB a command has no end character.
       ours = payload == request.toLatin1() || payload == request.toLatin1() + "\\r";
       line.clear();
     } else if (ours) {

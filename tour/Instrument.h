@@ -7,19 +7,19 @@
 // The link between the program and the instrument.
 struct Link {
   const char* name;
-  int ioType;      // as the settings store has it
-  int firstIndex;  // of a record's samples: where the first one of a block lands
+  int ioType;      // its value in the settings store
+  int firstIndex;  // the index in the record of a block's first sample
 };
 inline constexpr Link kLinks[] = {{"serial", 2, 1}, {"gpib", 1, 0}, {"usb", 0, 0}};
 
-// The simulated instrument as a program of its own, with a hand at its front panel.
+// The simulated instrument as a separate program, controlled through its console.
 class Instrument {
  public:
-  // Starts it; its line or its socket appears under `place` and every byte in `log`.
+  // Starts it. Its line or socket is at `place`, and `log` records every byte.
   bool Start(const QString& program, const Link& link, const QString& place, const QString& log);
-  // One line of its console; gives what it answers.
+  // Sends one line to its console. Returns the answer.
   QString Do(const QString& line);
-  // The bytes of the last block that it sent for a request, as its log tells them.
+  // The bytes of the last block that it sent for a request, from its log.
   std::vector<int> LastBlock(const QString& request) const;
   ~Instrument();
 

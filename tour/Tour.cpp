@@ -30,8 +30,8 @@ QTreeWidgetItem* ChildOf(QTreeWidgetItem* parent, const QString& label) {
 
 Tour::Tour(Program& program, Instrument& instrument, const Link& link, QDir folder)
     : module_(program.Module()), instrument_(instrument), link_(link), folder_(std::move(folder)) {
-  // A busy machine can hold the instrument's process up for seconds. Nothing here is about silence,
-  // so a reply may take ten times as long as a person would be kept waiting.
+  // A busy machine can delay the instrument's process by seconds. The tour does not test silence,
+  // so a reply may take ten times as long as usual.
   module_.main.TimeOutTimer.SetInterval(1000);
   AddWaveStops();
   AddTreeStops();
@@ -78,10 +78,10 @@ void Tour::Turn() {
   if (stops_.empty()) return timer_.stop();
   if (!stops_.front().ready()) {
     if (patience_.elapsed() < kPatience) return;
-    Check(false, QString("the tour waits for ever before: ") + stops_.front().name);
+    Check(false, QString("the tour does not reach: ") + stops_.front().name);
     Picture("stuck");
     stops_.clear();
-    // Without a question about what was changed.
+    // Prevents the question whether to save the changes.
     module_.controlDocument.CtrlChanged = false;
     module_.main.Close();
     return;
@@ -90,7 +90,7 @@ void Tour::Turn() {
   stops_.pop_front();
   pending_ = stop.name;
   patience_.restart();
-  // By itself: what it opens is served inside it, and the tour goes on meanwhile.
+  // A separate event, because `act` may serve a dialog until it closes while the tour goes on.
   QTimer::singleShot(0, stop.act);
 }
 
@@ -117,7 +117,7 @@ void Tour::CheckSamples(const QString& request) {
   const std::vector<int> bytes = instrument_.LastBlock(request);
   bool same = !bytes.empty() && Wave().Count == static_cast<int>(bytes.size());
   for (int i = 1; same && i <= Wave().Count; ++i) {
-    // Where the first sample lands one place early, the last one stands twice.
+    // If the first sample is one place early, the last one is repeated.
     const std::size_t at =
         std::min(static_cast<std::size_t>(i - link_.firstIndex), bytes.size() - 1);
     const int byte = bytes[at];
@@ -155,7 +155,7 @@ QWidget* Tour::Find(const QString& name) {
 void Tour::Click(const QString& name) {
   QWidget* found = Find(name);
   if (found == nullptr) return Check(false, "nothing on the screen is called " + name);
-  // A check box takes the mouse on its mark and text only.
+  // A check box reacts to the mouse only on its mark and text.
   const bool isButton = qobject_cast<QAbstractButton*>(found) != nullptr;
   const QPoint at = isButton ? QPoint(std::min(10, found->width() / 2), found->height() / 2)
                              : found->rect().center();
@@ -182,7 +182,7 @@ void Tour::Drag(const QString& name, QPoint from, QPoint to) {
 
 QWidget* Tour::Focus() {
   if (QWidget* focus = QApplication::focusWidget()) return focus;
-  // An invisible screen may leave the window in front inactive.
+  // Without a real screen the front window may be inactive.
   QWidget* modal = QApplication::activeModalWidget();
   return modal != nullptr ? modal->focusWidget() : nullptr;
 }

@@ -17,7 +17,7 @@ class QTreeWidgetItem;
 
 namespace oriolemark {
 
-// One stop of the tour: once `ready` holds, `act` runs from the event loop, and its picture is
+// One stop of the tour. When `ready` returns true, `act` runs from the event loop. The picture is
 // taken a moment later.
 struct Stop {
   const char* name;
@@ -25,8 +25,7 @@ struct Stop {
   std::function<void()> act;
 };
 
-// Works the real windows by mouse and key events, stop after stop, and counts what was not as it
-// should be.
+// Operates the real windows by mouse and key events, stop after stop, and counts failed checks.
 class Tour {
  public:
   Tour(Program& program, Instrument& instrument, const Link& link, QDir folder);
@@ -48,9 +47,10 @@ class Tour {
 
   void Check(bool holds, const QString& what);
   void CheckInstrument(const QString& path, const QString& value);
-  // The samples of the record against what the instrument has sent for its first trace.
+  // Checks the samples of the record against the bytes that the instrument sent for the first
+  // trace.
   void CheckSamples(const QString& request);
-  // The rows of the Trigger group, their values left out; brings them into sight.
+  // Checks the labels of the Trigger group's rows, without their values. Scrolls to the rows.
   void CheckTrigger(const QStringList& labels);
 
   // A visible widget by its name, in the window in front.
@@ -65,11 +65,11 @@ class Tour {
   void NameFile(const QString& name);
 
   // A row of the settings tree by the name of its group and the label below it, if any. The clicks
-  // bring it into sight first.
+  // scroll to the row first.
   QTreeWidgetItem* Row(const QString& group, const QString& label);
   void ClickRow(const QString& group, const QString& label, Qt::MouseButton button);
   void OpenRow(const QString& group, const QString& label);
-  // The value that a row shows.
+  // The value shown in a row.
   QString Shown(const QString& group, const QString& label);
   void ChooseEntry(const QString& text);
 
@@ -78,7 +78,7 @@ class Tour {
   bool AtRest() { return View() != nullptr && View()->cmdRefresh.Enabled() && !Progress(); }
   bool Progress() { return module_.progress.Loaded(); }
   bool Editing() { return module_.controller.dialog.Visible(); }
-  // Nothing stands before the main window, and nothing is on the line.
+  // No dialog is open, and no transfer is running.
   bool Idle();
 
   MainModule& module_;

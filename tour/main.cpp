@@ -1,5 +1,5 @@
-// Drives the real windows by mouse and key events over the real line, and leaves numbered
-// screenshots and the log of the line behind. Ends with 0 when everything was as it should be.
+// Operates the real windows by mouse and key events over the real line. Saves numbered screenshots
+// and the log of the line. The exit code is 0 if all checks pass.
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
@@ -27,7 +27,7 @@ void WriteSettings(const QDir& config, const Link& link, const QString& line, QD
                      << "MainWidth=17400\nMainHeight=12000\n";
 }
 
-// What a desktop with a dark theme would hand to the program.
+// The palette of a desktop with a dark theme.
 QPalette DarkPalette() {
   QPalette dark(QColor(53, 53, 57), QColor(45, 45, 48));
   dark.setColor(QPalette::Base, QColor(30, 30, 32));
@@ -57,7 +57,7 @@ int TakeTour(const Request& request, int& argc, char** argv) {
   const Link& link = *request.link;
   QDir out(request.folder);
   out.mkpath(".");
-  // The name of a socket has to be short.
+  // The path of a socket has to be short.
   const QTemporaryDir sockets;
   const bool serial = link.ioType == kLinkRS232;
   const QString place = serial ? out.absoluteFilePath("tx5000") : sockets.filePath("tx5000");
@@ -79,7 +79,7 @@ int TakeTour(const Request& request, int& argc, char** argv) {
   return tour.Failures() == 0 ? 0 : 1;
 }
 
-// Nothing where the words make no request.
+// Returns nothing if the words are not a valid request.
 std::optional<Request> Read(QStringList words) {
   Request request;
   if (words.removeOne("--dark")) request.theme = Theme::Dark;
