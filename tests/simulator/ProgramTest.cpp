@@ -7,7 +7,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -114,15 +113,14 @@ TEST_F(Program, AnswersOnEachLineThatOpensTakesAHandAndEndsCleanlyWithoutItsCons
   EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(link_)));
 }
 
-// The simulator at its socket, and the two libraries as a program loads them.
+// The simulator at its socket, and the GPIB library as a program loads it.
 class Bus : public Program {
  protected:
   Bus() : Program("--socket") {}
   template <typename Result = int, typename... Arguments>
   static Result Call(const char* name, Arguments... arguments) {
-    const bool usb = std::string_view(name).find('_') != std::string_view::npos;
-    const auto path = std::filesystem::path(TX5000SIM_PATH).parent_path() /
-                      (usb ? "../lib/libtx5000usb.so" : "../lib/libtx5000gpib.so");
+    const auto bin = std::filesystem::path(TX5000SIM_PATH).parent_path();
+    const std::string path = bin / "../lib/libtx5000gpib.so";
     void* function = dlsym(dlopen(path.c_str(), RTLD_NOW), name);
     return reinterpret_cast<Result (*)(Arguments...)>(function)(arguments...);
   }
@@ -147,17 +145,6 @@ class Bus : public Program {
     bytes.resize(std::size_t(Call<long>("ThreadIbcntl")));
     return bytes + (sta == 0xC100 ? "|TIMO" : sta == 0x2100 ? "|END" : "");
   }
-  static bool PutUsb(std::string text) {
-    return std::ranges::all_of(text += '\r', [](char c) {
-      return Call<short>("Write_USB", 0, static_cast<unsigned char>(c)) != 0;
-    });
-  }
-  static std::string GetUsb() {
-    unsigned char buffer[256] = {};
-    if (Call<short>("Read_USB", 0, 0, 1, +buffer) == 0) return "gone";
-    const int count = buffer[0];
-    return Call<short>("Read_USB", 0, 1, count, +buffer) ? std::string(buffer, buffer + count) : "";
-  }
 };
 
 TEST_F(Bus, GpibRepliesComeInPiecesAndADeadHandleStaysDead) {
@@ -169,29 +156,13 @@ TEST_F(Bus, GpibRepliesComeInPiecesAndADeadHandleStaysDead) {
   EXPECT_EQ(Call("ibclr", device), 0x100);
   EXPECT_EQ(Get(device, 9), "|TIMO") << "cleared";
   EXPECT_EQ(Put(Open(9), "*IDN?"), "error 2") << "nobody is there";
+  Put(device, "*IDN?");
+  End(SIGKILL);
+  EXPECT_EQ(Join({Get(device, 9), Put(device, "*IDN?")}), "|TIMO;error 2;");
+  Start();
+  EXPECT_EQ(Join({Put(device, ":TRIGGER:STATUS:?"), Get(device, 9)}), "sent;RUN\n|END;");
   Call("ibonl", device, 0);
   EXPECT_EQ(Join({Put(device, "*IDN?"), Get(device, 9)}), "dead;dead;");
-}
-
-TEST_F(Bus, UsbGivesCountedBlocksUntilTheInstrumentGoesAndAgainWhenItIsBack) {
-  EXPECT_TRUE(PutUsb(":STOP\r:DATA:CHANNEL1"));
-  std::string block;
-  for (std::string piece = GetUsb(); !piece.empty(); piece = GetUsb()) block += piece;
-  EXPECT_EQ(block.size(), 3001u);
-  Type("fault vanish next");
-  PutUsb("*IDN?");
-  EXPECT_EQ(GetUsb(), "gone");
-  EXPECT_FALSE(std::filesystem::exists(link_));
-  End(SIGKILL);
-  Start();
-  const int device = Open(7);
-  Put(device, ":DATA:CHANNEL1");
-  PutUsb("*IDN?");
-  End(SIGKILL);
-  EXPECT_EQ(Join({Get(device, 200), Put(device, "*IDN?"), GetUsb()}), "|TIMO;error 2;gone;");
-  EXPECT_FALSE(PutUsb("*IDN?"));
-  Start();
-  EXPECT_EQ(Join({Put(device, ":TRIGGER:STATUS:?"), Get(device, 9), GetUsb()}), "sent;RUN\n|END;;");
 }
 
 }  // namespace
