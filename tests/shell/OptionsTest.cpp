@@ -62,7 +62,6 @@ TEST(Options, ShowWhatTheStoreHoldsAndCanBeConfirmedAsTheyStand) {
   // the interval shown; and what is stored behind OK.
   for (const auto& row : Rows(R"(
 2 | 2 | 0 | Auto | 0 | 2 | COM2 | 0 | on | 2 | 2 | 0 | Auto | 0
-1 | 3 | 30 | Auto | -5 | 1 | COM1 | 30 | on | 1 | 1 | 30 | Auto | -5
 7 | -1 | 5 | auto | 1 | 0 | COM1 | 5 | off | 0 | 1 | 5 | Single | 1
 1 | 1 | 31 | - | 1 | 1 | COM1 | - | off | 1 | 1 | -1 | Single | 1
 )")) {
