@@ -21,7 +21,6 @@ namespace {
 using Texts = std::vector<std::string>;
 
 const std::string kLibraries = TEST_LIBRARIES;  // their folder, with its slash
-const std::string kTextFile = std::string(ORIOLEMARK_SOURCE_DIR) + "/README.md";
 
 struct DriversTest : ::testing::Test {
   template <typename Script>
@@ -58,11 +57,8 @@ TEST_F(DriversTest, GpibLibraryThatDoesNotServeFailsEachCallAndSaysWhy) {
   const std::pair<std::string, std::string> rows[] = {
       {"", "libgpib.so.0: not found; libni4882.so: not found; libgpibapi.so: not found"},
       {"/nowhere/lib.so", "/nowhere/lib.so: not found"},
-      {"/usr/", "/usr/: not a file"},
-      {kTextFile, kTextFile + ": invalid ELF header"},
       {kCutShort, kCutShort + ": incomplete file"},
-      {"libm.so.6", "libm.so.6: lacks ibdev, ibclr, ibwrt, ibrd, ibonl, ThreadIbsta or ibsta"},
-      {kLibraries + "gpib_lacking.so", "gpib_lacking.so: lacks ibrd. "}};
+      {"libm.so.6", "libm.so.6: lacks ibdev, ibclr, ibwrt, ibrd, ibonl, ThreadIbsta or ibsta"}};
   for (const auto& [name, reason] : rows) {
     store.Write("Drivers", "GpibLibrary", name);
     EXPECT_NE(gpibDriver.Meaning().find(reason), std::string::npos) << gpibDriver.Meaning();
@@ -80,19 +76,13 @@ TEST_F(DriversTest, EachConnectLooksForTheLibraryThatIsAskedForThen) {
   EXPECT_EQ(gpibDriver.Status().ibsta, kGpibErr);
   const GpibScript& first = UseGpib("function");
   gpib.GPIBInit();
-  GpibScript& second = UseGpib("variable");
+  const GpibScript& second = UseGpib("variable");
   EXPECT_EQ(gpibDriver.Meaning(), "GPIB library: " + kLibraries + "gpib_by_variable.so");
   gpib.GPIBSend("a");
   gpibDriver.ibwrt(0, "");
   gpib.GPIBInit();
   EXPECT_EQ(first.calls, "ibdev ibclr ibwrt ");
   EXPECT_EQ(second.calls, "ibdev ibclr ");
-  second.ibsta = kGpibErr;
-  gpib.GPIBInit();
-  EXPECT_EQ(gpibDriver.Meaning(),
-            "GPIB library: " + kLibraries + "gpib_by_variable.so. Last failure: The library " +
-                kLibraries +
-                "gpib_by_variable.so found no board 0. Set the board up with its driver.");
 }
 
 TEST_F(DriversTest, StatusWordsComeWholeHoweverTheLibraryGivesThem) {
@@ -114,26 +104,6 @@ TEST_F(DriversTest, StatusWordsComeWholeHoweverTheLibraryGivesThem) {
       EXPECT_NE(shown[0].find("ibsta = &H8100\riberr = 6"), std::string::npos) << shown[0];
       EXPECT_NE(shown[0].find("\n\nThe instrument did not answer"), std::string::npos);
     }
-  }
-}
-
-TEST_F(DriversTest, RegistrationOfStatusWordsIsTriedAgainUntilItHolds) {
-  const std::tuple<int, const char*, bool> rows[] = {
-      {0, "register ibdev ibdev ", true},
-      {1, "register unregister register ibdev ibdev ", true},
-      {2, "register unregister ibdev register ibdev ", false},
-      {3, "register unregister ibdev register ibdev ", false},
-      {4, "register ibdev register ibdev ", false}};
-  for (const auto& [result, calls, bound] : rows) {
-    GpibScript& script = UseGpib("registration");
-    script.registerResult = result;
-    LibraryGpib driver(store);
-    driver.ibdev(0, 7, 0, 13, 1, 0);
-    EXPECT_EQ(driver.Status().ibsta, bound ? 0x100 : kGpibErr);
-    EXPECT_EQ(driver.Status().ibcntl, bound ? 0 : static_cast<int>(0xDEAD37F0));
-    driver.ibdev(0, 7, 0, 13, 1, 0);
-    EXPECT_EQ(driver.Status().ibsta, 0x100);
-    EXPECT_EQ(script.calls, calls);
   }
 }
 
@@ -219,11 +189,11 @@ TEST_F(DriversTest, UsbIdsAreHexadecimalAndAMalformedOneIsTheDefault) {
   EXPECT_EQ(ReadUsbIds(store), (UsbIds{.vendor = 0xABCD, .product = 0x12}));
 }
 
-TEST_F(DriversTest, ColoursComeFromTheLibraryElseFromTwoPalettes) {
+TEST_F(DriversTest, ColoursComeFromTwoPalettes) {
   std::array<std::uint8_t, 256> raw{};
   std::iota(raw.begin(), raw.end(), std::uint8_t{0});
   std::array<std::uint32_t, 256> colours{};
-  ChosenColors palettes(store), library(store);
+  ChosenColors palettes(store);
   palettes.TransClr(raw, colours);
   EXPECT_EQ(std::set(colours.begin(), colours.end()).size(), 256U);
   const std::array seen{colours[0], colours[3], colours[0x1C], colours[0xE0], colours[0xFF]};
@@ -231,11 +201,6 @@ TEST_F(DriversTest, ColoursComeFromTheLibraryElseFromTwoPalettes) {
   palettes.TransMono(raw, std::span(colours).first(2));
   EXPECT_EQ(colours[1], 0xFFFFFFU);
   EXPECT_EQ(colours[2], 0xAAU) << "what lies behind keeps its colour";
-  store.Write("Drivers", "ColorLibrary", kLibraries + "usb.so");
-  library.TransClr(raw, colours);
-  EXPECT_EQ(colours[0x12], 0x120000U);
-  library.TransMono(raw, colours);
-  EXPECT_EQ(colours[0x12], 0x12U);
 }
 
 TEST(SettingsStore, KeepsTextsAsTheyAreAndReadsWhatAHandHasWritten) {

@@ -1,5 +1,5 @@
 // A GPIB library under script. BY_FUNCTION, BY_VARIABLE or BY_REGISTRATION is how it gives its
-// status words; LACKING leaves a call out.
+// status words.
 #include <algorithm>
 
 #include "Scripts.h"
@@ -31,12 +31,10 @@ int ThreadIbcnt() {
 #endif
 #ifdef BY_REGISTRATION
 int RegisterGpibGlobalsForThread(int* sta, int* err, int* count, long*) {
-  script.calls += "register ";
-  if (script.registerResult == 0) boundSta = sta, boundErr = err, boundCount = count;
-  return std::exchange(script.registerResult, 0);
+  boundSta = sta, boundErr = err, boundCount = count;
+  return 0;
 }
 int UnregisterGpibGlobalsForThread() {
-  script.calls += "unregister ";
   boundSta = &ibsta, boundErr = &iberr, boundCount = &ibcnt;
   return 0;
 }
@@ -59,14 +57,12 @@ int ibclr(int) {
 int ibwrt(int, const void*, long count) {
   return End("ibwrt", count);
 }
-#ifndef LACKING
 int ibrd(int, void* buffer, long count) {
   const auto taken = std::min(static_cast<std::size_t>(count), script.reply.size());
   std::copy_n(script.reply.begin(), taken, static_cast<char*>(buffer));
   script.reply.erase(0, taken);
   return End("ibrd", static_cast<long>(taken), script.reply.empty() ? 0x2000 : 0);
 }
-#endif
 int ibonl(int, int) {
   return End("ibonl");
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <utility>
 
 // What the test libraries are told to do and what was asked of them. Each exports one as `Script`.
 struct GpibScript {
@@ -9,7 +8,6 @@ struct GpibScript {
   std::string failing = {};  // the call that ends in 0x8100 and error 6
   int ibsta = 0x100;         // of the calls that succeed
   std::string reply = {};
-  int registerResult = 0;  // of the next registration; those after it give 0
 };
 
 struct UsbScript {

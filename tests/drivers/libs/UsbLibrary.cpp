@@ -1,5 +1,4 @@
-// A USB library under script, with the colour operations beside it: TransClr gives the byte as red,
-// TransMono as blue.
+// A USB library under script.
 
 #include <algorithm>
 
@@ -38,12 +37,6 @@ short Control_Command_Send(int, int request, int value, int index, int length) {
 short Bulk_DataTransfer_Read(int, int count, unsigned char* address) {
   std::fill_n(address, count, static_cast<unsigned char>(7));
   return script.failing != "bulk";
-}
-void TransClr(const unsigned char* raw, int count, unsigned int* colours) {
-  std::copy_n(raw, count, colours);
-}
-void TransMono(const unsigned char* raw, int count, unsigned int* colours) {
-  for (int i = 0; i < count; ++i) colours[i] = static_cast<unsigned>(raw[i]) << 16;
 }
 
 }  // extern "C"
