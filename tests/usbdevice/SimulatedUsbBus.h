@@ -3,9 +3,7 @@
 #include <linux/usb/ch9.h>
 #include <linux/usbdevice_fs.h>
 #include <sys/ioctl.h>
-#include <sys/stat.h>
 #include <umockdev.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <list>
@@ -35,12 +33,6 @@ class SimulatedUsbDevice {
     g_signal_connect(handler_, "handle-ioctl", G_CALLBACK(&SimulatedUsbDevice::HandleRequest),
                      this);
     umockdev_testbed_attach_ioctl(bed_, node_.c_str(), handler_, nullptr);
-    char* const root = umockdev_testbed_get_root_dir(bed_);
-    file_ = root + node_;
-    // It must be the node that is forbidden to nobody, not the way to it or to this handler.
-    chmod(root, 0755);
-    chmod((std::string(root) + "/ioctl" + node_).c_str(), 0777);
-    g_free(root);
   }
   ~SimulatedUsbDevice() {
     umockdev_testbed_detach_ioctl(bed_, node_.c_str(), nullptr);
@@ -52,19 +44,11 @@ class SimulatedUsbDevice {
     umockdev_testbed_remove_device(bed_, path_.c_str());
   }
 
-  // Who may open the node. Rights do not bind root, who is this other user from then on.
-  void SetRights(mode_t rights, uid_t insteadOfRoot) {
-    if (user_ == 0 && seteuid(0) != 0) std::abort();
-    chmod(file_.c_str(), rights);
-    if (user_ == 0 && seteuid(insteadOfRoot) != 0) std::abort();
-  }
-
   std::string written;            // the bytes of commands
   std::string requests;           // the other control requests: request, value, index
   std::string reply;              // what waits
   std::string screen;             // what the bulk pipe gives
   int flowing = 1'000'000;        // bytes until the pipe pauses for one time-out
-  int stalls = 0;                 // bulk transfers that stall, until the halt is cleared
   bool silent = false;            // control requests get no answer
   bool busy = false;              // somebody else has claimed it
   int transfersLeft = 1'000'000;  // before it is unplugged
@@ -98,7 +82,6 @@ class SimulatedUsbDevice {
     if (transfersLeft <= 0 || replugged) return ENODEV;
     if (request == USBDEVFS_SUBMITURB) return Submit(argument);
     if (request == USBDEVFS_DISCARDURB) return Discard(argument);
-    if (request == USBDEVFS_CLEAR_HALT) stalls = 0;
     const bool claims = request == USBDEVFS_CLAIMINTERFACE || request == USBDEVFS_DISCONNECT_CLAIM;
     if (claims && busy) return EBUSY;
     return request == USBDEVFS_GET_CAPABILITIES ? ENOTTY : 0;
@@ -119,7 +102,7 @@ class SimulatedUsbDevice {
     const auto& setup = *reinterpret_cast<usb_ctrlrequest*>(transfer.buffer->data);
     unsigned char* const data = transfer.buffer->data + sizeof setup;
     usbdevfs_urb& urb = transfer.Urb();
-    urb.status = setup.bRequest == 99 ? -EPIPE : 0;
+    urb.status = 0;
     urb.actual_length = setup.wLength;
     if (silent) return false;
     if (setup.bRequestType == 0xC0 && setup.bRequest == 2) {
@@ -138,9 +121,7 @@ class SimulatedUsbDevice {
 
   bool Bulk(Transfer& transfer) {
     usbdevfs_urb& urb = transfer.Urb();
-    urb.status = stalls > 0 ? -EPIPE : 0;
-    urb.actual_length = 0;
-    if (stalls > 0) return true;
+    urb.status = 0;
     urb.actual_length = Give(screen, transfer.buffer->data, std::min(urb.buffer_length, flowing));
     flowing -= urb.actual_length;
     return urb.actual_length == urb.buffer_length;
@@ -177,8 +158,6 @@ class SimulatedUsbDevice {
   std::string node_;
   UMockdevIoctlBase* handler_;
   std::string path_;
-  std::string file_;
-  const uid_t user_ = geteuid();
   std::list<Transfer> pending_;
   std::list<Transfer> ready_;
 };
