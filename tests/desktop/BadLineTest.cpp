@@ -181,12 +181,6 @@ TEST_F(BadLine, APortThatDoesNotOpenNamesItselfAndTheCure) {
   expectRefusal(none, "9600",
                 "No such file or directory\n\nCOM1 is " + none +
                     ". Plug it in, or choose another port in the options.");
-  const QTemporaryDir folder;
-  const std::string plain = folder.filePath("plain").toStdString();
-  ::close(::open(plain.c_str(), O_CREAT | O_RDWR, 0644));
-  expectRefusal(plain, "9600",
-                "Inappropriate ioctl for device\n\nCOM1 is " + plain +
-                    ". It cannot be used as a serial line at 9600,n,8,1.");
   Cable cable;
   expectRefusal(cable.path, "fast", "Invalid argument\n\nInvalid serial settings: fast,n,8,1.");
   const std::string is = "\n\nCOM1 is " + cable.path + ". ";

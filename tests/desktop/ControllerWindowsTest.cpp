@@ -38,35 +38,22 @@ TEST_F(Windows, ASettingIsEditedByKeysAlone) {
          EXPECT_EQ(module.settings.RunStop, "RUN");
          Edit("Holdoff");
        },
-       Later([](MainModule&) {
-         EXPECT_EQ(Focus(), Shown("inputTxt")) << "the value, whatever had the focus before";
-         QTest::sendKeyEvent(QTest::Click, Focus(), Qt::Key_unknown, QString(u'€'), {});
-         Press({Qt::Key_Return});
-       }),
        [](MainModule&) {
-         Press({Qt::Key_Escape});  // the message that this is no number
-         EXPECT_EQ(The<QLineEdit>("inputTxt").text(), "?");
-         Press({Qt::Key_Backspace, Qt::Key_7, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return});
+         EXPECT_EQ(Focus(), Shown("inputTxt")) << "the value, whatever had the focus before";
+         Press({Qt::Key_7, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return});
        },
        [](MainModule& module) {
          EXPECT_EQ(module.settings.Holdoff, "0.007ms") << "the key that had the focus, not OK";
          Edit("Method");
        },
-       Later([](MainModule&) {
-         Press({Qt::Key_V, Qt::Key_Return});
-       }),
-       [](MainModule&) {
+       Later(Keys({Qt::Key_V, Qt::Key_Return})),
+       [](MainModule& module) {
          auto* tree = dynamic_cast<QTreeWidget*>(Focus());
          ASSERT_NE(tree, nullptr);
          ASSERT_NE(tree->currentItem(), nullptr);
          EXPECT_EQ(tree->currentItem()->text(0), "Method [VIDEO]") << "in the tree built anew";
          EXPECT_TRUE(tree->currentItem()->parent()->isExpanded());
-         QContextMenuEvent key(QContextMenuEvent::Keyboard, {}, {});
-         QApplication::sendEvent(tree, &key);
-       },
-       [](MainModule& module) {
          module.controlDocument.CtrlChanged = false;  // no question at the end
-         EXPECT_NE(Shown("popmenu1"), nullptr);
        }},
       16);
   instrument.write("quit\n");

@@ -45,6 +45,13 @@ inline void Press(std::initializer_list<QKeyCombination> keys) {
   for (const auto& key : keys) QTest::keyClick(Focus(), key.key(), key.keyboardModifiers());
 }
 
+// A step that presses these.
+inline Step Keys(std::initializer_list<QKeyCombination> keys) {
+  return [keys = std::vector(keys)](MainModule&) {
+    for (const auto& key : keys) Press({key});
+  };
+}
+
 // A step that does this from the event loop, as it may open a dialog and wait in it.
 inline Step Later(Step action) {
   return [action = std::move(action)](MainModule& module) {

