@@ -1,5 +1,4 @@
-// A GPIB library under script. BY_FUNCTION, BY_VARIABLE or BY_REGISTRATION is how it gives its
-// status words.
+// A GPIB library under script. BY_FUNCTION or BY_VARIABLE is how it gives its status words.
 #include <algorithm>
 
 #include "Scripts.h"
@@ -16,7 +15,6 @@ int ibsta, iberr, ibcnt;
 #else
 static int ibsta, iberr, ibcnt;
 #endif
-static int *boundSta = &ibsta, *boundErr = &iberr, *boundCount = &ibcnt;
 
 #ifdef BY_FUNCTION
 int ThreadIbsta() {
@@ -29,24 +27,13 @@ int ThreadIbcnt() {
   return ibcnt;
 }
 #endif
-#ifdef BY_REGISTRATION
-int RegisterGpibGlobalsForThread(int* sta, int* err, int* count, long*) {
-  boundSta = sta, boundErr = err, boundCount = count;
-  return 0;
-}
-int UnregisterGpibGlobalsForThread() {
-  boundSta = &ibsta, boundErr = &iberr, boundCount = &ibcnt;
-  return 0;
-}
-#endif
 
 static int End(const char* call, long count = 0, int flags = 0) {
   script.calls += std::string(call) + ' ';
   const bool failed = script.failing == call;
-  *boundSta = failed ? 0x8100 : script.ibsta | flags;
-  *boundErr = failed ? 6 : 0;
-  *boundCount = static_cast<int>(count);
-  return *boundSta;
+  iberr = failed ? 6 : 0;
+  ibcnt = static_cast<int>(count);
+  return ibsta = failed ? 0x8100 : script.ibsta | flags;
 }
 int ibdev(int, int, int, int, int, int) {
   return End("ibdev");

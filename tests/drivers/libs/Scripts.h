@@ -11,7 +11,6 @@ struct GpibScript {
 };
 
 struct UsbScript {
-  short devices = 1;
   std::string written = {};
   std::string reply = {};
   std::string failing = {};  // the operation that fails

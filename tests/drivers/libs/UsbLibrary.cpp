@@ -12,7 +12,7 @@ UsbScript* Script() {
   return &script;
 }
 short GetDeviceNum() {
-  return script.devices;
+  return 3;
 }
 short Write_USB(int, unsigned char byte) {
   script.written += static_cast<char>(byte);
