@@ -50,7 +50,6 @@ class SimulatedUsbDevice {
   std::string screen;             // what the bulk pipe gives
   int flowing = 1'000'000;        // bytes until the pipe pauses for one time-out
   bool silent = false;            // control requests get no answer
-  bool busy = false;              // somebody else has claimed it
   int transfersLeft = 1'000'000;  // before it is unplugged
   bool replugged = false;         // it was, so that none but a new handle serves
 
@@ -82,8 +81,6 @@ class SimulatedUsbDevice {
     if (transfersLeft <= 0 || replugged) return ENODEV;
     if (request == USBDEVFS_SUBMITURB) return Submit(argument);
     if (request == USBDEVFS_DISCARDURB) return Discard(argument);
-    const bool claims = request == USBDEVFS_CLAIMINTERFACE || request == USBDEVFS_DISCONNECT_CLAIM;
-    if (claims && busy) return EBUSY;
     return request == USBDEVFS_GET_CAPABILITIES ? ENOTTY : 0;
   }
 
@@ -112,9 +109,8 @@ class SimulatedUsbDevice {
     } else if (setup.bRequest == 1) {
       written += static_cast<char>(setup.wValue);
     } else {
-      for (const int number : {int{setup.bRequest}, int{setup.wValue}, int{setup.wIndex}}) {
-        requests += std::to_string(number) + ' ';
-      }
+      requests += std::to_string(setup.bRequest) + ' ' + std::to_string(setup.wValue) + ' ' +
+                  std::to_string(setup.wIndex) + ' ';
     }
     return true;
   }
