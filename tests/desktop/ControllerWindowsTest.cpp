@@ -97,7 +97,6 @@ TEST_F(PromptsTest, ANameIsSavedWithTheChosenFiltersExtensionInTheFolderOfTheLas
 TEST_F(PromptsTest, AMessageIsAnsweredByItsButtonsAndMutedWhereItsBoxIsTicked) {
   const std::tuple<bool, bool, QMessageBox::StandardButton, MessageAnswer> rows[] = {
       {false, false, QMessageBox::Ok, MessageAnswer::Ok},
-      {true, false, QMessageBox::Ok, MessageAnswer::Ok},
       {true, true, QMessageBox::Ok, MessageAnswer::OkAndMute},
       {false, false, QMessageBox::Yes, MessageAnswer::Yes},
       {false, false, QMessageBox::No, MessageAnswer::No},

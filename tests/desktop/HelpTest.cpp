@@ -67,7 +67,6 @@ TEST_F(Windows, F1InADialogOpensItsPageInAHelpWindowThatIsNotBlocked) {
   const std::pair<void (*)(MainModule&), QString> rows[] = {
       {[](MainModule& module) { module.main.mnuToolsOptions.Click(); }, "options.html"},
       {[](MainModule& module) { module.main.mnuHelpAbout.Click(); }, "index.html"},
-      {[](MainModule& module) { module.main.mnuFileNew.Click(); }, "controlfile.html"},
       {[](MainModule& module) { View(module).cmdRefresh.Click(); }, "messages.html"},
   };
   std::vector<Step> steps{AddView};
