@@ -36,12 +36,8 @@ struct InstrumentScript {
     return taken;
   }
 
-  // Answers that nothing asked for.
-  std::size_t LeftOver() const { return exchanges.size(); }
-
-  std::vector<std::string> sent;  // commands in order, without their terminators
-
-  std::deque<Exchange> exchanges;
+  std::vector<std::string> sent;   // commands in order, without their terminators
+  std::deque<Exchange> exchanges;  // answers that nothing has asked for
 };
 
 // A GPIB interface with a scripted instrument. A read with no reply at hand blocks for the ten
@@ -72,9 +68,8 @@ class FakeGpib : public GpibDriver {
     if (reply_.empty()) status_.ibsta = kGpibEnd;
   }
   const GpibStatus& Status() const override { return status_; }
-  std::string Problem() override { return problem; }
+  std::string Problem() override { return {}; }
 
-  std::string problem;                         // cause and cure of a failure
   std::string calls;                           // such as "ibwrt 3 *IDN?; ibonl 3 0; "
   std::map<std::string, GpibStatus> failures;  // what each call of this name leaves
 
@@ -106,7 +101,7 @@ class FakeUsb : public UsbDriver {
   }
 
   int GetDeviceNum() override { return devices; }
-  std::string Problem() override { return problem; }
+  std::string Problem() override { return {}; }
   bool Write_USB(int, std::uint8_t byte) override {
     if (operationsLeft-- <= 0) return false;
     written += static_cast<char>(byte);
@@ -136,7 +131,6 @@ class FakeUsb : public UsbDriver {
   }
 
   int devices = 1;
-  std::string problem;                      // cause and cure of a failure
   Milliseconds pollTime{2};                 // of an empty poll
   std::string written;                      // every byte, terminators and all
   std::vector<std::vector<int>> transfers;  // the arguments of control and of bulk transfers
