@@ -139,7 +139,7 @@ TEST_F(DriversTest, UsbLibraryIsUsedIfItServesAndEachFailureComesThrough) {
   store.Write("Drivers", "UsbLibrary", "libm.so.6");
   EXPECT_EQ(usbDriver.GetDeviceNum(), 0);
   EXPECT_TRUE(usbDriver.Meaning().starts_with(
-      "Built-in USB driver. The library named in the settings does not serve: libm.so.6: lacks "));
+      "Built-in USB driver. The library named in the settings cannot be used: libm.so.6: lacks "));
 }
 
 TEST_F(DriversTest, SilentInstrumentEndsAWaitThatServesNoEventsAfterFiveSeconds) {

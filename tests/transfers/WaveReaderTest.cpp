@@ -27,7 +27,8 @@ using Samples = std::array<int, 4>;
 const std::tuple<const char*, int, Samples, Samples> kReadings[] = {
     {"RS232", kLinkRS232, {0, -26, 99, 229}, {0, 0, 99, 199}},
     {"GPIB", kLinkGpib, {0, 99, 229, 229}, {0, 99, 199, 199}},
-    {"USB", kLinkUsb, {0, 99, 229, 229}, {0, 99, 199, 199}}};
+    {"USB", kLinkUsb, {0, 99, 229, 229}, {0, 99, 199, 199}},
+    {"any other number is USB", 7, {0, 99, 229, 229}, {0, 99, 199, 199}}};
 
 TEST(WaveReader, EachSampleOfABlockStandsWhereTheTransportPutsIt) {
   for (const auto& [name, ioType, first, second] : kReadings) {
