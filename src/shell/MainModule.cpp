@@ -1,6 +1,12 @@
 #include "shell/MainModule.h"
 
 namespace oriolemark {
+namespace {
+
+constexpr int kTurnsToShow = 10;
+constexpr Milliseconds kLongestTurn{10};
+
+}  // namespace
 
 MainModule::MainModule(Platform platform)
     : platform_(std::move(platform)),
@@ -65,6 +71,8 @@ std::unique_ptr<frmWave> MainModule::MakeWaveView() {
 void MainModule::Main() {
   splash.Show();
   splash.Repaint();
+  // A desktop needs a few events to put the window up, and what follows may block for seconds.
+  for (int turn = 0; turn < kTurnsToShow; ++turn) platform_.waiting.WaitEvents(kLongestTurn);
   main.Load();
   splash.Unload();
   main.Show();
