@@ -37,9 +37,8 @@ namespace oriolemark {
 namespace {
 
 constexpr int kSecond = 1000;
-constexpr int kFramePatience = 200;    // ms to wait for the desktop's window frame
-constexpr int kLampRoom = 28;          // pixels at the right end of the toolbar
-constexpr QSize kLeastView(360, 450);  // the controls of a view and a small picture
+constexpr int kFramePatience = 200;  // ms to wait for the desktop's window frame
+constexpr int kLampRoom = 28;        // pixels at the right end of the toolbar
 constexpr UnitRect kIconSize{.width = 2400, .height = 480};
 
 // Pictures of the Data Browser by image, from 1 on. Those of the items follow.
@@ -105,7 +104,8 @@ MainWindow::MainWindow(frmMain& form, frmDataSheetTree& browser, frmCtrlList& co
 }
 
 void MainWindow::AddInner(InnerWindow& window) {
-  window.resize(window.size().boundedTo(area_.maximumViewportSize()).expandedTo(kLeastView));
+  window.resize(
+      window.size().boundedTo(area_.maximumViewportSize()).expandedTo(window.minimumSizeHint()));
   area_.addSubWindow(&window);
   // Otherwise the title of a window wider than the area would be beyond the left edge.
   window.move(std::max(0, window.x()), std::max(0, window.y()));
