@@ -5,6 +5,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTreeWidget>
 #include <set>
 
@@ -129,8 +130,12 @@ TEST_F(Windows, WaveViewsAreArrangedInPixelsAndTheControlsOfALowOneScroll) {
          const std::tuple<MenuEntry frmMain::*, QRectF, QPointF> rows[] = {
              {&frmMain::mnuWindowCascade, {0, 0, width * 0.75, height * 0.75}, {26, 26}},
              {&frmMain::mnuWindowTileHorizontal, {0, 0, width, height / 3}, {0, height / 3}},
-             {&frmMain::mnuWindowTileVertical, {0, 0, width / 3, height}, {width / 3, 0}}};
+             {&frmMain::mnuWindowTileVertical, {0, 0, width / 3, height}, {width / 3, 0}},
+             {&frmMain::mnuWindowArrangeIcons, {0, height - 32, 160, 32}, {160, 0}}};
          for (const auto& [entry, first, step] : rows) {
+           if (entry == &frmMain::mnuWindowArrangeIcons) {
+             for (QMdiSubWindow* view : views()) view->showMinimized();
+           }
            (module.main.*entry).Click();
            for (int i = 0; i < 3; ++i) {
              const QRect is = views()[i]->geometry();
@@ -140,6 +145,8 @@ TEST_F(Windows, WaveViewsAreArrangedInPixelsAndTheControlsOfALowOneScroll) {
                  << i << place.width();
            }
          }
+         View(module).BringToFront();
+         EXPECT_FALSE(views()[2]->isMinimized());
        }});
 }
 
@@ -245,6 +252,11 @@ TEST_F(Windows, ANameOfAMegabyteMakesNoTitleNoEntryAndNoMessageLong) {
 
 TEST(Bind, TextThatAssistiveTechnologySetsCountsAtOnceAndTypedTextOfAListWhenItsEditEnds) {
   Application own;
+  QScrollBar bar;
+  ScrollBar place;
+  Bind(bar, place);
+  bar.setValue(bar.maximum() / 2);
+  EXPECT_EQ(place.Value(), 50);
   QLineEdit line;
   QComboBox list;
   TextBox number;
