@@ -39,7 +39,7 @@ void FillRecord(WaveRecord& record, int count) {
 void RepaintView(benchmark::State& state) {
   InstantLine line;
   Desk desk(line, line);
-  frmWave view({desk.sheet, desk.controls, desk.progress, desk.refreshContext}, desk.scratch,
+  frmWave view({desk.sheet, desk.scratch, desk.controls, desk.progress, desk.refreshContext},
                MakeRasterCanvas());
   FillRecord(desk.sheet.Waves[0], static_cast<int>(state.range(1)));
   view.SetTag("0");

@@ -62,8 +62,8 @@ MainModule::MainModule(Platform platform)
 std::unique_ptr<frmWave> MainModule::MakeWaveView() {
   const RefreshContext refresh{platform_.events, platform_.waiting, prompts_,           link_.state,
                                transfer_,        refreshFlags_,     preferences.refresh};
-  auto view = std::make_unique<frmWave>(ReadingContext{sheet, settings, progress, refresh},
-                                        scratch_, platform_.makeCanvas());
+  auto view = std::make_unique<frmWave>(
+      ReadingContext{sheet, scratch_, settings, progress, refresh}, platform_.makeCanvas());
   if (onWaveView) onWaveView(*view);
   return view;
 }

@@ -18,6 +18,7 @@ ReadingView::ReadingView(const ReadingContext& context, const ReadingKind& kind)
       Timer1(context.refresh.events, kFirstTick, [this] { Timer1_Timer(); }),
       context_(context),
       kind_(kind),
+      row_(RowOf(kind.kind)),
       refresh_(context.refresh, kind.kind, *this, cmdRefresh, [this] { ReadOnce(); }) {}
 
 void ReadingView::Form_Load() {
@@ -55,12 +56,14 @@ void ReadingView::KeyDown(int code, int held) {
 void ReadingView::ReadOnce() {
   const int option = OptionCH.Selected();
   if (option == OptionGroup::kNone) return;
-  PrepareReading();
+  int& slot = context_.scratch.*row_.readingSlot;
+  slot = Slot();
   const TransferKind transfer = kind_.transfers[static_cast<std::size_t>(option)];
-  if (!context_.progress.Transfer(transfer, kind_.caption)) return;
-  Item().HasData = true;
+  if (!context_.progress.Transfer(transfer, kind_.caption) || slot == kNoSlot) return;
+  row_.record(context_.sheet, slot).HasData = true;
   context_.sheet.Modified = true;
-  TakeReading();
+  const auto& view = (context_.sheet.*row_.views)[static_cast<std::size_t>(slot)];
+  if (view) view->ShowReading();
 }
 
 }  // namespace oriolemark

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "controller/records/CtrlSettings.h"
+#include "datasheet/records/TransferScratch.h"
 #include "platform/OptionGroup.h"
 #include "transfers/RefreshLoop.h"
 #include "transfers/frmPrgress.h"
@@ -12,6 +13,7 @@ namespace oriolemark {
 // What a view that reads needs.
 struct ReadingContext {
   DataSheet& sheet;
+  TransferScratch& scratch;
   const CtrlSettings& settings;
   frmPrgress& progress;
   RefreshContext refresh;
@@ -32,7 +34,7 @@ struct ReadingKind {
 // The window of an item that is read from the instrument, once or continuously. The tag holds the
 // slot of its record. Every procedure looks the record up again, so the record may change while the
 // view is open.
-class ReadingView : public Form {
+class ReadingView : public ItemView {
  public:
   ReadingView(const ReadingContext& context, const ReadingKind& kind);
 
@@ -49,21 +51,19 @@ class ReadingView : public Form {
   void Timer1_Timer();
   // F5 with no other key held acts as a click on cmdRefresh.
   void KeyDown(int code, int held);
-  // Reads once, for the selected channel option. Waits until the transfer has ended.
+  // Reads once, for the selected channel option. Waits until the transfer has ended. The reading
+  // follows its item: if that is in another slot by then, its view shows it. If the item has been
+  // removed, nothing is changed.
   void ReadOnce();
 
  protected:
   void Form_Unload() override;
 
   int Slot() const { return SlotOf(*this); }
-  ItemRecord& Item() { return RowOf(kind_.kind).record(context_.sheet, Slot()); }
+  ItemRecord& Item() { return row_.record(context_.sheet, Slot()); }
 
   // Called at the first tick of a loaded view.
   virtual void ShowRecord() = 0;
-  // Called just before a transfer.
-  virtual void PrepareReading() {}
-  // Called after a transfer. The view may have been closed meanwhile.
-  virtual void TakeReading() = 0;
 
   ReadingContext context_;
 
@@ -71,6 +71,7 @@ class ReadingView : public Form {
   void TakeFirstTick();
 
   ReadingKind kind_;
+  const ItemKindRow& row_;
   RefreshLoop refresh_;
 };
 

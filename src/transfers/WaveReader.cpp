@@ -88,7 +88,8 @@ void WaveReader::ShowProgress(double percent) {
 // Looked up again at each use. An assignment runs its right side first: the reply has come before
 // the record is looked up.
 WaveRecord& WaveReader::Record() {
-  return context_.sheet.Waves[static_cast<std::size_t>(context_.scratch.TransferWaveSlot)];
+  const int slot = context_.scratch.TransferWaveSlot;
+  return slot == kNoSlot ? dropped_ : context_.sheet.Waves[static_cast<std::size_t>(slot)];
 }
 
 void WaveReader::ReadWaveform(std::string channel) {

@@ -40,7 +40,7 @@ class WaveReader {
   enum class KeepTokens { No, Yes };
 
   std::string Ask(std::string_view path);
-  // The record of the item that is being read.
+  // The record of the item that is being read. Once that has been removed, a record of nobody.
   WaveRecord& Record();
   void ReadChannelFields(const std::string& channel);
   void ReadBlocks();
@@ -54,6 +54,7 @@ class WaveReader {
   void ShowProgress(double percent);
 
   WaveReaderContext context_;
+  WaveRecord dropped_;
 };
 
 }  // namespace oriolemark

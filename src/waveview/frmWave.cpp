@@ -63,8 +63,7 @@ int ScrolledBy(const ScrollBar& bar, double range) {
 
 }  // namespace
 
-frmWave::frmWave(const ReadingContext& context, TransferScratch& scratch,
-                 std::unique_ptr<Canvas> canvas)
+frmWave::frmWave(const ReadingContext& context, std::unique_ptr<Canvas> canvas)
     : ReadingView(context,
                   {ItemKind::Wave,
                    FirstTick::ShowsBeforeOptions,
@@ -84,8 +83,7 @@ frmWave::frmWave(const ReadingContext& context, TransferScratch& scratch,
         Cursors.CursorYOn = ChkCursorY.Value();
         Form_Resize();
       }),
-      OptionColor(2, [this](int index) { OptionColor_Click(index); }),
-      scratch_(scratch) {
+      OptionColor(2, [this](int index) { OptionColor_Click(index); }) {
   WavePic.mouseDown = [this](double x, double y) { SeizeCursors(Cursors, {x, y}); };
   WavePic.mouseMove = [this](double x, double y) { WavePic_MouseMove(x, y); };
   WavePic.mouseUp = [this](double, double) { ReleaseCursors(Cursors); };

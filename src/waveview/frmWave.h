@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "datasheet/records/TransferScratch.h"
 #include "platform/CheckBox.h"
 #include "platform/ComboBox.h"
 #include "platform/OptionGroup.h"
@@ -21,7 +20,7 @@ class frmWave : public ReadingView {
   static constexpr double kMostPixels = 64e6;
   static constexpr double kLeastStrip = 1100;
 
-  frmWave(const ReadingContext& context, TransferScratch& scratch, std::unique_ptr<Canvas> canvas);
+  frmWave(const ReadingContext& context, std::unique_ptr<Canvas> canvas);
 
   // Width in window units of the controls at the left. The toolkit's side sets it before it reports
   // the room inside. Values below 1100 count as 1100.
@@ -43,6 +42,7 @@ class frmWave : public ReadingView {
 
   void Form_Load() override;
   void Form_Resize() override;
+  void ShowReading() override { Form_Resize(); }
   // Only the toolkit's side calls this: picture pixels per window pixel. It is 1, except on screens
   // with a fractional scale.
   void NoteCanvasScale(double scale);
@@ -53,8 +53,6 @@ class frmWave : public ReadingView {
  protected:
   void Form_Unload() override;
   void ShowRecord() override;
-  void PrepareReading() override { scratch_.TransferWaveSlot = Slot(); }
-  void TakeReading() override { Form_Resize(); }
 
  private:
   WaveRecord& Record();
@@ -74,7 +72,6 @@ class frmWave : public ReadingView {
   void SizePicture();
   void RepaintPicture();
 
-  TransferScratch& scratch_;
   double canvasScale_ = 1;
   double HRange = 0;  // pixels by which WavePic is larger than BackPic
   double VRange = 0;

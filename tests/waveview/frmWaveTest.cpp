@@ -34,9 +34,9 @@ struct WaveBench : TransferBench {
   RefreshFlags flags;
   RefreshSettings refresh;
   CtrlSettings ctrl;
-  frmWave view{{sheet, ctrl, progress, {clock, waiting, prompts, state, transfer, flags, refresh}},
-               scratch,
-               std::make_unique<RecordingCanvas>()};
+  frmWave view{
+      {sheet, scratch, ctrl, progress, {clock, waiting, prompts, state, transfer, flags, refresh}},
+      std::make_unique<RecordingCanvas>()};
 };
 
 TEST(frmWave, OpensAt150PercentAndItsOptionsGoToTheRecord) {

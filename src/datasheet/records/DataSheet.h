@@ -15,7 +15,11 @@ inline constexpr int kSheetSlots = 18;
 
 // The view of an item: a window whose tag holds the item's slot number in decimal. Once created, a
 // view stays in its slot until the program ends. Closing only unloads it.
-using ItemView = Form;
+class ItemView : public Form {
+ public:
+  // A reading has just filled the record. Does nothing unless the view is loaded.
+  virtual void ShowReading() = 0;
+};
 
 template <typename Record>
 using Slots = std::array<Record, kSheetSlots>;

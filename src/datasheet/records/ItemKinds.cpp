@@ -1,5 +1,7 @@
 #include "datasheet/records/ItemKinds.h"
 
+#include "datasheet/records/TransferScratch.h"
+
 namespace oriolemark {
 namespace {
 
@@ -10,6 +12,12 @@ constexpr std::size_t kSwitchedOff = 15;
 template <auto Records>
 ItemRecord& RecordIn(DataSheet& sheet, int slot) {
   return (sheet.*Records)[static_cast<std::size_t>(slot)];
+}
+
+template <auto Records>
+void CopyIn(DataSheet& sheet, int from, int to) {
+  auto& records = sheet.*Records;
+  records[static_cast<std::size_t>(to)] = records[static_cast<std::size_t>(from)];
 }
 
 void PrepareWave(DataSheet& sheet, int slot) {
@@ -31,15 +39,16 @@ void PrepareMeasure(DataSheet& sheet, int slot) {
 void PrepareData(DataSheet&, int) {}
 
 using S = DataSheet;
+using T = TransferScratch;
 
 // In the order of the enumeration.
 constexpr ItemKindRow kRows[kTreeOrder.size()] = {
-    {"Wave", "Waveform", "Waveform", 3, &S::WaveCount, &S::WaveViews, RecordIn<&S::Waves>,
-     PrepareWave},
-    {"Measure", "Measure", "Measure", 4, &S::MeasureCount, &S::MeasureViews, RecordIn<&S::Measures>,
-     PrepareMeasure},
-    {"Data", "Data", "Wave Data", 5, &S::DataCount, &S::DataViews, RecordIn<&S::Datas>,
-     PrepareData},
+    {"Wave", "Waveform", "Waveform", 3, &S::WaveCount, &S::WaveViews, &T::TransferWaveSlot,
+     RecordIn<&S::Waves>, CopyIn<&S::Waves>, PrepareWave},
+    {"Measure", "Measure", "Measure", 4, &S::MeasureCount, &S::MeasureViews,
+     &T::TransferMeasureSlot, RecordIn<&S::Measures>, CopyIn<&S::Measures>, PrepareMeasure},
+    {"Data", "Data", "Wave Data", 5, &S::DataCount, &S::DataViews, &T::TransferDataSlot,
+     RecordIn<&S::Datas>, CopyIn<&S::Datas>, PrepareData},
 };
 
 }  // namespace

@@ -7,6 +7,8 @@
 
 namespace oriolemark {
 
+struct TransferScratch;
+
 enum class ItemKind { Wave, Measure, Data };
 
 // One kind of item: where the sheet keeps its items, and how a new one is set up.
@@ -17,7 +19,10 @@ struct ItemKindRow {
   int image;            // in the Data Browser
   int DataSheet::*count;
   Slots<std::unique_ptr<ItemView>> DataSheet::*views;
+  int TransferScratch::*readingSlot;
   ItemRecord& (*record)(DataSheet& sheet, int slot);
+  // Copies the whole record, samples included.
+  void (*copy)(DataSheet& sheet, int from, int to);
   // Sets the fields of a new item. The other fields keep what the slot held.
   void (*prepare)(DataSheet& sheet, int slot);
 };

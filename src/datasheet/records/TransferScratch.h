@@ -10,6 +10,8 @@
 
 namespace oriolemark {
 
+inline constexpr int kNoSlot = -1;
+
 // Where a transfer stores its result. It is never cleared between transfers: behind a reply that is
 // shorter than the one before, the older values stay.
 struct TransferScratch {
@@ -22,8 +24,11 @@ struct TransferScratch {
   double TransferVoltOffset = 0;
   double TransferTimeRange = 0;
   double TransferTriggerDelay = 0;
-  // The wave slot that a transfer fills.
+  // For each kind, the slot of the item that a transfer fills. It follows its item to another slot.
+  // kNoSlot once the item has been removed: the rest of its reading is dropped.
   int TransferWaveSlot = 0;
+  int TransferMeasureSlot = 0;
+  int TransferDataSlot = 0;
 };
 
 }  // namespace oriolemark
