@@ -9,6 +9,7 @@
 #include <QPalette>
 #include <QPixmapCache>
 #include <array>
+#include <cmath>
 #include <memory>
 
 namespace oriolemark {
@@ -16,6 +17,7 @@ namespace {
 
 constexpr double kDisabledOpacity = 0.4;
 constexpr int kLitAlpha = 45;
+constexpr QColor kDotColor(240, 90, 30);
 constexpr double kInk = 0.85;  // the share of the text's colour; the rest is the background's
 
 QByteArray ReadDrawing(const QString& name) {
@@ -68,12 +70,32 @@ QPixmap Lit(QPixmap picture) {
   return picture;
 }
 
+// A dot that is readable on every row: its edge has the colour of the text, and a gap separates it
+// from the picture. The sizes are shares of the picture's height.
+void DrawDot(QPixmap& picture, const QColor& edge) {
+  constexpr double kRadius = 0.22, kGap = 0.08, kEdge = 0.07;
+  const double unit = picture.height();
+  const double radius = std::round(kRadius * unit * 2) / 2;
+  const QPointF centre(picture.width() - radius, picture.height() - radius);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(Qt::black);
+  painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+  painter.drawEllipse(centre, radius + kGap * unit, radius + kGap * unit);
+  painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+  painter.setBrush(edge);
+  painter.drawEllipse(centre, radius, radius);
+  painter.setBrush(kDotColor);
+  painter.drawEllipse(centre, radius - kEdge * unit, radius - kEdge * unit);
+}
+
 // Draws with the current palette, so that a change of theme shows at the next paint.
 class DrawingEngine : public QIconEngine {
  public:
   // `open` is the drawing for the "on" state, which an expanded row uses.
-  DrawingEngine(const QString& name, const QString& open)
-      : names_{name, open}, drawings_{ReadDrawing(name), ReadDrawing(open)} {}
+  DrawingEngine(const QString& name, const QString& open, PictureMark mark)
+      : names_{name, open}, drawings_{ReadDrawing(name), ReadDrawing(open)}, mark_(mark) {}
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
     const double scale = painter->device()->devicePixelRatio();
@@ -83,15 +105,17 @@ class DrawingEngine : public QIconEngine {
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
     const std::size_t face = state == QIcon::On ? 1 : 0;
     const QColor ink = InkOf(mode);
-    const QString key = QString("%1 %2 %3 %4 %5")
+    const QString key = QString("%1 %2 %3 %4 %5 %6")
                             .arg(names_[face])
                             .arg(size.width())
                             .arg(size.height())
                             .arg(ink.name())
-                            .arg(mode);
+                            .arg(mode)
+                            .arg(static_cast<int>(mark_));
     QPixmap picture;
     if (QPixmapCache::find(key, &picture)) return picture;
     picture = Render(drawings_[face], size, ink);
+    if (mark_ == PictureMark::Unsaved && !picture.isNull()) DrawDot(picture, ink);
     if (mode == QIcon::Disabled) picture = Faded(picture);
     if (mode == QIcon::Active) picture = Lit(picture);
     QPixmapCache::insert(key, picture);
@@ -104,6 +128,7 @@ class DrawingEngine : public QIconEngine {
  private:
   std::array<QString, 2> names_;
   std::array<QByteArray, 2> drawings_;
+  PictureMark mark_;
 };
 
 }  // namespace
@@ -112,8 +137,8 @@ QIcon PictureNamed(const QString& name) {
   return PictureNamed(name, name);
 }
 
-QIcon PictureNamed(const QString& name, const QString& open) {
-  return QIcon(std::make_unique<DrawingEngine>(name, open).release());
+QIcon PictureNamed(const QString& name, const QString& open, PictureMark mark) {
+  return QIcon(std::make_unique<DrawingEngine>(name, open, mark).release());
 }
 
 }  // namespace oriolemark

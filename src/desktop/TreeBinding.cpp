@@ -187,8 +187,7 @@ void TreeBinding::ShowModel() {
     QTimer::singleShot(0, &widget_,
                        [this, scrolled] { widget_.verticalScrollBar()->setValue(scrolled); });
   } else if (rows != shown_) {
-    shown_ = std::move(rows);
-    ShowTexts();
+    ShowRows(std::move(rows));
   }
   for (QTreeWidgetItemIterator at(&widget_); *at != nullptr; ++at) ShowState(**at);
   widget_.setAutoScroll(true);
@@ -197,7 +196,8 @@ void TreeBinding::ShowModel() {
 
 void TreeBinding::Collect(TreeNode node, int depth, std::vector<Row>& rows) const {
   for (const TreeNode child : model_.Children(node)) {
-    rows.push_back({child, depth, Shortened(FromWire(model_.Text(child))), model_.Image(child)});
+    rows.push_back({child, depth, Shortened(FromWire(model_.Text(child))), model_.Image(child),
+                    model_.Marked(child)});
     Collect(child, depth + 1, rows);
   }
 }
@@ -207,11 +207,9 @@ void TreeBinding::Rebuild() {
   std::vector<QTreeWidgetItem*> parents{widget_.invisibleRootItem()};
   for (const Row& row : shown_) {
     parents.resize(static_cast<std::size_t>(row.depth) + 1);
-    auto item = std::make_unique<QTreeWidgetItem>(QStringList{row.text});
-    item->setToolTip(0, PlainToolTip(row.text));
+    auto item = std::make_unique<QTreeWidgetItem>();
     item->setData(0, Qt::UserRole, row.node);
-    const QStringList faces = pictures_.value(row.image - 1).split('/');
-    item->setIcon(0, PictureNamed(faces.first(), faces.last()));
+    ShowRow(*item, row);
     if (model_.afterLabelEdit) item->setFlags(item->flags() | Qt::ItemIsEditable);
     parents.push_back(item.get());
     parents[static_cast<std::size_t>(row.depth)]->addChild(item.release());
@@ -222,16 +220,22 @@ bool TreeBinding::SameNodes(const std::vector<Row>& a, const std::vector<Row>& b
   return std::ranges::equal(a, b, {}, &Row::node, &Row::node);
 }
 
-// The items are in the order of the rows.
-void TreeBinding::ShowTexts() {
+void TreeBinding::ShowRow(QTreeWidgetItem& item, const Row& row) const {
+  item.setText(0, row.text);
+  item.setToolTip(0, PlainToolTip(row.text));
+  const QStringList faces = pictures_.value(row.image - 1).split('/');
+  item.setIcon(0, PictureNamed(faces.first(), faces.last(),
+                               row.marked ? PictureMark::Unsaved : PictureMark::None));
+  item.setData(0, Qt::AccessibleDescriptionRole, row.marked ? "unsaved changes" : "");
+}
+
+// The items are in the order of the rows. One whose row is the same is not touched.
+void TreeBinding::ShowRows(std::vector<Row> rows) {
   QTreeWidgetItemIterator at(&widget_);
-  for (const Row& row : shown_) {
-    if ((*at)->text(0) != row.text) {
-      (*at)->setText(0, row.text);
-      (*at)->setToolTip(0, PlainToolTip(row.text));
-    }
-    ++at;
+  for (std::size_t i = 0; i < rows.size(); ++i, ++at) {
+    if (rows[i] != shown_[i]) ShowRow(**at, rows[i]);
   }
+  shown_ = std::move(rows);
 }
 
 // A rebuilt tree has no selection. The row with the keyboard focus is restored.

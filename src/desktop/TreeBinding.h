@@ -35,6 +35,7 @@ class TreeBinding : public QObject {
     int depth;
     QString text;
     int image;
+    bool marked;
     bool operator==(const Row&) const = default;
   };
 
@@ -49,7 +50,8 @@ class TreeBinding : public QObject {
   void Collect(TreeNode node, int depth, std::vector<Row>& rows) const;
   static bool SameNodes(const std::vector<Row>& a, const std::vector<Row>& b);
   void Rebuild();
-  void ShowTexts();
+  void ShowRow(QTreeWidgetItem& item, const Row& row) const;
+  void ShowRows(std::vector<Row> rows);
   void ReturnToPlace();
   void ShowState(QTreeWidgetItem& item);
   void EditSelected();

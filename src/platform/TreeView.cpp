@@ -108,6 +108,15 @@ void TreeView::SetSorted(TreeNode node, bool sorted) {
   if (Node* found = Find(node)) Change(found->sorted, sorted);
 }
 
+bool TreeView::Marked(TreeNode node) const {
+  const Node* found = Find(node);
+  return found != nullptr && found->marked;
+}
+
+void TreeView::SetMarked(TreeNode node, bool marked) {
+  if (Node* found = Find(node)) Change(found->marked, marked);
+}
+
 void TreeView::Select(TreeNode node) {
   if (Exists(node)) Change(selected_, node);
 }

@@ -40,6 +40,9 @@ class TreeView : public Control {
   // A sorted node shows its children in the order of their texts.
   bool Sorted(TreeNode node) const;
   void SetSorted(TreeNode node, bool sorted);
+  // A marked node holds changes that are not saved yet. Its picture shows it, not its text.
+  bool Marked(TreeNode node) const;
+  void SetMarked(TreeNode node, bool marked);
 
   TreeNode Selected() const { return Exists(selected_) ? selected_ : kNoNode; }
   // Ignores a node that is not in the tree.
@@ -88,6 +91,7 @@ class TreeView : public Control {
     int image = 0;
     bool expanded = false;
     bool sorted = false;
+    bool marked = false;
     std::vector<TreeNode> children;
   };
 

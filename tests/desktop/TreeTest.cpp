@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QTextDocument>
@@ -81,6 +82,32 @@ TEST_F(Tree, ASelectionIsMutedAsLongAsTheTreeHasNotTheFocus) {
     EXPECT_GT(ground(widget).saturation(), 100);
     EXPECT_LT(ground(other).saturation(), 20);
     EXPECT_NE(ground(other), widget.palette().color(QPalette::Base));
+  }
+}
+
+TEST_F(Tree, AMarkIsInTheCornerOfThePictureAndReadAloudButNotInTheText) {
+  QTreeWidgetItem& item = *widget.topLevelItem(3);
+  const TreeNode node = model.Children(kNoNode)[3];
+  for (const QColor& theme : {QColor(240, 240, 240), QColor(50, 50, 50)}) {
+    QApplication::setPalette(QPalette(theme));
+    const auto look = [&] {
+      QCoreApplication::processEvents();
+      return item.icon(0).pixmap(16, 16, QIcon::Selected).toImage();
+    };
+    const QImage plain = look();
+    model.SetMarked(node, true);
+    const QImage marked = look();
+    const int half = plain.width() / 2;
+    const QRect rest(0, 0, half, half), corner(half, half, half, half);
+    EXPECT_EQ(marked.copy(rest), plain.copy(rest));
+    EXPECT_NE(marked.copy(corner), plain.copy(corner));
+    EXPECT_EQ(item.text(0), "Row 3");
+    // The header is the first child.
+    const auto* row = QAccessible::queryAccessibleInterface(&widget)->child(4);
+    EXPECT_EQ(row->text(QAccessible::Description), "unsaved changes");
+    model.SetMarked(node, false);
+    EXPECT_EQ(look(), plain);
+    EXPECT_EQ(row->text(QAccessible::Description), "");
   }
 }
 
