@@ -39,16 +39,27 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
   return QMessageBox::NoIcon;
 }
 
-MessageAnswer CancelledAnswer(MessageButtons buttons) {
-  return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::Cancel;
+struct ButtonsRow {
+  QMessageBox::StandardButtons shown;
+  QMessageBox::StandardButton first;   // the default button
+  QMessageBox::StandardButton escape;  // the button of the Escape key
+  MessageAnswer cancelled;
+};
+
+const ButtonsRow& RowOf(MessageButtons buttons) {
+  using Box = QMessageBox;
+  static const ButtonsRow kOk{Box::Ok, Box::Ok, Box::Ok, MessageAnswer::Ok};
+  static const ButtonsRow kYesNo{Box::Yes | Box::No, Box::No, Box::No, MessageAnswer::No};
+  static const ButtonsRow kYesNoCancel{Box::Yes | Box::No | Box::Cancel, Box::Yes, Box::Cancel,
+                                       MessageAnswer::Cancel};
+  if (buttons == MessageButtons::Ok) return kOk;
+  return buttons == MessageButtons::YesNo ? kYesNo : kYesNoCancel;
 }
 
 MessageAnswer AnswerOf(int result, MessageButtons buttons) {
-  if (buttons == MessageButtons::YesNoCancel) {
-    if (result == QMessageBox::Yes) return MessageAnswer::Yes;
-    if (result == QMessageBox::No) return MessageAnswer::No;
-  }
-  return CancelledAnswer(buttons);
+  if (result == QMessageBox::Yes) return MessageAnswer::Yes;
+  if (result == QMessageBox::No) return MessageAnswer::No;
+  return RowOf(buttons).cancelled;
 }
 
 QString Lines(const std::string& text) {
@@ -114,14 +125,10 @@ void Fill(QMessageBox& box, const Message& message) {
   box.setText(Breakable(Shortened(text, kShownInMessage)));
   box.setWindowTitle(Shortened(Lines(message.title)));
   box.setIcon(IconOf(message.icon));
-  if (message.buttons == MessageButtons::Ok) {
-    box.setStandardButtons(QMessageBox::Ok);
-    box.setDefaultButton(QMessageBox::Ok);
-  } else {
-    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-    box.setDefaultButton(QMessageBox::Yes);
-    box.setEscapeButton(QMessageBox::Cancel);
-  }
+  const ButtonsRow& buttons = RowOf(message.buttons);
+  box.setStandardButtons(buttons.shown);
+  box.setDefaultButton(buttons.first);
+  box.setEscapeButton(buttons.escape);
   if (message.mayMute) {
     box.setCheckBox(
         std::make_unique<QCheckBox>("Do not show this message again during this transfer")
@@ -136,13 +143,13 @@ void Fill(QMessageBox& box, const Message& message) {
 }  // namespace
 
 MessageAnswer QtPrompts::Show(const Message& message) {
-  if (waiting_.Closing()) return CancelledAnswer(message.buttons);
+  if (waiting_.Closing()) return RowOf(message.buttons).cancelled;
   // Its parent window owns it, and may be destroyed while events are served.
   const QPointer<QMessageBox> box =
       std::make_unique<QMessageBox>(QApplication::activeWindow()).release();
   const auto destroy = qScopeGuard([&box] { delete box.data(); });
   Fill(*box, message);
-  auto answer = CancelledAnswer(message.buttons);
+  auto answer = RowOf(message.buttons).cancelled;
   bool answered = false;
   QObject::connect(box, &QDialog::finished, [&](int result) {
     const QCheckBox* mute = box->checkBox();

@@ -9,7 +9,8 @@ namespace oriolemark {
 inline constexpr const char* kApplicationTitle = "Oriolemark";
 
 enum class MessageIcon { None, Exclamation, Critical, Question, Information };
-enum class MessageButtons { Ok, YesNoCancel };
+// YesNo is for what cannot be undone: No is the default, and the answer to a cancelled question.
+enum class MessageButtons { Ok, YesNo, YesNoCancel };
 // OkAndMute is OK with the mute box ticked.
 enum class MessageAnswer { Ok, Yes, No, Cancel, OkAndMute };
 

@@ -95,21 +95,26 @@ TEST_F(PromptsTest, ANameIsSavedWithTheChosenFiltersExtensionInTheFolderOfTheLas
 }
 
 TEST_F(PromptsTest, AMessageIsAnsweredByItsButtonsAndMutedWhereItsBoxIsTicked) {
-  const std::tuple<bool, bool, QMessageBox::StandardButton, MessageAnswer> rows[] = {
-      {false, false, QMessageBox::Ok, MessageAnswer::Ok},
-      {true, true, QMessageBox::Ok, MessageAnswer::OkAndMute},
-      {false, false, QMessageBox::Yes, MessageAnswer::Yes},
-      {false, false, QMessageBox::No, MessageAnswer::No},
-      {false, false, QMessageBox::Cancel, MessageAnswer::Cancel}};
-  for (const auto& [mayMute, ticked, button, answer] : rows) {
+  constexpr auto kEscape = QMessageBox::NoButton, kReturn = QMessageBox::Help;  // keys
+  using enum MessageButtons;
+  const std::tuple<MessageButtons, bool, bool, QMessageBox::StandardButton, MessageAnswer> rows[] =
+      {{Ok, false, false, QMessageBox::Ok, MessageAnswer::Ok},
+       {Ok, true, true, QMessageBox::Ok, MessageAnswer::OkAndMute},
+       {YesNoCancel, false, false, kReturn, MessageAnswer::Yes},
+       {YesNoCancel, false, false, QMessageBox::No, MessageAnswer::No},
+       {YesNoCancel, false, false, kEscape, MessageAnswer::Cancel},
+       {YesNo, false, false, QMessageBox::Yes, MessageAnswer::Yes},
+       {YesNo, false, false, kReturn, MessageAnswer::No},
+       {YesNo, false, false, kEscape, MessageAnswer::No}};
+  for (const auto& [buttons, mayMute, ticked, button, answer] : rows) {
     Then([mayMute = mayMute, ticked = ticked, button = button](QWidget& widget) {
       const auto& box = dynamic_cast<QMessageBox&>(widget);
       EXPECT_EQ(box.checkBox() != nullptr, mayMute);
       if (ticked) QTest::keyClick(box.checkBox(), Qt::Key_Space);
-      QTest::keyClick(box.button(button), Qt::Key_Return);
+      const bool byKey = button == kEscape || button == kReturn;
+      QTest::keyClick(byKey ? &widget : box.button(button),
+                      button == kEscape ? Qt::Key_Escape : Qt::Key_Return);
     });
-    const bool asks = button != QMessageBox::Ok;
-    const auto buttons = asks ? MessageButtons::YesNoCancel : MessageButtons::Ok;
     EXPECT_EQ(prompts.Show({.text = "?", .buttons = buttons, .mayMute = mayMute}), answer);
   }
 }
