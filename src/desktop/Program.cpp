@@ -51,8 +51,8 @@ void ShowPointer(const ScreenPointer& pointer) {
 struct Program::Parts {
   QtEventSource events;
   Waiting waiting{events};
-  QtPrompts prompts{waiting};
   QtSettingsStore store;
+  QtPrompts prompts{waiting, store};
   QtSerialPort serial{[this](int number) {
     return store.Read("Drivers", "COM" + std::to_string(number)).value_or(std::string());
   }};

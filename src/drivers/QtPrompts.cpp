@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QList>
 #include <QMessageBox>
 #include <QPointer>
@@ -70,6 +71,9 @@ QString Lines(const std::string& text) {
 
 // The interval in ms at which a dialog checks whether the program is closing.
 constexpr int kWatchInterval = 100;
+
+constexpr const char* kFolderSection = "Settings";
+constexpr const char* kFolderKey = "LastFolder";
 
 struct Filter {
   QString name;
@@ -189,13 +193,22 @@ void QtPrompts::ShowPrinterDialog(const std::string& title) {
   Run(dialog, title);
 }
 
+QString QtPrompts::LastFolder() {
+  const auto kept = store_.Read(kFolderSection, kFolderKey);
+  const QString folder = QString::fromStdString(kept.value_or(std::string()));
+  return !folder.isEmpty() && QDir(folder).exists() ? folder : QDir::homePath();
+}
+
 std::string QtPrompts::AskFileName(const FileQuestion& question) {
   if (waiting_.Closing()) return {};
   NamingDialog dialog(QApplication::activeWindow(), question);
-  dialog.setDirectory(folder_.isEmpty() ? QDir::homePath() : folder_);
+  dialog.setDirectory(LastFolder());
   if (!Run(dialog, question.title)) return {};
-  folder_ = dialog.directory().absolutePath();
-  return dialog.selectedFiles().value(0).toStdString();
+  const QString path = dialog.selectedFiles().value(0);
+  // A name may have been typed with its path, so the folder of the dialog does not count.
+  const QString folder = QFileInfo(path).absolutePath();
+  store_.Write(kFolderSection, kFolderKey, folder.toStdString());
+  return path.toStdString();
 }
 
 }  // namespace oriolemark

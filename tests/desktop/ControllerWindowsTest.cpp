@@ -1,5 +1,7 @@
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QProcess>
@@ -9,6 +11,7 @@
 #include "desktop/RunWindows.h"
 #include "drivers/QtEventSource.h"
 #include "drivers/QtPrompts.h"
+#include "drivers/QtSettingsStore.h"
 
 namespace oriolemark {
 namespace {
@@ -68,7 +71,10 @@ struct PromptsTest : testing::Test, Application {
 
   QtEventSource events;
   Waiting waiting{events};
-  QtPrompts prompts{waiting};
+  const QTemporaryDir home;
+  const bool atHome = qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+  QtSettingsStore store;
+  QtPrompts prompts{waiting, store};
 };
 
 TEST_F(PromptsTest, ANameIsSavedWithTheChosenFiltersExtensionInTheFolderOfTheLastOne) {
@@ -92,6 +98,27 @@ TEST_F(PromptsTest, ANameIsSavedWithTheChosenFiltersExtensionInTheFolderOfTheLas
                                              "All Files (*.*)|*.*"}),
               path + endings[filter]);
   }
+}
+
+TEST_F(PromptsTest, ADialogBeginsInTheFolderOfTheLastFileAlsoAfterARestartUnlessItHasGone) {
+  auto folder = std::make_unique<QTemporaryDir>();
+  // The folder that the dialog begins in, and the name typed there.
+  const auto ask = [&](const QString& typed) {
+    QString began;
+    Then([&](QWidget& dialog) {
+      began = dynamic_cast<QFileDialog&>(dialog).directory().absolutePath();
+      dialog.findChild<QLineEdit*>("fileNameEdit")->setText(typed);
+      QTest::keyClick(&dialog, typed.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
+    });
+    QtSettingsStore anew;
+    QtPrompts(waiting, anew).AskFileName({.action = FileAction::Save, .title = "", .filter = ""});
+    return began;
+  };
+  EXPECT_EQ(ask(folder->filePath("name")), QDir::homePath());
+  EXPECT_EQ(ask({}), folder->path());
+  EXPECT_EQ(ask({}), folder->path()) << "cancelled before";
+  folder.reset();
+  EXPECT_EQ(ask({}), QDir::homePath());
 }
 
 TEST_F(PromptsTest, AMessageIsAnsweredByItsButtonsAndMutedWhereItsBoxIsTicked) {
