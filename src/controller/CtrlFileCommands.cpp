@@ -12,7 +12,8 @@ void frmCtrlList::ShowDocument() {
 
 void frmCtrlList::mnuNewCtrl_Click() {
   if (!file.AskAboutChanges()) return;
-  context_.document.CtrlFileName.clear();
+  file.Leave();
+  file.UseNone();
   SetNewSettings(context_.settings);
   ShowDocument();
   context_.document.CtrlChanged = false;
@@ -29,6 +30,7 @@ void frmCtrlList::mnuOpenCtrl_Click() {
 }
 
 void frmCtrlList::UseFile(const std::string& path) {
+  file.Leave();
   file.Use(path);
   ShowDocument();
 }

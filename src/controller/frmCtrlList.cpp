@@ -10,7 +10,8 @@ constexpr DocumentWords kWords{
     .changes = "Save the changes to the Control File",
     .saveAsTitle = "Save",
     .filter = "Control Files (*.cfx)|*.cfx",
-    .saveAsFilter = "Control Files (*.cfx)|*.cfx|Text Files (*.txt)|*.txt|All Files (*.*)|*.*"};
+    .saveAsFilter = "Control Files (*.cfx)|*.cfx|Text Files (*.txt)|*.txt|All Files (*.*)|*.*",
+    .extension = ".cfx"};
 
 constexpr Milliseconds kAutoSetTime(4000);
 
@@ -26,14 +27,18 @@ frmCtrlList::frmCtrlList(const CtrlListContext& context)
       nodes_(CtrlTreeView, context.settings),
       dialog({context.settings, context.document, nodes_, context.scope, context.waiting,
               context.prompts}),
-      file(
-          kWords, context.document.CtrlFileName, context.document.CtrlChanged, context.prompts,
-          [this](const std::string& path) {
-            ReadControlFile(path, context_.settings, context_.prompts);
-          },
-          [this](const std::string& path) {
-            WriteControlFile(path, context_.settings, context_.prompts, context_.sync);
-          }),
+      file(kWords, context.document.CtrlFileName, context.document.CtrlChanged, context.prompts,
+           context.recovered,
+           {.read =
+                [this](const std::string& path) {
+                  ReadControlFile(path, context_.settings, context_.prompts);
+                },
+            .write =
+                [this](const std::string& path) {
+                  return WriteControlFile(path, context_.settings, context_.prompts, context_.sync);
+                },
+            .title = [] { return std::string("Controller"); },
+            .contents = [this] { return ControlFileText(context_.settings); }}),
       context_(context) {
   SetCaption("DSO Controller");
   const MenuRow separator;

@@ -32,6 +32,7 @@ struct CtrlListContext {
   Waiting& waiting;
   Prompts& prompts;
   ScreenPointer& pointer;
+  RecoveredFiles& recovered;
   SyncFile sync;
 };
 

@@ -60,8 +60,8 @@ struct Program::Parts {
   ChosenUsb usb{store, MakeUsbTime(waiting, [this] { return events.Turns(); })};
   HelpWindow help{nullptr};
   MainModule module{Platform{events, waiting, prompts, store, serial, gpib, usb, SystemShortDate,
-                             MakeRasterCanvas, ORIOLEMARK_VERSION, help, HelpFilePath(),
-                             SyncToDisk}};
+                             MakeRasterCanvas, ORIOLEMARK_VERSION, help, HelpFilePath(), SyncToDisk,
+                             RecoveredFolder(), SystemTimeStamp}};
   SplashWindow splash{module.splash};
   MainWindow main{module.main, module.browser, module.controller};
   AboutWindow about{module.about, &main};

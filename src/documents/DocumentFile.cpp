@@ -4,16 +4,17 @@
 
 namespace oriolemark {
 
-DocumentFile::DocumentFile(const DocumentWords& words, std::string& name, bool& changed,
-                           Prompts& prompts, DocumentStep read, DocumentStep write)
+DocumentFile::DocumentFile(const DocumentWords& words, std::string& name, WatchedFlag& changed,
+                           Prompts& prompts, RecoveredFiles& recovered, DocumentSteps steps)
     : words_(words),
       name_(name),
       changed_(changed),
       prompts_(prompts),
-      read_(std::move(read)),
-      write_(std::move(write)) {}
+      recovered_(recovered),
+      steps_(std::move(steps)) {}
 
 bool DocumentFile::AskAboutChanges() {
+  givenUp_ = false;
   if (!changed_) return true;
   Message question{.text = words_.changes, .buttons = MessageButtons::YesNoCancel};
   if (!name_.empty()) {
@@ -23,7 +24,19 @@ bool DocumentFile::AskAboutChanges() {
   const MessageAnswer answer = prompts_.Show(question);
   // The interrupted command goes on, even if the file could not be saved.
   if (answer == MessageAnswer::Yes) Save();
+  givenUp_ = answer == MessageAnswer::No;
   return answer != MessageAnswer::Cancel;
+}
+
+void DocumentFile::Leave(LastWord word) {
+  spareCopy_.clear();
+  if ((changed_ || writeFailed_) && !(givenUp_ && word == LastWord::Given)) {
+    const std::string contents = steps_.contents();
+    std::string copy;
+    if (!contents.empty()) copy = recovered_.Keep(steps_.title(), words_.extension, contents);
+    if (givenUp_) spareCopy_ = copy;
+  }
+  writeFailed_ = false;
 }
 
 std::string DocumentFile::AskOpenName() {
@@ -32,19 +45,27 @@ std::string DocumentFile::AskOpenName() {
 }
 
 void DocumentFile::Use(const std::string& path) {
+  if (!spareCopy_.empty()) RecoveredFiles::Remove(std::exchange(spareCopy_, {}));
   name_ = path;
-  read_(path);
+  asksName_ = false;
+  steps_.read(path);
   changed_ = false;
   if (addRecent) addRecent(path);
 }
 
+void DocumentFile::UseNone() {
+  name_.clear();
+  asksName_ = false;
+}
+
 void DocumentFile::Save() {
-  if (name_.empty() && !AskSaveName("Save", words_.filter)) return;
+  if (!MaySave()) return;
+  if ((name_.empty() || asksName_) && !AskSaveName("Save", words_.filter)) return;
   SaveUnderName();
 }
 
 void DocumentFile::SaveAs() {
-  if (AskSaveName(words_.saveAsTitle, words_.saveAsFilter)) SaveUnderName();
+  if (MaySave() && AskSaveName(words_.saveAsTitle, words_.saveAsFilter)) SaveUnderName();
 }
 
 bool DocumentFile::AskSaveName(const char* title, const char* filter) {
@@ -58,7 +79,7 @@ bool DocumentFile::AskSaveName(const char* title, const char* filter) {
 void DocumentFile::SaveUnderName() {
   // A copy, because a message of the write serves events, which may change the name in use.
   const std::string path = name_;
-  write_(path);
+  writeFailed_ = !steps_.write(path);
   changed_ = false;
   if (addRecent) addRecent(path);
 }

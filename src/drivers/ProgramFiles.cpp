@@ -29,6 +29,11 @@ std::string HelpFilePath() {
   return (shared.isEmpty() ? ProgramFolder().filePath(name) : shared).toStdString();
 }
 
+std::string RecoveredFolder() {
+  const QDir data(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+  return data.filePath(QStringLiteral("Recovered")).toStdString();
+}
+
 bool SyncToDisk(std::FILE* file) {
   // A file system without this operation reports EINVAL.
   return ::fsync(::fileno(file)) == 0 || errno == EINVAL;

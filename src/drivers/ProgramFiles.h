@@ -10,6 +10,9 @@ namespace oriolemark {
 // otherwise the user's data folder.
 std::string HelpFilePath();
 
+// The folder of safety copies (UTF-8 path), in the user's data folder. It may not exist yet.
+std::string RecoveredFolder();
+
 // Writes the file's bytes through to the disk. Its type is `SyncFile`.
 bool SyncToDisk(std::FILE* file);
 

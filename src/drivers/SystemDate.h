@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDate>
+#include <QDateTime>
 #include <QLocale>
 #include <string>
 
@@ -12,6 +13,11 @@ inline std::string SystemShortDate() {
       .toString(QDate::currentDate(), QLocale::ShortFormat)
       .toLatin1()
       .toStdString();
+}
+
+// The present time as a part of a file's name.
+inline std::string SystemTimeStamp() {
+  return QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss")).toStdString();
 }
 
 }  // namespace oriolemark

@@ -19,7 +19,7 @@ MainModule::MainModule(Platform platform)
       options(preferences, platform_.serial, platform_.gpib, platform_.usb),
       browser(sheet, prompts_),
       controller({settings, controlDocument, preferences.link, link_.state, transfer_, link_.scope,
-                  progress, platform_.waiting, prompts_, pointer, platform_.syncFile}),
+                  progress, platform_.waiting, prompts_, pointer, recovered_, platform_.syncFile}),
       main({platform_.events,
             platform_.waiting,
             prompts_,

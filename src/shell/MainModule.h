@@ -36,6 +36,8 @@ struct Platform {
   HelpViewer& help;
   std::string helpFile;  // UTF-8 path
   SyncFile syncFile;
+  std::string recoveredFolder;             // UTF-8 path of the folder for safety copies
+  std::function<std::string()> timeStamp;  // the present time as a part of a file's name
 };
 
 // The whole program without its toolkit. It owns every record and every window, and connects them.
@@ -69,6 +71,7 @@ class MainModule {
   Platform platform_;
   TransferState transfer_;
   TransferPrompts prompts_{platform_.prompts, transfer_};
+  RecoveredFiles recovered_{platform_.recoveredFolder, platform_.timeStamp, platform_.syncFile};
   ScopeLink link_;
   RefreshFlags refreshFlags_;
   TransferScratch scratch_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unistd.h>
+
 #include "platform/RasterCanvas.h"
 #include "shell/MainModule.h"
 #include "support/FakeSerialPort.h"
@@ -49,7 +51,10 @@ struct ProgramBench {
   }
   // Runs the program and closes it at this time.
   void RunUntil(int milliseconds) {
-    At(milliseconds, [this] { module.main.Close(); });
+    At(milliseconds, [this] {
+      prompts.toSave = MessageAnswer::No;
+      module.main.Close();
+    });
     module.Main();
   }
   // What the store holds for the next start.
@@ -78,9 +83,11 @@ struct ProgramBench {
   FakeGpib gpib{clock, script};
   FakeUsb usb{clock, script};
   FakeHelp help;
+  const std::string recovered = testing::TempDir() + "Recovered" + std::to_string(getpid());
   MainModule module{{clock, waiting, prompts, store, port, gpib, usb, [] { return "11/21/26"; },
                      [] { return std::make_unique<RasterCanvas>(); }, "0.1.0", help,
-                     "/program/Oriolemark.hlp", [](std::FILE*) { return true; }}};
+                     "/program/Oriolemark.hlp", [](std::FILE*) { return true; }, recovered,
+                     [] { return "2026-11-22 10.00.00"; }}};
   frmWave* wave = nullptr;  // the newest view
 };
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -38,6 +39,8 @@ class RecordingPrompts : public Prompts {
 
   MessageAnswer Show(const Message& message) override {
     if (clock_.waiting.Closing()) return MessageAnswer::Cancel;
+    const bool asksToSave = message.buttons == MessageButtons::YesNoCancel;
+    if (asksToSave && toSave && answers_.empty()) return *toSave;
     shown.push_back(message);
     if (answers_.empty()) {
       const bool asks = message.buttons != MessageButtons::Ok;
@@ -69,6 +72,9 @@ class RecordingPrompts : public Prompts {
     }
     return texts;
   }
+
+  // The answer to questions about unsaved changes that have no scripted one. They are not noted.
+  std::optional<MessageAnswer> toSave;
 
   std::vector<Message> shown;
   std::vector<FileQuestion> questions;

@@ -70,13 +70,17 @@ void ReadControlFile(const std::string& path, CtrlSettings& settings, Prompts& p
   }
 }
 
-void WriteControlFile(const std::string& path, const CtrlSettings& settings, Prompts& prompts,
+std::string ControlFileText(const CtrlSettings& settings) {
+  std::string text = Line(kSignature);
+  for (const Field field : kFileOrder) text += Line(settings.*field);
+  return text;
+}
+
+bool WriteControlFile(const std::string& path, const CtrlSettings& settings, Prompts& prompts,
                       const SyncFile& sync) {
-  std::string bytes = Line(kSignature);
-  for (const Field field : kFileOrder) bytes += Line(settings.*field);
-  if (const auto failure = WriteFile(path, bytes, sync)) {
-    prompts.Show({.systemText = failure->text, .icon = MessageIcon::Critical});
-  }
+  const auto failure = WriteFile(path, ControlFileText(settings), sync);
+  if (failure) prompts.Show({.systemText = failure->text, .icon = MessageIcon::Critical});
+  return !failure;
 }
 
 }  // namespace oriolemark

@@ -16,9 +16,13 @@ namespace oriolemark {
 // unchanged. Everything beyond the first mebibyte counts as missing.
 void ReadControlFile(const std::string& path, CtrlSettings& settings, Prompts& prompts);
 
+// The bytes of the file.
+std::string ControlFileText(const CtrlSettings& settings);
+
 // Replaces the file. If the file cannot be opened for writing or the disk refuses the bytes, shows
-// the reason. After a failure the old file is unharmed, unless WriteFile had to write in place.
-void WriteControlFile(const std::string& path, const CtrlSettings& settings, Prompts& prompts,
+// the reason and returns false. After a failure the old file is unharmed, unless WriteFile had to
+// write in place.
+bool WriteControlFile(const std::string& path, const CtrlSettings& settings, Prompts& prompts,
                       const SyncFile& sync);
 
 }  // namespace oriolemark

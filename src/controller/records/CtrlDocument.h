@@ -3,13 +3,14 @@
 #include <string>
 
 #include "controller/records/CtrlSettings.h"
+#include "platform/WatchedFlag.h"
 
 namespace oriolemark {
 
 // The state of the control document, without its settings.
 struct CtrlDocument {
   std::string CtrlFileName;     // path (UTF-8) of the file in use; empty for a new document
-  bool CtrlChanged = false;     // there are changes that are not in a file
+  WatchedFlag CtrlChanged;      // there are changes that are not in a file
   bool CtrlModelReady = false;  // the settings have been set to their defaults once
 };
 

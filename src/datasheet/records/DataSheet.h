@@ -8,6 +8,7 @@
 #include "datasheet/records/MeasureRecord.h"
 #include "datasheet/records/WaveRecord.h"
 #include "platform/Form.h"
+#include "platform/WatchedFlag.h"
 
 namespace oriolemark {
 
@@ -29,7 +30,7 @@ using Slots = std::array<Record, kSheetSlots>;
 struct DataSheet {
   std::string FileName;  // empty until the sheet is saved or opened
   std::string Title;
-  bool Modified = false;
+  WatchedFlag Modified;
   Slots<std::unique_ptr<ItemView>> WaveViews;
   Slots<WaveRecord> Waves;
   int WaveCount = 0;
