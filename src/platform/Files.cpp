@@ -103,13 +103,16 @@ std::optional<int> WriteBeside(const fs::path& target, std::string_view bytes,
 
 }  // namespace
 
-FileContents ReadFile(const std::string& path, std::size_t limit) {
+FileContents ReadFile(const std::string& path, std::size_t limit, TooLong tooLong) {
   const fs::path place(path);
   if (auto refusal = RefuseKind(place)) return {.bytes = {}, .error = std::move(refusal)};
   const File file = Open(place, "rb");
   if (!file) return {.bytes = {}, .error = Describe(errno)};
   std::error_code error;
   const std::uintmax_t size = fs::file_size(place, error);
+  if (!error && size > limit && tooLong == TooLong::Refuse) {
+    return {.bytes = {}, .error = Describe(EFBIG)};
+  }
   std::string bytes(error ? limit : std::min<std::uintmax_t>(size, limit), '\0');
   bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
   return {.bytes = std::move(bytes), .error = std::nullopt};
