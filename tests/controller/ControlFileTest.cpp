@@ -2,17 +2,14 @@
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "controller/records/ControlFile.h"
 #include "support/ControllerBench.h"
+#include "support/FileFolder.h"
 
 namespace oriolemark {
 namespace {
@@ -38,40 +35,16 @@ std::string FileOf(CtrlSettings settings) {
   return bytes;
 }
 
-class ControlFile : public ::testing::Test {
- protected:
-  ControlFile() {
-    std::string pattern = fs::temp_directory_path() / "control.XXXXXX";
-    folder = mkdtemp(pattern.data());
-    chmod(folder.c_str(), 0777);
-    path = folder + "/a.cfx";
-  }
-  ~ControlFile() override { fs::remove_all(folder); }
-
-  static std::string Bytes(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-  }
-  static void Put(const std::string& file, const std::string& bytes) {
-    std::ofstream(file, std::ios::binary) << bytes;
-  }
+struct ControlFile : FileFolder, ::testing::Test {
   // What a numbered record holds after the reading of the file.
   CtrlSettings Read() {
     CtrlSettings settings = Named("old");
     ReadControlFile(path, settings, bench.prompts);
     return settings;
   }
-  // Runs the action as the user "nobody", who has no rights of any kind.
-  static void AsNobody(const std::function<void()>& action) {
-    const uid_t self = geteuid();
-    ASSERT_EQ(self == 0 ? seteuid(65534) : 0, 0);
-    action();
-    ASSERT_EQ(seteuid(self), 0);
-  }
 
   ControllerBench bench;
-  std::string folder;
-  std::string path;
+  std::string path = folder + "/a.cfx";
 };
 
 TEST_F(ControlFile, IsWrittenInItsOwnOrderAndReadBackUnlessTheDialogIsCancelled) {

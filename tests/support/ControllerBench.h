@@ -37,12 +37,6 @@ inline const auto kHeads = Rows(R"(
 :DISPLAY:TYPE: || :DISPLAY:PERSIST: || :DISPLAY:GRID:
 )");
 
-// With each mark replaced.
-inline std::string Filled(std::string text, char mark, const std::string& by) {
-  for (std::size_t at = 0; (at = text.find(mark)) != text.npos;) text.replace(at, 1, by);
-  return text;
-}
-
 inline std::size_t PlaceOf(std::string_view setting) {
   const auto found = std::ranges::find(kRecord, setting, [](auto& row) { return row.first; });
   if (found == std::end(kRecord)) throw std::invalid_argument(std::string(setting));

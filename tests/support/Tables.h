@@ -23,6 +23,12 @@ inline std::vector<std::string> Split(std::string_view text, char mark) {
   return pieces;
 }
 
+// With each mark replaced.
+inline std::string Filled(std::string text, char mark, const std::string& by) {
+  for (std::size_t at = 0; (at = text.find(mark)) != text.npos;) text.replace(at, 1, by);
+  return text;
+}
+
 // The cells of a table: rows end in a line end or " || ", " | " stands between cells, and "-" is an
 // empty one. A line that begins with blanks goes on where the one before it ends.
 inline std::vector<std::vector<std::string>> Rows(const std::string& table) {
