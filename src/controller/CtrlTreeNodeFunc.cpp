@@ -90,6 +90,7 @@ void CtrlTreeNodeFunc::BuildCtrlTree() {
   }
   tree_.Add(CtrlRootNode, kVirtualPanelLabel, ctrl_image::kVirtualPanel);
   tree_.SetExpanded(CtrlRootNode, true);
+  ShowChanged();
 }
 
 void CtrlTreeNodeFunc::SaveTreeExpansion() {

@@ -5,6 +5,7 @@
 
 #include "controller/records/Parameters.h"
 #include "platform/TreeView.h"
+#include "platform/WatchedFlag.h"
 
 namespace oriolemark {
 
@@ -26,8 +27,9 @@ inline constexpr const char* kVirtualPanelLabel = "Virtual Panel";
 // Builds the settings tree from the record and keeps its nodes by group and position.
 class CtrlTreeNodeFunc {
  public:
-  CtrlTreeNodeFunc(TreeView& tree, const CtrlSettings& settings)
-      : tree_(tree), settings_(settings) {}
+  // The root's picture shows `changed`.
+  CtrlTreeNodeFunc(TreeView& tree, const CtrlSettings& settings, const WatchedFlag& changed)
+      : tree_(tree), settings_(settings), changed_(changed) {}
 
   // Clears and rebuilds the tree, with the root expanded and the groups collapsed. A position that
   // is not in use keeps the number of a node that is gone. Writing there does nothing.
@@ -38,6 +40,9 @@ class CtrlTreeNodeFunc {
   void ExpandGroup(int group);
   // Expands the root and every group.
   void ExpandAll();
+
+  // Shows again whether there are unsaved changes.
+  void ShowChanged() { tree_.SetMarked(CtrlRootNode, changed_); }
 
   // Writes the setting's changed text on its node, at the position that RepairPosition gives for
   // the present trigger method.
@@ -53,6 +58,7 @@ class CtrlTreeNodeFunc {
 
   TreeView& tree_;
   const CtrlSettings& settings_;
+  const WatchedFlag& changed_;
   TreeNode CtrlRootNode = kNoNode;
   std::array<std::array<TreeNode, kPositions>, ctrl_group::kCount> CtrlNodes{};
   // Entry 0 is the root, the others are the groups.

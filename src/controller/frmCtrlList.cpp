@@ -24,7 +24,7 @@ constexpr const char* kPanelVersion = "03.01.15";
 frmCtrlList::frmCtrlList(const CtrlListContext& context)
     : cmdUpload([this] { cmdUpload_Click(); }),
       cmdDownload([this] { cmdDownload_Click(); }),
-      nodes_(CtrlTreeView, context.settings),
+      nodes_(CtrlTreeView, context.settings, context.document.CtrlChanged),
       dialog({context.settings, context.document, nodes_, context.scope, context.waiting,
               context.prompts}),
       file(kWords, context.document.CtrlFileName, context.document.CtrlChanged, context.prompts,
@@ -60,6 +60,7 @@ frmCtrlList::frmCtrlList(const CtrlListContext& context)
   });
   CtrlTreeView.nodeClick = [this](TreeNode node) { CtrlNodePath = CtrlTreeView.FullPath(node); };
   CtrlTreeView.doubleClick = [this] { EditClicked(); };
+  context_.document.CtrlChanged.onChanged = [this] { nodes_.ShowChanged(); };
   CtrlTreeView.mouseDown = [this](int button) {
     if (button == kRightButton) popmenu1.Popup();
   };
