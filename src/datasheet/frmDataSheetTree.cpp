@@ -1,21 +1,83 @@
 #include "datasheet/frmDataSheetTree.h"
 
+#include "datasheet/records/DataSheetFile.h"
+#include "platform/Utf8.h"
+
 namespace oriolemark {
 namespace {
+
+constexpr DocumentWords kWords{.changes = "Save the changes to the Data Sheet File",
+                               .saveAsTitle = "Save As",
+                               .filter = "Data Sheet Files (*.orm)|*.orm",
+                               .saveAsFilter = "Data Sheet Files (*.orm)|*.orm",
+                               .extension = ".orm"};
 
 constexpr const char* kRootText = "Data Sheet";
 constexpr int kRootImage = 1;
 constexpr int kSheetImage = 2;
 
-}  // namespace
-
-frmDataSheetTree::frmDataSheetTree(DataSheet& sheet, Prompts& prompts)
-    : files(sheet, DataSheetTree, prompts), sheet_(sheet), prompts_(prompts) {
-  SetCaption("Data Browser");
-  DataSheetTree.doubleClick = [this] { SetActiveForm(); };
-  DataSheetTree.afterLabelEdit = [this](std::string& text) { ChangeFormName(text); };
+bool HasItems(const DataSheet& sheet) {
+  return sheet.WaveCount + sheet.MeasureCount + sheet.DataCount > 0;
 }
 
+}  // namespace
+
+frmDataSheetTree::frmDataSheetTree(const BrowserContext& context)
+    : files(context.sheet, context.scratch, DataSheetTree, context.prompts),
+      file(kWords, context.sheet.FileName, context.sheet.Modified, context.prompts,
+           context.recovered,
+           {.read =
+                [this](const std::string& path) {
+                  ReadDataSheet(path, sheet_, context_.scratch, context_.prompts);
+                },
+            .write =
+                [this](const std::string& path) {
+                  return WriteDataSheet(path, sheet_, context_.prompts, context_.sync);
+                },
+            .title = [this] { return Utf8Of(sheet_.Title); },
+            // An empty sheet is not worth a copy.
+            .contents = [this] { return HasItems(sheet_) ? DataSheetText(sheet_) : std::string(); },
+            .maySave = [this] { return files.RequireSheet(); }}),
+      context_(context),
+      sheet_(context.sheet) {
+  SetCaption("Data Browser");
+  BuildMenu();
+  DataSheetTree.doubleClick = [this] { SetActiveForm(); };
+  DataSheetTree.afterLabelEdit = [this](std::string& text) { ChangeFormName(text); };
+  DataSheetTree.keyDown = [this](int code) { KeyDown(code); };
+  DataSheetTree.mouseDown = [this](int button) {
+    if (button == kRightButton) PopupMenuFor();
+  };
+  sheet_.Modified.onChanged = [this] { ShowChanged(); };
+}
+
+void frmDataSheetTree::BuildMenu() {
+  const MenuRow separator;
+  pop_mnu1.entries = MakeMenu({
+      {&mnuNewDataSheet, "mnuNewDataSheet", "&New Data Sheet", [this] { mnuNewDataSheet_Click(); }},
+      {&mnuOpenDataSheet, "mnuOpenDataSheet", "&Open Data Sheet",
+       [this] { mnuOpenDataSheet_Click(); }},
+      separator,
+      {&mnuSaveDataSheet, "mnuSaveDataSheet", "&Save Data Sheet",
+       [this] { mnuSaveDataSheet_Click(); }},
+      {&mnuSaveDataSheetAs, "mnuSaveDataSheetAs", "Sa&ve Data Sheet As", [this] { file.SaveAs(); }},
+      separator,
+      {&mnuAddNew, "mnuAddNew", "&Add New"},
+      separator,
+      {&mnuRename, "mnuRename", "Re&name", [this] { DataSheetTree.StartLabelEdit(); }},
+      {&barBeforeRemove, "barBeforeRemove", kBarCaption},
+      {&mnuRemove, "mnuRemove", "&Remove", [this] { mnuRemove_Click(); }},
+      {&barBeforeSorted, "barBeforeSorted", kBarCaption},
+      {&mnuSorted, "mnuSorted", "So&rted", [this] { mnuSorted_Click(); }},
+  });
+  mnuAddNew.submenu = MakeMenu({
+      {&mnuAddNewWaveform, "mnuAddNewWaveform", "&Waveform", [this] { files.AddWaveItem(); }},
+      {&mnuAddNewMeasure, "mnuAddNewMeasure", "&Measure", [this] { files.AddMeasureItem(); }},
+      {&mnuAddNewData, "mnuAddNewData", "&Data", [this] { files.AddDataItem(); }},
+  });
+}
+
+// Closing the pane and opening it again keeps the sheet.
 void frmDataSheetTree::Form_Load() {
   DataSheetTree.Clear();
   sheet_.RootNode = DataSheetTree.Add(kNoNode, kRootText, kRootImage);
@@ -26,11 +88,7 @@ void frmDataSheetTree::Form_Load() {
     return;
   }
   for (const ItemKind kind : kTreeOrder) {
-    const ItemKindRow& row = RowOf(kind);
-    for (int slot = 0; slot < sheet_.*row.count; ++slot) {
-      ItemRecord& record = row.record(sheet_, slot);
-      record.TreeNode = DataSheetTree.Add(sheet_.SheetNode, record.Name, row.image);
-    }
+    for (int slot = 0; slot < sheet_.*RowOf(kind).count; ++slot) files.AddNode(kind, slot);
   }
 }
 
@@ -38,41 +96,104 @@ void frmDataSheetTree::AddSheetNode() {
   sheet_.SheetNode = DataSheetTree.Add(sheet_.RootNode, sheet_.Title, kSheetImage);
   DataSheetTree.SetExpanded(sheet_.RootNode, true);
   DataSheetTree.SetExpanded(sheet_.SheetNode, true);
+  DataSheetTree.SetSorted(sheet_.SheetNode, mnuSorted.Checked());
+  ShowChanged();
 }
 
-void frmDataSheetTree::mnuNewDataSheet_Click() {
-  CloseAllItems();
-  // "Untitle" stays: users know the word.
-  sheet_.Title = "Untitle";
-  sheet_.FileName.clear();
+void frmDataSheetTree::ShowChanged() {
+  DataSheetTree.SetMarked(sheet_.SheetNode, sheet_.Modified);
+}
+
+std::optional<frmDataSheetTree::Place> frmDataSheetTree::SelectedItem() const {
+  const TreeNode selected = DataSheetTree.Selected();
+  if (selected == kNoNode) return std::nullopt;
+  for (const ItemKind kind : kSearchOrder) {
+    for (int slot = 0; slot < sheet_.*RowOf(kind).count; ++slot) {
+      const Place place{kind, slot};
+      if (RecordAt(place).TreeNode == selected) return place;
+    }
+  }
+  return std::nullopt;
+}
+
+ItemRecord& frmDataSheetTree::RecordAt(const Place& place) const {
+  return RowOf(place.kind).record(sheet_, place.slot);
+}
+
+std::optional<std::string> frmDataSheetTree::SelectedName() const {
+  const TreeNode selected = DataSheetTree.Selected();
+  if (selected != kNoNode && selected == sheet_.SheetNode) return sheet_.Title;
+  const auto place = SelectedItem();
+  return place ? std::optional(RecordAt(*place).Name) : std::nullopt;
+}
+
+void frmDataSheetTree::PopupMenuFor() {
+  const bool exists = DataSheetTree.Exists(sheet_.SheetNode);
+  for (MenuEntry* entry : {&mnuSaveDataSheet, &mnuSaveDataSheetAs, &mnuAddNew, &mnuSorted}) {
+    entry->SetEnabled(exists);
+  }
+  const auto name = exists ? SelectedName() : std::nullopt;
+  for (MenuEntry* entry : {&mnuRename, &barBeforeRemove, &mnuRemove, &barBeforeSorted}) {
+    entry->SetVisible(name.has_value());
+  }
+  if (name) {
+    const std::string shown = "(" + PlainCaption(Utf8Of(*name)) + ")";
+    mnuRemove.SetCaption("&Remove" + shown);
+    mnuRename.SetCaption("Re&name" + shown);
+  }
+  pop_mnu1.Popup();
+}
+
+void frmDataSheetTree::KeyDown(int code) {
+  if (code == kF2Key) DataSheetTree.StartLabelEdit();
+  if (code == kDeleteKey) RemoveByKey();
+  if (code == kEnterKey) SetActiveForm();
+}
+
+// A key is pressed by mistake more easily than a menu entry, so data is not removed without a
+// question.
+void frmDataSheetTree::RemoveByKey() {
+  const TreeNode meant = DataSheetTree.Selected();
+  const auto place = SelectedItem();
+  if (place && RecordAt(*place).HasData) {
+    const Message question{.text = "Remove " + RecordAt(*place).Name + "?",
+                           .icon = MessageIcon::Question,
+                           .buttons = MessageButtons::YesNo};
+    if (context_.prompts.Show(question) != MessageAnswer::Yes) return;
+  }
+  if (DataSheetTree.Selected() == meant) mnuRemove_Click();
+}
+
+void frmDataSheetTree::mnuRemove_Click() {
+  const TreeNode selected = DataSheetTree.Selected();
+  if (selected != kNoNode && selected == sheet_.SheetNode) {
+    RemoveSheet();
+  } else if (const auto place = SelectedItem()) {
+    DataSheetTree.Remove(selected);
+    files.Remove(place->kind, place->slot);
+    files.SheetExists();
+  }
+}
+
+void frmDataSheetTree::RemoveSheet() {
+  if (!file.AskAboutChanges()) return;
+  file.Leave();
   DataSheetTree.Remove(sheet_.SheetNode);
-  AddSheetNode();
+  files.CloseAllItems();
   files.SheetExists();
 }
 
-void frmDataSheetTree::CloseAllItems() {
-  UnloadViews(sheet_);
-  ForgetItems(sheet_);
-}
-
-void frmDataSheetTree::ForSelected(
-    const std::function<void(ItemRecord& record, ItemView* view)>& act) {
-  const TreeNode selected = DataSheetTree.Selected();
-  if (selected == kNoNode) return;
-  for (const ItemKind kind : kSearchOrder) {
-    const ItemKindRow& row = RowOf(kind);
-    for (int slot = 0; slot < sheet_.*row.count; ++slot) {
-      ItemRecord& record = row.record(sheet_, slot);
-      if (record.TreeNode == selected) act(record, files.View(kind, slot));
-    }
-  }
+// The order holds for every sheet until the program ends. It does not change the slots.
+void frmDataSheetTree::mnuSorted_Click() {
+  mnuSorted.SetChecked(!mnuSorted.Checked());
+  DataSheetTree.SetSorted(sheet_.SheetNode, mnuSorted.Checked());
 }
 
 void frmDataSheetTree::ChangeFormName(std::string& newText) {
   const TreeNode selected = DataSheetTree.Selected();
   if (selected == sheet_.RootNode) {
     newText = kRootText;
-    prompts_.Show({.text = "Name of Root Can't Change", .icon = MessageIcon::Exclamation});
+    context_.prompts.Show({.text = "Name of Root Can't Change", .icon = MessageIcon::Exclamation});
     return;
   }
   if (selected == sheet_.SheetNode) {
@@ -80,21 +201,21 @@ void frmDataSheetTree::ChangeFormName(std::string& newText) {
     sheet_.Modified = true;
     return;
   }
-  ForSelected([&](ItemRecord& record, ItemView* view) {
-    record.Name = newText;
-    sheet_.Modified = true;
-    if (view == nullptr) return;
-    view->SetCaption(record.Name);
-    view->BringToFront();
-  });
+  const auto place = SelectedItem();
+  if (!place) return;
+  RecordAt(*place).Name = newText;
+  files.ShowView(place->kind, place->slot);
+  if (ItemView* view = files.View(place->kind, place->slot)) view->BringToFront();
+  sheet_.Modified = true;
 }
 
 void frmDataSheetTree::SetActiveForm() {
-  ForSelected([this](ItemRecord& record, ItemView* view) {
-    if (view == nullptr) return;
-    view->SetCaption(DataSheetTree.Text(record.TreeNode));
-    view->BringToFront();
-  });
+  const auto place = SelectedItem();
+  if (!place) return;
+  ItemView* view = files.View(place->kind, place->slot);
+  if (view == nullptr) return;
+  view->SetCaption(DataSheetTree.Text(DataSheetTree.Selected()));
+  view->BringToFront();
 }
 
 }  // namespace oriolemark

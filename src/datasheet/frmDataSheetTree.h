@@ -1,40 +1,79 @@
 #pragma once
 
-#include <functional>
+#include <optional>
 #include <string>
 
 #include "datasheet/FileFunc.h"
+#include "documents/DocumentFile.h"
 #include "platform/Form.h"
+#include "platform/MenuEntry.h"
+#include "platform/PopupMenu.h"
 #include "platform/TreeView.h"
 
 namespace oriolemark {
 
-// The Data Browser. It shows the sheet as a tree, opens its views and brings them to the front.
+// What the Data Browser needs.
+struct BrowserContext {
+  DataSheet& sheet;
+  TransferScratch& scratch;
+  Prompts& prompts;
+  RecoveredFiles& recovered;
+  SyncFile sync;
+};
+
+// The Data Browser. It shows the sheet as a tree, opens its views and brings them to the front, and
+// has the sheet's file commands (SheetFileCommands.cpp).
 class frmDataSheetTree : public Form {
  public:
-  frmDataSheetTree(DataSheet& sheet, Prompts& prompts);
+  explicit frmDataSheetTree(const BrowserContext& context);
 
   TreeView DataSheetTree;
+  MenuEntry mnuNewDataSheet, mnuOpenDataSheet, mnuSaveDataSheet, mnuSaveDataSheetAs;
+  MenuEntry mnuAddNew, mnuAddNewWaveform, mnuAddNewMeasure, mnuAddNewData;
+  MenuEntry mnuRename, barBeforeRemove, mnuRemove, barBeforeSorted, mnuSorted;
+  PopupMenu pop_mnu1;
   FileFunc files;
+  DocumentFile file;
 
   void Form_Load() override;
 
-  // Makes a new, empty sheet.
+  // Each of these but Save first asks about unsaved changes.
   void mnuNewDataSheet_Click();
+  // Empties the sheet before its dialog opens. If the user cancels the dialog, the nodes of the
+  // items stay and lead nowhere, and Save asks for a name until the next New or Open.
+  void mnuOpenDataSheet_Click();
+  void OpenDataSheet(const std::string& path);
+  void mnuSaveDataSheet_Click() { file.Save(); }
+
   // Applies the edit of the selected node's label. The root keeps its name.
   void ChangeFormName(std::string& newText);
   // Brings the view of the selected item to the front.
   void SetActiveForm();
 
  private:
-  // Unloads every open view and empties the three lists. The records keep their contents.
-  void CloseAllItems();
-  void AddSheetNode();
-  // Calls `act` for each item whose node is selected. `view` is null for a kind without windows.
-  void ForSelected(const std::function<void(ItemRecord& record, ItemView* view)>& act);
+  struct Place {
+    ItemKind kind;
+    int slot;
+  };
 
+  void BuildMenu();
+  void PopupMenuFor();
+  void KeyDown(int code);
+  void mnuRemove_Click();
+  void mnuSorted_Click();
+  void RemoveByKey();
+  void RemoveSheet();
+  void UseFile(const std::string& path);
+  void RebuildSheetTree();
+  void AddSheetNode();
+  void ShowChanged();
+  std::optional<Place> SelectedItem() const;
+  // The name of the selected sheet or item, 8-bit. Nothing if neither is selected.
+  std::optional<std::string> SelectedName() const;
+  ItemRecord& RecordAt(const Place& place) const;
+
+  BrowserContext context_;
   DataSheet& sheet_;
-  Prompts& prompts_;
   bool sheetModelReady_ = false;  // a sheet has been made since the program started
 };
 

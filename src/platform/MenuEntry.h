@@ -1,12 +1,26 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "platform/Control.h"
 
 namespace oriolemark {
+
+// A separator that can be hidden is an entry with this caption.
+inline constexpr const char* kBarCaption = "-";
+
+// Doubles each "&" of a text, so that it is not taken as the mark of an access key.
+inline std::string PlainCaption(std::string_view text) {
+  std::string caption;
+  for (const char character : text) {
+    if (character == '&') caption += '&';
+    caption += character;
+  }
+  return caption;
+}
 
 // An entry of a menu, or the root of a submenu. The caption is UTF-8. "&" marks the access key;
 // "&&" is a plain "&".

@@ -10,16 +10,6 @@ std::string KeyOf(std::size_t index) {
   return "RecentFile" + std::to_string(index + 1);
 }
 
-// Doubles each "&" in a path, so that it is not taken as the mark of an access key.
-std::string CaptionOf(const std::string& path) {
-  std::string caption;
-  for (const char character : path) {
-    if (character == '&') caption += '&';
-    caption += character;
-  }
-  return caption;
-}
-
 }  // namespace
 
 RecentFiles::RecentFiles(SettingsStore& store, std::string section, MenuEntry& root,
@@ -65,7 +55,7 @@ void RecentFiles::Load() {
   if (!any) return;
   for (std::size_t i = 0; i < kEntries; ++i) {
     paths_[i] = Read(i);
-    entries_[i]->SetCaption(CaptionOf(paths_[i]));
+    entries_[i]->SetCaption(PlainCaption(paths_[i]));
     entries_[i]->SetVisible(!paths_[i].empty());
   }
 }

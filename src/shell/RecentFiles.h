@@ -23,8 +23,10 @@ class RecentFiles {
   void Add(const std::string& path);
   // Fills the menu from the store. Disables its root if there are no files.
   void Load();
-  // Empty if there is no such entry.
-  const std::string& Path(std::size_t index) const { return paths_[index]; }
+  // Opens the newest file, if there is one.
+  void OpenLatest() const {
+    if (!paths_[0].empty()) entries_[0]->Click();
+  }
 
  private:
   std::string Read(std::size_t index) const;

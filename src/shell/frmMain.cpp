@@ -1,5 +1,8 @@
 #include "shell/frmMain.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include "link/StringRES.h"
 
 namespace oriolemark {
@@ -16,6 +19,17 @@ constexpr std::size_t kLastAddPlace = 12;
 void Toggle(MenuEntry& entry, Control& shown) {
   entry.SetChecked(!entry.Checked());
   shown.SetVisible(entry.Checked());
+}
+
+// The first path with this extension, in any case. Empty if there is none.
+std::string FirstOf(const std::vector<std::string>& paths, std::string_view extension) {
+  const auto same = [](char a, char b) { return a == b || a + 'a' - 'A' == b; };
+  for (const std::string& path : paths) {
+    if (path.size() <= extension.size()) continue;
+    const std::string_view end = std::string_view(path).substr(path.size() - extension.size());
+    if (std::ranges::equal(end, extension, same)) return path;
+  }
+  return {};
 }
 
 }  // namespace
@@ -40,7 +54,8 @@ frmMain::frmMain(MainContext context)
       context_(std::move(context)),
       recentCtrls_(context_.store, "Recent Ctrl", mnuRecentCtrlRoot,
                    [this](const std::string& path) { context_.controller.OpenCtrl(path); }),
-      recentSheets_(context_.store, "Recent Sheet", mnuRecentSheetRoot, [](const std::string&) {}) {
+      recentSheets_(context_.store, "Recent Sheet", mnuRecentSheetRoot,
+                    [this](const std::string& path) { context_.browser.OpenDataSheet(path); }) {
   SetCaption(kApplicationTitle);
   StatusPanel.SetText("Status: ");
   BuildMenus();
@@ -52,6 +67,7 @@ frmMain::frmMain(MainContext context)
   context_.scope.showIndicator = [this](bool connected) { ShowIndicator(connected); };
   context_.serialEvents.showStatus = [this](const std::string& text) { ShowStatus(text); };
   context_.controller.file.addRecent = [this](const std::string& path) { recentCtrls_.Add(path); };
+  context_.browser.file.addRecent = [this](const std::string& path) { recentSheets_.Add(path); };
   context_.browser.files.setAddButtons = [this](bool enabled) { SetAddButtons(enabled); };
 }
 
@@ -65,10 +81,15 @@ void frmMain::BuildMenus() {
            {&mnuFileNew, "mnuFileNew", "&New", [this] { mnuFileNew_Click(); }, "Ctrl+N"},
            {&mnuFileOpen, "mnuFileOpen", "&Open...", [this] { mnuFileOpen_Click(); }, "Ctrl+O"},
            separator,
-           {&mnuFileSaveDataSheet, "mnuFileSaveDataSheet", "&Save Data Sheet", {}, "Ctrl+S"},
+           {&mnuFileSaveDataSheet, "mnuFileSaveDataSheet", "&Save Data Sheet",
+            [this] { context_.browser.mnuSaveDataSheet_Click(); }, "Ctrl+S"},
            {&mnuFileSaveCtrlFile, "mnuFileSaveCtrlFile", "Save C&ontroller",
             [this] { context_.controller.mnuSaveCtrl_Click(); }},
-           {&mnuFileSaveAll, "mnuFileSaveAll", "Save A&ll", [this] { mnuFileSaveCtrlFile.Click(); },
+           {&mnuFileSaveAll, "mnuFileSaveAll", "Save A&ll",
+            [this] {
+              mnuFileSaveCtrlFile.Click();
+              mnuFileSaveDataSheet.Click();
+            },
             "Ctrl+Shift+S"},
            separator,
            {&mnuFilePageSetup, "mnuFilePageSetup", "Page Set&up...",
@@ -181,11 +202,9 @@ void frmMain::TimerInit_Timer() {
   TimerInit.SetEnabled(false);
   tabDock.ShowPane(kSheetPane);
   tabDock.ShowPane(kControllerPane);
-  // A copy, because opening the file moves the entries.
-  const std::string latest = recentCtrls_.Path(0);
-  if (context_.preferences.startup.StartupLoadCtrl && !latest.empty()) {
-    context_.controller.OpenCtrl(latest);
-  }
+  const auto& startup = context_.preferences.startup;
+  if (startup.StartupLoadCtrl) recentCtrls_.OpenLatest();
+  if (startup.StartupLoadSheet) recentSheets_.OpenLatest();
 }
 
 void frmMain::mnuFileNew_Click() {
@@ -199,7 +218,21 @@ void frmMain::mnuFileNew_Click() {
 
 void frmMain::mnuFileOpen_Click() {
   if (!context_.openDoc.AskModal(context_.waiting)) return;
-  if (context_.openDoc.DocType == doc_type::kController) context_.controller.mnuOpenCtrl_Click();
+  const int type = context_.openDoc.DocType;
+  if (type == doc_type::kDataSheet) context_.browser.mnuOpenDataSheet_Click();
+  if (type == doc_type::kController) context_.controller.mnuOpenCtrl_Click();
+}
+
+void frmMain::OpenDropped(const std::vector<std::string>& paths) {
+  // Copies, because the documents' messages serve events.
+  const std::string sheet = FirstOf(paths, ".orm");
+  const std::string settings = FirstOf(paths, ".cfx");
+  if (!sheet.empty()) context_.browser.OpenDataSheet(sheet);
+  if (!settings.empty()) context_.controller.OpenCtrl(settings);
+}
+
+bool frmMain::TakesDrop(const std::vector<std::string>& paths) {
+  return !FirstOf(paths, ".orm").empty() || !FirstOf(paths, ".cfx").empty();
 }
 
 // Disconnects and stays disconnected: the new choices take effect when the user connects again.
@@ -239,10 +272,15 @@ bool frmMain::Close() {
   // A second close while the question is on the screen asks nothing.
   if (closeAsked_) return false;
   closeAsked_ = true;
-  const bool accepted = context_.controller.file.AskAboutChanges();
+  const bool leavesSheet = context_.browser.file.AskAboutChanges();
+  // Asked in any case: a Cancel of the first question keeps the program open all the same.
+  const bool leavesSettings = context_.controller.file.AskAboutChanges();
   closeAsked_ = false;
-  if (accepted) context_.waiting.BeginClosing();
-  return accepted;
+  if (!leavesSheet || !leavesSettings) return false;
+  context_.browser.file.Leave();
+  context_.controller.file.Leave();
+  context_.waiting.BeginClosing();
+  return true;
 }
 
 void frmMain::Form_Unload() {

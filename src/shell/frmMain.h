@@ -112,6 +112,11 @@ class frmMain : public Form {
   // handlers have returned.
   bool Close();
 
+  // Files (UTF-8 paths) were dropped on the window. Opens the first data sheet and the first
+  // control file among them. TakesDrop returns whether there is one.
+  void OpenDropped(const std::vector<std::string>& paths);
+  static bool TakesDrop(const std::vector<std::string>& paths);
+
   // Opens the help file beside the program and reports a failure. `page` is used for Context.
   void ShowHelp(HelpCommand command, const std::string& page = {});
 

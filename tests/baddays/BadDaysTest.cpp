@@ -22,6 +22,7 @@ struct Day : ProgramBench {
   explicit Day(const char* refreshType, const char* interval = "5000") {
     Store("Refresh", "Refresh Type", refreshType);
     Store("Refresh", "Refresh Interval", interval);
+    prompts.toSave = MessageAnswer::No;
     instrument.Turn(":STOP", "");
     ProgressBar& bar = module.progress.ProgressBar1;
     bar.onRefresh = [&bar] { EXPECT_EQ(std::clamp(bar.Value(), 0.0, 100.0), bar.Value()); };

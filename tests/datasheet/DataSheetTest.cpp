@@ -6,7 +6,10 @@ namespace oriolemark {
 namespace {
 
 struct DataSheets : ProgramBench, testing::Test {
-  DataSheets() { module.main.Load(); }
+  DataSheets() {
+    module.main.Load();
+    prompts.toSave = MessageAnswer::No;
+  }
 
   DataSheet& sheet = module.sheet;
   TreeView& tree = module.browser.DataSheetTree;

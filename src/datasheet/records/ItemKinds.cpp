@@ -57,10 +57,6 @@ const ItemKindRow& RowOf(ItemKind kind) {
   return kRows[static_cast<std::size_t>(kind)];
 }
 
-void ForgetItems(DataSheet& sheet) {
-  for (const ItemKind kind : kTreeOrder) sheet.*RowOf(kind).count = 0;
-}
-
 void UnloadViews(DataSheet& sheet) {
   for (const ItemKind kind : kTreeOrder) {
     for (auto& view : sheet.*RowOf(kind).views) {

@@ -38,7 +38,5 @@ inline constexpr std::array<ItemKind, 3> kSearchOrder{ItemKind::Data, ItemKind::
 
 // Unloads every view of the sheet, including one that is loaded and has not set its ViewOpen yet.
 void UnloadViews(DataSheet& sheet);
-// Empties all lists. The records keep their contents.
-void ForgetItems(DataSheet& sheet);
 
 }  // namespace oriolemark
