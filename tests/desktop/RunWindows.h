@@ -92,6 +92,8 @@ class Windows : public testing::Test {
       if (next < steps.size()) {
         steps[next++](module);
       } else {
+        // No question at the end.
+        module.sheet.Modified = false;
         module.main.Close();
       }
     });
