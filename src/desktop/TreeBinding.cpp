@@ -16,6 +16,7 @@
 
 #include "desktop/Bind.h"
 #include "desktop/Icons.h"
+#include "desktop/LabelEditor.h"
 #include "drivers/ShownText.h"
 
 namespace oriolemark {
@@ -45,7 +46,7 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
   // A narrow pane scrolls sideways. A truncated value would be useless.
   widget.header()->setStretchLastSection(false);
   widget.header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-  widget.setEditTriggers(QAbstractItemView::EditKeyPressed);
+  EditLabels();
   widget.installEventFilter(this);
   widget.viewport()->installEventFilter(this);
   connect(&widget, &QTreeWidget::currentItemChanged, this,
@@ -54,13 +55,6 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
           [this](QTreeWidgetItem* item) { model_.SetExpanded(NodeOf(item), true); });
   connect(&widget, &QTreeWidget::itemCollapsed, this,
           [this](QTreeWidgetItem* item) { model_.SetExpanded(NodeOf(item), false); });
-  connect(&widget, &QTreeWidget::itemChanged, this, [this](const QTreeWidgetItem* item) {
-    // Runs after the editor is closed, because a handler may show a message or rebuild the tree.
-    QTimer::singleShot(0, this, [this, node = NodeOf(item), text = ToWire(item->text(0))] {
-      shown_.clear();  // the widget has the user's text, so it is rebuilt from the model
-      model_.EndLabelEdit(node, text);
-    });
-  });
   const QPointer<TreeBinding> guard(this);
   model.onChanged = [guard] {
     if (guard) guard->NoteChange();
@@ -70,6 +64,23 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
   };
   MuteSelection();
   ShowModel();
+}
+
+void TreeBinding::EditLabels() {
+  // A form that handles keys opens the editor itself.
+  widget_.setEditTriggers(model_.keyDown ? QAbstractItemView::NoEditTriggers
+                                         : QAbstractItemView::EditKeyPressed);
+  const auto nodeOf = [](const QModelIndex& row) { return row.data(Qt::UserRole).toInt(); };
+  editor_ = &Make<LabelEditor>(
+      this, [=, this](const QModelIndex& row) { return FromWire(model_.Text(nodeOf(row))); },
+      [=, this](const QModelIndex& row, const QString& text) {
+        // Runs after the editor is closed, because a handler may show a message or rebuild the
+        // tree.
+        QTimer::singleShot(0, this, [this, node = nodeOf(row), text = ToWire(text)] {
+          model_.EndLabelEdit(node, text);
+        });
+      });
+  widget_.setItemDelegate(editor_);
 }
 
 // A tree without the focus shows its selected row in grey. The text stays as easy to read.
@@ -100,16 +111,21 @@ bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
   }
   if (event->type() == QEvent::ApplicationPaletteChange && watched == &widget_) MuteSelection();
   if (event->type() == QEvent::KeyPress && watched == &widget_) {
-    const auto& key = static_cast<const QKeyEvent&>(*event);
-    if (key.key() == Qt::Key_F10 && key.modifiers() == Qt::ShiftModifier) AskForMenuByKey();
-    const auto code = kKeyCodes.find(key.key());
-    if (code != kKeyCodes.end()) Later([this, code = code->second] { model_.KeyDown(code); });
+    TakeKey(static_cast<const QKeyEvent&>(*event));
   }
   if (event->type() == QEvent::ContextMenu && watched == &widget_ &&
       static_cast<const QContextMenuEvent&>(*event).reason() == QContextMenuEvent::Keyboard) {
     AskForMenuByKey();
   }
   return QObject::eventFilter(watched, event);
+}
+
+// The tree also gets the keys that an open editor does not use. They belong to the edit.
+void TreeBinding::TakeKey(const QKeyEvent& key) {
+  if (editor_->Editing()) return;
+  if (key.key() == Qt::Key_F10 && key.modifiers() == Qt::ShiftModifier) AskForMenuByKey();
+  const auto code = kKeyCodes.find(key.key());
+  if (code != kKeyCodes.end()) Later([this, code = code->second] { model_.KeyDown(code); });
 }
 
 // The row under the mouse. Null over the arrows, because they fold rows and do not select.

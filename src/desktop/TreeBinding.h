@@ -9,11 +9,14 @@
 
 #include "platform/TreeView.h"
 
+class QKeyEvent;
 class QMouseEvent;
 class QTreeWidget;
 class QTreeWidgetItem;
 
 namespace oriolemark {
+
+class LabelEditor;
 
 // Shows a tree model in a tree widget and reports the user's input to the model. The widget owns
 // it. Changes of the model are shown together with the next events.
@@ -39,6 +42,8 @@ class TreeBinding : public QObject {
     bool operator==(const Row&) const = default;
   };
 
+  void EditLabels();
+  void TakeKey(const QKeyEvent& key);
   void MuteSelection();
   QTreeWidgetItem* RowAt(QPoint place) const;
   void TakePress(const QMouseEvent& mouse);
@@ -61,6 +66,7 @@ class TreeBinding : public QObject {
   // Events still arrive while the widget is being destroyed and cannot return its viewport.
   const QObject* const viewport_;
   TreeView& model_;
+  LabelEditor* editor_ = nullptr;
   const QStringList pictures_;
   std::vector<Row> shown_;
   QPoint menuPlace_;

@@ -1,5 +1,7 @@
 #include <QAccessible>
+#include <QClipboard>
 #include <QLineEdit>
+#include <QPointer>
 #include <QScrollBar>
 #include <QTextDocument>
 #include <QTreeWidget>
@@ -108,6 +110,54 @@ TEST_F(Tree, AMarkIsInTheCornerOfThePictureAndReadAloudButNotInTheText) {
     model.SetMarked(node, false);
     EXPECT_EQ(look(), plain);
     EXPECT_EQ(row->text(QAccessible::Description), "");
+  }
+}
+
+TEST(LabelEditor, AnEditBeginsWithTheWholeNameAndReportsOnlyWhatTheUserHasChanged) {
+  const std::string wide = std::string(40'000, 'w');
+  // The keys of the edit, and the name that is reported at its end.
+  const std::tuple<std::string, std::vector<int>, QString, Qt::Key, std::string> rows[] = {
+      {"refused", {}, "", Qt::Key_Return, "none"},
+      {wide, {}, "", Qt::Key_Return, "none"},
+      {"Wave0", {Qt::Key_Delete}, "a", Qt::Key_Escape, "none"},
+      {"Wave0", {Qt::Key_F2, Qt::Key_Delete}, "", Qt::Key_Return, ""},
+      {"Wave0", {}, "\u00b5 \u03a9\U0001f600", Qt::Key_Return, "\xb5 ??"},
+      {"Wave0", {}, "a\r\nb\nc", Qt::Key_Return, "a b c"},
+      {wide, {Qt::Key_Home, Qt::Key_Delete}, "", Qt::Key_Return, wide.substr(1)}};
+  Application own;
+  QTreeWidget widget;
+  TreeView model;
+  bool refused = true;
+  int opened = 0;
+  std::string reported;
+  model.keyDown = [&](int code) {
+    opened += code == kF2Key ? 1 : 100;
+    if (!refused) model.StartLabelEdit();
+  };
+  model.afterLabelEdit = [&](std::string& text) { reported = text; };
+  Make<TreeBinding>(widget, model, QStringList{"Wave"});
+  widget.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&widget));
+  for (const auto& [name, keys, paste, end, expected] : rows) {
+    model.Clear();
+    const TreeNode node = model.Add(kNoNode, name, 1);
+    model.Select(node);
+    reported = "none", opened = 0;
+    QCoreApplication::processEvents();
+    QTest::keyClick(&widget, Qt::Key_F2);
+    QTest::qWait(1);
+    const QPointer<QLineEdit> line = widget.findChild<QLineEdit*>();
+    ASSERT_EQ(line.isNull(), refused);
+    if (std::exchange(refused, false)) continue;
+    for (const int key : keys) QTest::keyClick(line, Qt::Key(key));
+    QApplication::clipboard()->setText(paste);
+    if (!paste.isEmpty()) line->paste();
+    model.SetMarked(node, true);
+    QTest::qWait(1);
+    QTest::keyClick(line, end);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !line && reported == expected; })) << reported.size();
+    EXPECT_EQ(model.Text(node), expected == "none" ? name : expected);
+    EXPECT_EQ(opened, 1) << "keys of the edit are not the tree's";
   }
 }
 
