@@ -17,13 +17,18 @@ QWidget* LabelEditor::createEditor(QWidget* parent, const QStyleOptionViewItem& 
                                    const QModelIndex& row) const {
   QWidget* editor = QStyledItemDelegate::createEditor(parent, option, row);
   editor_ = qobject_cast<QLineEdit*>(editor);
-  if (!editor_) return editor;
+  before_.reset();
+  return editor;
+}
+
+void LabelEditor::setEditorData(QWidget*, const QModelIndex& row) const {
+  // The view calls this again when the row changes. What the user has typed stays.
+  if (!editor_ || before_) return;
   const QString text = whole_(row);
   // A paste is limited as in every other line. A longer name from a file is not cut.
   editor_->setMaxLength(std::max(editor_->maxLength(), static_cast<int>(text.size())));
   editor_->setText(text);
   before_ = editor_->text();
-  return editor;
 }
 
 void LabelEditor::setModelData(QWidget*, QAbstractItemModel*, const QModelIndex& row) const {

@@ -3,6 +3,7 @@
 #include <QPointer>
 #include <QStyledItemDelegate>
 #include <functional>
+#include <optional>
 
 class QLineEdit;
 
@@ -24,8 +25,7 @@ class LabelEditor : public QStyledItemDelegate {
 
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                         const QModelIndex& row) const override;
-  // The editor keeps what the user has typed, also while its row changes.
-  void setEditorData(QWidget*, const QModelIndex&) const override {}
+  void setEditorData(QWidget* editor, const QModelIndex& row) const override;
   void setModelData(QWidget* editor, QAbstractItemModel* model,
                     const QModelIndex& row) const override;
 
@@ -33,7 +33,7 @@ class LabelEditor : public QStyledItemDelegate {
   const Whole whole_;
   const Ended ended_;
   mutable QPointer<QLineEdit> editor_;
-  mutable QString before_;  // the text when the edit began
+  mutable std::optional<QString> before_;  // the text when the edit began
 };
 
 }  // namespace oriolemark
