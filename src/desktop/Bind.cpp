@@ -235,8 +235,12 @@ void Bind(QAction& action, MenuEntry& model) {
     if (model.onChanged) model.onChanged();
   });
   Follow(action, model, [&] {
-    // The toolkit would show the text after a tab as a shortcut.
-    action.setText(Shortened(QString::fromStdString(model.Caption())).replace('\t', ' '));
+    const bool bar = model.Caption() == kBarCaption;
+    action.setSeparator(bar);
+    // The toolkit would show the text of a bar as a heading, and the text after a tab as a
+    // shortcut.
+    const QString caption = bar ? QString() : QString::fromStdString(model.Caption());
+    action.setText(Shortened(caption, kShownInMenu).replace('\t', ' '));
     // An entry reserves space for a mark only once it has had one.
     if (model.Checked()) action.setCheckable(true);
     action.setChecked(model.Checked());

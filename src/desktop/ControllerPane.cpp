@@ -1,8 +1,6 @@
 #include "desktop/ControllerPane.h"
 
 #include <QHBoxLayout>
-#include <QMenu>
-#include <QPointer>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -44,13 +42,7 @@ ControllerPane::ControllerPane(frmCtrlList& form) {
   tree.setIndentation(kIndentation);
   const auto& binding = Make<TreeBinding>(tree, form.CtrlTreeView, kPictures);
   column.addWidget(&tree, 1);
-  auto& menu = Make<QMenu>(this);
-  menu.setObjectName("popmenu1");
-  FillMenu(menu, form.popmenu1.entries);
-  const QPointer<ControllerPane> guard(this);
-  form.popmenu1.onPopup = [guard, &menu, &binding] {
-    if (guard) menu.popup(binding.MenuPlace());
-  };
+  AddPopup(*this, "popmenu1", form.popmenu1, [&binding] { return binding.MenuPlace(); });
 }
 
 }  // namespace oriolemark

@@ -2,6 +2,8 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QPointer>
+#include <utility>
 
 #include "desktop/Bind.h"
 
@@ -26,6 +28,16 @@ void FillMenu(QMenu& menu, const std::vector<MenuEntry*>& entries) {
     action->setObjectName(FromWire(entry->name));
     action->setShortcut(QKeySequence(FromWire(entry->keys)));
   }
+}
+
+void AddPopup(QWidget& pane, const QString& name, PopupMenu& model, std::function<QPoint()> place) {
+  auto& menu = Make<QMenu>(&pane);
+  menu.setObjectName(name);
+  FillMenu(menu, model.entries);
+  const QPointer<QMenu> guard(&menu);
+  model.onPopup = [guard, place = std::move(place)] {
+    if (guard) guard->popup(place());
+  };
 }
 
 }  // namespace oriolemark

@@ -4,8 +4,10 @@
 
 namespace oriolemark {
 
-// The most characters that a row, title or tool tip shows of a text, and the most in a message.
+// The most characters that a row, title or tool tip shows of a text, the most in an entry of a
+// menu, which cannot be scrolled, and the most in a message.
 inline constexpr qsizetype kShownInLine = 500;
+inline constexpr qsizetype kShownInMenu = 120;
 inline constexpr qsizetype kShownInMessage = 2000;
 
 // The shown part of a text from an instrument, a file or a user. A text above `limit` characters is

@@ -4,12 +4,14 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTreeWidget>
 #include <set>
 
 #include "desktop/Bind.h"
+#include "desktop/Menus.h"
 #include "desktop/RunWindows.h"
 #include "platform/RasterCanvas.h"
 
@@ -248,6 +250,29 @@ TEST_F(Windows, ANameOfAMegabyteMakesNoTitleNoEntryAndNoMessageLong) {
          Press({Qt::Key_Escape});
          module.controlDocument.CtrlChanged = false;
        }});
+}
+
+TEST(Menus, APopupOpensAtItsPlaceWithBarsThatCanBeHiddenAndCaptionsThatFitTheScreen) {
+  Application own;
+  MenuEntry first("&First"), bar("-"), last("Re&name");
+  PopupMenu model{.entries = {&first, nullptr, &last, &bar}, .onPopup = {}};
+  last.submenu = {&first};
+  QWidget pane;
+  pane.show();
+  AddPopup(pane, "menu", model, [] { return QPoint(30, 40); });
+  model.Popup();
+  const auto& menu = The<QMenu>("menu");
+  EXPECT_EQ(menu.pos(), QPoint(30, 40));
+  EXPECT_TRUE(menu.actions()[1]->isSeparator());
+  EXPECT_TRUE(menu.actions()[3]->isSeparator());
+  EXPECT_EQ(menu.actions()[3]->text(), "") << "no heading";
+  bar.SetVisible(false);
+  last.SetCaption("Re&name(" + std::string(1'000'000, 'w') + ")");
+  EXPECT_FALSE(menu.actions()[3]->isVisible());
+  EXPECT_LT(menu.sizeHint().width() / menu.fontMetrics().horizontalAdvance('w'), 130);
+  ASSERT_NE(menu.actions()[2]->menu(), nullptr);
+  first.SetChecked(true);
+  EXPECT_TRUE(menu.actions()[2]->menu()->actions()[0]->isChecked());
 }
 
 TEST(Bind, TextThatAssistiveTechnologySetsCountsAtOnceAndTypedTextOfAListWhenItsEditEnds) {
