@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <span>
 #include <utility>
 
 namespace tx5000 {
@@ -13,6 +14,10 @@ using Unit = std::pair<std::string_view, double>;
 
 // The longer unit texts come first, so that "ms" is not read as a number and "m" before "s".
 constexpr std::array<Unit, 4> kTimeUnits{{{"ns", 1e9}, {"us", 1e6}, {"ms", 1e3}, {"s", 1.0}}};
+constexpr std::array<Unit, 3> kVoltUnits{{{"mV", 1e3}, {"V", 1.0}, {"kV", 1e-3}}};
+constexpr std::array<Unit, 5> kFrequencyUnits{
+    {{"mHz", 1e3}, {"Hz", 1.0}, {"kHz", 1e-3}, {"MHz", 1e-6}, {"GHz", 1e-9}}};
+constexpr std::array<Unit, 1> kNoUnit{{{"", 1.0}}};
 
 bool IsPlainDecimal(std::string_view text) {
   if (text.starts_with('-')) text.remove_prefix(1);
@@ -26,6 +31,24 @@ bool IsPlainDecimal(std::string_view text) {
 std::optional<double> ParsePlainDecimal(std::string_view text) {
   const auto number = IsPlainDecimal(text) ? ParseNumber(text) : std::nullopt;
   return number == 0 && text.starts_with('-') ? std::nullopt : number;
+}
+
+// The units come in the order of their size.
+std::string FormatIn(std::span<const Unit> units, double value, int digits) {
+  // A size that rounds up to 1000 of a unit is written as 1 of the next.
+  const double rounded = 1 - 0.5 * std::pow(10, -digits);
+  const auto unit = std::find_if(units.begin(), units.end() - 1, [&](const Unit& u) {
+    return std::fabs(value) * u.second < 1000 * rounded;
+  });
+  const double shown = value * unit->second;
+  const double size = std::fabs(shown);
+  const int decimals = digits - (size < 10 * rounded ? 1 : size < 100 * rounded ? 2 : 3);
+  // A number of zeros has no minus sign.
+  const bool zero = size < 0.5 * std::pow(10, -decimals);
+  std::array<char, 40> buffer;
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), zero ? 0.0 : shown,
+                                 std::chars_format::fixed, decimals);
+  return std::string(buffer.data(), end.ptr).append(unit->first);
 }
 
 }  // namespace
@@ -69,18 +92,20 @@ std::optional<double> ParseSeconds(std::string_view text) {
   return std::nullopt;
 }
 
-std::string FormatSeconds(double seconds) {
-  const double size = std::fabs(seconds);
-  if (size < 5e-13) return "0.0000s";
-  // A size that rounds up to 1000 of a unit is written as 1 of the next.
-  const auto unit = std::find_if(kTimeUnits.begin(), kTimeUnits.end() - 1,
-                                 [&](const Unit& u) { return size * u.second < 999.95; });
-  const double shown = seconds * unit->second;
-  const int decimals = std::fabs(shown) < 9.9995 ? 3 : std::fabs(shown) < 99.995 ? 2 : 1;
-  std::array<char, 40> buffer;
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), shown,
-                                 std::chars_format::fixed, decimals);
-  return std::string(buffer.data(), end.ptr).append(unit->first);
+std::string FormatSeconds(double seconds, int digits) {
+  return std::fabs(seconds) < 5e-13 ? "0.0000s" : FormatIn(kTimeUnits, seconds, digits);
+}
+
+std::string FormatVolts(double volts, int digits) {
+  return FormatIn(kVoltUnits, volts, digits);
+}
+
+std::string FormatHertz(double hertz, int digits) {
+  return FormatIn(kFrequencyUnits, hertz, digits);
+}
+
+std::string FormatNumber(double number, int digits) {
+  return FormatIn(kNoUnit, number, digits);
 }
 
 std::string FormatDivisions(int hundredths) {

@@ -19,9 +19,12 @@ std::optional<double> ParseVolts(std::string_view text);
 // Seconds from a sign, digits with at most one point, and "ns", "us", "ms" or "s".
 std::optional<double> ParseSeconds(std::string_view text);
 
-// Four significant digits and the unit that leaves one to three digits before the point:
-// "-140.0us". Zero is "0.0000s".
-std::string FormatSeconds(double seconds);
+// So many significant digits, three or more, and the unit that leaves one to three of them before
+// the point: "-140.0us", "1.000kHz". Zero seconds are "0.0000s".
+std::string FormatSeconds(double seconds, int digits = 4);
+std::string FormatVolts(double volts, int digits);    // mV, V, kV
+std::string FormatHertz(double hertz, int digits);    // mHz to GHz
+std::string FormatNumber(double number, int digits);  // without a unit
 
 // Positions in hundredths of a division: 304 is "3.04div". Only multiples of 4 within 12 divisions
 // are valid. Any other text, also "-0.00div", gives nothing.
