@@ -16,10 +16,6 @@ constexpr int kEnvelopePoints = 4;  // samples taken within one sample's time
 constexpr int kGridUnits = 300;
 constexpr int kGapUnits = 12;
 
-double ScreenSeconds(const Settings& settings) {
-  return kScreenDivisions * settings.Seconds(Setting::kTimeRange);
-}
-
 bool IsOn(const Settings& settings, Setting first, Channel channel, std::string_view value) {
   return settings.Is(OfChannel(first, channel), value);
 }
@@ -127,6 +123,10 @@ Extremes ExtremesOf(const Settings& settings, const Inputs& inputs, Channel chan
   return {lowest, highest};
 }
 
+double ScreenSeconds(const Settings& settings) {
+  return kScreenDivisions * settings.Seconds(Setting::kTimeRange);
+}
+
 double TimeOfSample(const Settings& settings, int index) {
   const double fromLeft = ScreenSeconds(settings) * index / settings.Number(Setting::kWindowMemory);
   return fromLeft - ScreenSeconds(settings) / 2 + settings.Seconds(Setting::kDelay);
@@ -147,6 +147,13 @@ std::vector<std::uint8_t> TakeSamples(const Settings& settings, const Inputs& in
                                       : EnvelopeAt(inputs, digitiser, seen, step, i, trace));
   }
   return samples;
+}
+
+int WrittenSamples(const Settings& settings, const Record& record) {
+  if (!settings.Is(Setting::kScan, "ON")) return 0;
+  const double passes = record.clock / ScreenSeconds(settings);
+  const int count = settings.Number(Setting::kWindowMemory);
+  return std::min(count, static_cast<int>((passes - std::floor(passes)) * count) + 1);
 }
 
 RollingGap GapOf(const Settings& settings, const Record& record) {

@@ -49,6 +49,9 @@ Extremes ExtremesOf(const Settings& settings, const Inputs& inputs, Channel chan
 // never meets the condition.
 std::optional<double> FindTrigger(const Settings& settings, const Inputs& inputs, double clock);
 
+// The time that the screen's width shows, in seconds.
+double ScreenSeconds(const Settings& settings);
+
 // Time of a sample, counted from the trigger point. Index 0 is the left edge of the screen.
 double TimeOfSample(const Settings& settings, int index);
 
@@ -56,6 +59,10 @@ double TimeOfSample(const Settings& settings, int index);
 // division, and lower values are higher on the screen.
 std::vector<std::uint8_t> TakeSamples(const Settings& settings, const Inputs& inputs,
                                       const Record& record, Channel channel, Trace trace);
+
+// How many samples the rolling display's present pass has written, which follow those of the pass
+// before in time. 0 for a record that does not roll.
+int WrittenSamples(const Settings& settings, const Record& record);
 
 RollingGap GapOf(const Settings& settings, const Record& record);
 
