@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "simulator/Measures.h"
 #include "simulator/Screen.h"
 #include "simulator/Values.h"
 
@@ -66,6 +67,8 @@ const Instrument::Command* Instrument::FindCommand(std::string_view text) {
       {":DISPLAY:MENU STATUS:OFF", &Instrument::HideMenu},
       {":KEY:LOCK:ENABLE", &Instrument::EnableKeys},
       {":KEY:LOCK:DISABLE", &Instrument::DisableKeys},
+      {":MEASURE:CURRENT_SRC:CH1", &Instrument::MeasureChannel1},
+      {":MEASURE:CURRENT_SRC:CH2", &Instrument::MeasureChannel2},
       {":KEY:ACQUIRE", &Instrument::DoNothing},
       {":KEY:AUTO", &Instrument::AutoSet},
       {":KEY:CH_OFF", &Instrument::SwitchChannelOff},
@@ -109,6 +112,7 @@ std::optional<std::string> Instrument::Execute(std::string_view command) {
   }
   if (Do(command)) return std::nullopt;
   std::optional<std::string> reply = AnswerBlock(command);
+  if (!reply) reply = AnswerMeasureQuery(command);
   if (!reply && command.ends_with(":?")) {
     reply = AnswerQuery(command.substr(0, command.size() - 2));
   }
@@ -140,6 +144,12 @@ std::optional<std::string> Instrument::AnswerBlock(std::string_view command) {
   if (block == std::end(kBlocks)) return std::nullopt;
   const Record& record = CurrentRecord();
   return FormatBlock(TakeSamples(settings_, recorded_, record, block->channel, block->trace));
+}
+
+std::optional<std::string> Instrument::AnswerMeasureQuery(std::string_view command) {
+  if (!command.starts_with(":MEASURE:")) return std::nullopt;
+  const Record& record = CurrentRecord();
+  return AnswerMeasure(command, settings_, recorded_, record, measured_);
 }
 
 bool Instrument::SetFrom(std::string_view command) {

@@ -77,6 +77,7 @@ class Instrument {
   bool Do(std::string_view command);
   std::optional<std::string> AnswerQuery(std::string_view path);
   std::optional<std::string> AnswerBlock(std::string_view command);
+  std::optional<std::string> AnswerMeasureQuery(std::string_view command);
   bool SetFrom(std::string_view command);
   void AfterChange(Setting setting);
 
@@ -92,6 +93,8 @@ class Instrument {
   void DisableKeys() { keysEnabled_ = false; }
   void CopyScreen();
   void DoNothing() {}
+  void MeasureChannel1() { measured_ = Channel::k1; }
+  void MeasureChannel2() { measured_ = Channel::k2; }
   void SelectChannel1() { SelectChannel(Channel::k1); }
   void SelectChannel2() { SelectChannel(Channel::k2); }
   void SelectChannel(Channel channel);
@@ -119,6 +122,7 @@ class Instrument {
   bool menuShown_ = true;
   bool keysEnabled_ = true;
   Channel selected_ = Channel::k1;  // chosen by its key; the vertical keys act on it
+  Channel measured_ = Channel::k1;  // the measures are of its trace
   int unknownCount_ = 0;
   std::vector<std::string> unknown_;
   std::vector<std::uint8_t> screenMemory_;
