@@ -73,6 +73,17 @@ void PartUnit(Reply& reply, milliseconds) {
   if (!IsBlock(reply) && digit != std::string::npos) reply.bytes.insert(digit + 1, 1, ' ');
 }
 
+// Splits the reply to a measure query behind its name and rewrites it. The name ends at the sign,
+// or at the blank in front of asterisks.
+void SpoilMeasure(Reply& reply,
+                  std::string (*spoil)(const std::string& name, const std::string& value)) {
+  const auto sign = std::min(reply.bytes.find_first_of("=<>"), reply.bytes.find(" ****"));
+  if (IsBlock(reply) || sign == std::string::npos) return;
+  const auto end = std::min(reply.bytes.find('\n', sign), reply.bytes.size());
+  const std::string value = reply.bytes.substr(sign + 1, end - sign - 1);
+  reply.bytes.replace(0, end, spoil(reply.bytes.substr(0, sign), value));
+}
+
 constexpr std::size_t kMostDoubled = std::size_t{1} << 20;
 
 constexpr FaultRow kTable[] = {
@@ -115,6 +126,15 @@ constexpr FaultRow kTable[] = {
      [](Reply& r, milliseconds) {
        if (r.bytes.ends_with(" \n")) r.bytes.erase(r.bytes.size() - 2, 1);
      }},
+    {"equal-stars", "measures that fail as \"Vpp=****\"",
+     [](Reply& r, milliseconds) {
+       SpoilMeasure(r, [](auto& name, auto&) { return name + "=****"; });
+     }},
+    {"no-value", "measures as \"Vpp=\"",
+     [](Reply& r, milliseconds) { SpoilMeasure(r, [](auto& name, auto&) { return name + "="; }); }},
+    {"no-name", "measures as \"1.200V\"",
+     [](Reply& r, milliseconds) { SpoilMeasure(r, [](auto&, auto& value) { return value; }); }},
+    {"empty", "a line without text", [](Reply& r, milliseconds) { r.bytes = "\n"; }},
     {"short-block", "half of the samples", ShortenBlock},
     {"long-block", "500 samples too many", LengthenBlock},
 };

@@ -262,18 +262,21 @@ TEST(SerialSideTest, NonsenseIsCountedAndKeptWithinBounds) {
   EXPECT_EQ(line.instrument.Unknown().size(), 100u);
 }
 
-// Of a block of two samples.
+// Of a block of two samples, or of the reply to another query.
 TEST(SerialSideTest, EachFaultSpoilsAReplyInItsOwnWay) {
-  for (const auto& text :
-       {"silence;"s, "cut;0xFF \n"s, "double;0xFF 0xFF \n0xFF 0xFF \n"s, "no-lf;0xFF 0xFF "s,
-        "die;0xFF "s, "vanish;"s, "nul;0xF\0F 0\0xFF\0 \n"s, "wide-tokens;0x00FF 0x00FF \n"s}) {
+  for (const auto& text : {"silence;"s, "cut;0xFF \n"s, "double;0xFF 0xFF \n0xFF 0xFF \n"s,
+                           "no-lf;0xFF 0xFF "s, "die;0xFF "s, "vanish;"s, "nul;0xF\0F 0\0xFF\0 \n"s,
+                           "wide-tokens;0x00FF 0x00FF \n"s, "equal-stars;Vpp=****\n;:MEASURE:Vpp"s,
+                           "equal-stars;2\n;:DATA:WinMemSize:?"s, "no-value;Freq=\n;:MEASURE:Freq"s,
+                           "no-name;0.000mV\n;:MEASURE:Vpp"s, "empty;\n;:MEASURE:Vpp"s}) {
     const auto row = Split(text, ';');
     Line line;
     line.instrument.Turn(":DATA:WinMemSize", "2");
     line.instrument.Turn("SIGNAL1", "sine 1000 0");
     line.instrument.Turn(":CHANNEL1:OFFSET", "-12.00div");
     line.Break(row[0] + " next");
-    EXPECT_EQ(line.Receive(":DATA:CHANNEL1\r"), row[1]) << row[0];
+    const std::string command = row.size() > 2 ? row[2] : ":DATA:CHANNEL1";
+    EXPECT_EQ(line.Receive(command + "\r"), row[1]) << row[0];
   }
 }
 
