@@ -25,11 +25,11 @@
 #include "desktop/Bind.h"
 #include "desktop/Builders.h"
 #include "desktop/ControllerPane.h"
+#include "desktop/DataBrowserPane.h"
 #include "desktop/Icons.h"
 #include "desktop/InnerWindow.h"
 #include "desktop/Menus.h"
 #include "desktop/PaneDock.h"
-#include "desktop/TreeBinding.h"
 #include "drivers/ShownText.h"
 #include "platform/Rounding.h"
 
@@ -40,9 +40,6 @@ constexpr int kSecond = 1000;
 constexpr int kFramePatience = 200;  // ms to wait for the desktop's window frame
 constexpr int kLampRoom = 28;        // pixels at the right end of the toolbar
 constexpr UnitRect kIconSize{.width = 2400, .height = 480};
-
-// Pictures of the Data Browser by image, from 1 on. Those of the items follow.
-const QStringList kSheetPictures{"TreeGroupClosed/TreeGroupOpen", "TreeSheet"};
 
 // A lamp's outline is drawn anew with each theme.
 class LampLabel : public QLabel {
@@ -237,12 +234,7 @@ void MainWindow::ShowTime() {
 
 QWidget* MainWindow::MakePaneContent(const Form& form) {
   if (&form == &controller_) return &Make<ControllerPane>(controller_);
-  auto& tree = Make<QTreeWidget>();
-  Name(tree, "DataSheetTree", FromWire(form.Caption()));
-  QStringList pictures = kSheetPictures;
-  for (const ItemKind kind : kTreeOrder) pictures << RowOf(kind).word;
-  Make<TreeBinding>(tree, browser_.DataSheetTree, pictures);
-  return &tree;
+  return &Make<DataBrowserPane>(browser_);
 }
 
 void MainWindow::AddPanes() {
