@@ -26,6 +26,7 @@
 #include "desktop/Builders.h"
 #include "desktop/ControllerPane.h"
 #include "desktop/DataBrowserPane.h"
+#include "desktop/DropTarget.h"
 #include "desktop/Icons.h"
 #include "desktop/InnerWindow.h"
 #include "desktop/Menus.h"
@@ -97,6 +98,8 @@ MainWindow::MainWindow(frmMain& form, frmDataSheetTree& browser, frmCtrlList& co
   BuildMenus();
   BuildStatusBar();
   AddPaneKeys();
+  Make<DropTarget>(*this, frmMain::TakesDrop,
+                   [this](const DropTarget::Paths& paths) { form_.OpenDropped(paths); });
   FollowForm();
 }
 

@@ -10,6 +10,8 @@ PaneDock::PaneDock(TabDock& dock, const TabDock::Pane& pane, QWidget* content, Q
     : QDockWidget(parent), dock_(dock), pane_(pane) {
   setObjectName("dock_" + FromWire(pane.key));
   setWidget(content);
+  // A floating pane is a window of its own.
+  setAcceptDrops(true);
   Follow(*this, *pane.form);
   pane.form->onChanged();
 }

@@ -1,13 +1,17 @@
 #include <QAccessible>
 #include <QComboBox>
+#include <QDir>
+#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QMimeData>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTreeWidget>
+#include <QUrl>
 #include <set>
 
 #include "desktop/Bind.h"
@@ -250,6 +254,57 @@ TEST_F(Windows, ANameOfAMegabyteMakesNoTitleNoEntryAndNoMessageLong) {
          Press({Qt::Key_Escape});
          module.controlDocument.CtrlChanged = false;
        }});
+}
+
+TEST_F(Windows, AFileIsDroppedAnywhereOnTheMainWindowButNotBehindADialog) {
+  const auto drop = [](const QString& on, const QByteArray& url) {
+    QMimeData data;
+    data.setUrls({QUrl::fromEncoded(url)});
+    data.setText(url);
+    QWidget* target = Shown(on);
+    if (auto* list = qobject_cast<QComboBox*>(target)) target = list->lineEdit();
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+    enter.ignore();
+    QApplication::sendEvent(target, &enter);
+    QDropEvent done({5, 5}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                    Qt::ShiftModifier);
+    done.setAccepted(false);
+    if (enter.isAccepted()) QApplication::sendEvent(target, &done);
+    EXPECT_EQ(enter.isAccepted(), done.isAccepted());
+    EXPECT_TRUE(!done.isAccepted() || done.dropAction() == Qt::CopyAction);
+    return done.isAccepted();
+  };
+  // A folder, so that only its whole name leads to this message.
+  const QString name = home_.filePath(QString::fromUtf8("a \u00e4.cfx"));
+  ASSERT_TRUE(QDir().mkdir(name));
+  const QByteArray gone = QUrl::fromLocalFile(name).toEncoded();
+  const auto told = [](MainModule&) {
+    QWidget* box = QApplication::activeModalWidget();
+    ASSERT_NE(box, nullptr);
+    EXPECT_TRUE(box->property("text").toString().contains("Is a directory"))
+        << box->property("text").toString().toStdString();
+    Press({Qt::Key_Escape});
+  };
+  std::vector<Step> steps{AddView, [&](MainModule& module) {
+                            View(module).BestFitChk.SetValue(false);
+                            EXPECT_FALSE(drop("frmMain", "file:///gone/a.txt"));
+                            EXPECT_FALSE(drop("ZoomCombo", "file:///gone/a.txt"));
+                            EXPECT_FALSE(drop("MdiArea", "http://gone/a.cfx"));
+                          }};
+  for (const char* on : {"frmMain", "DataSheetTree", "frmWave", "ZoomCombo", "MdiArea"}) {
+    steps.push_back([=](MainModule&) {
+      EXPECT_TRUE(drop(on, gone)) << on;
+      EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "opened inside the drop";
+    });
+    steps.push_back(told);
+  }
+  steps.push_back(Later([](MainModule& module) { module.main.mnuFileNew.Click(); }));
+  steps.push_back([=](MainModule& module) {
+    EXPECT_FALSE(drop("frmMain", gone));
+    Press({Qt::Key_Escape});
+    module.sheet.Modified = false;
+  });
+  Run(steps);
 }
 
 TEST(Menus, APopupOpensAtItsPlaceWithBarsThatCanBeHiddenAndCaptionsThatFitTheScreen) {
