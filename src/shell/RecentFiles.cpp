@@ -55,8 +55,8 @@ void RecentFiles::Load() {
   if (!any) return;
   for (std::size_t i = 0; i < kEntries; ++i) {
     paths_[i] = Read(i);
-    entries_[i]->SetCaption(PlainCaption(paths_[i]));
     entries_[i]->SetVisible(!paths_[i].empty());
+    if (!paths_[i].empty()) entries_[i]->SetCaption(PlainCaption(paths_[i]));
   }
 }
 

@@ -12,10 +12,6 @@ constexpr double kDockBand = 3000;
 constexpr const char* kSheetPane = "DataSheet";
 constexpr const char* kControllerPane = "Controller";
 
-// Positions of the add buttons, counted from 0.
-constexpr std::size_t kFirstAddPlace = 10;
-constexpr std::size_t kLastAddPlace = 12;
-
 void Toggle(MenuEntry& entry, Control& shown) {
   entry.SetChecked(!entry.Checked());
   shown.SetVisible(entry.Checked());
