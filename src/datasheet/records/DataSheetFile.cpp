@@ -72,19 +72,18 @@ int RowsOf(std::int32_t count) {
   return std::clamp(count, -1, kLastSample) + 1;
 }
 
-// Reads the samples into new arrays, so that those behind the end of the file are 0.
+// Reads the samples into a new array, so that those behind the end of the file are 0.
 void ReadSamples(FieldReader& reader, WaveRecord& wave) {
   const RowShape shape = ShapeOf(wave);
-  std::vector<SampleArray> fresh(shape.size());
   const int rows = RowsOf(wave.Count);
-  for (int i = 0; i < rows && !reader.AtEnd(); ++i) {
-    for (SampleArray& samples : fresh) {
-      std::int32_t row = 0;
-      reader(row);
-      samples.Store(i, row);
-    }
+  std::vector<std::int32_t> values(static_cast<std::size_t>(rows) * shape.size());
+  reader(std::span(values));
+  for (std::size_t k = 0; k < shape.size(); ++k) {
+    SampleArray fresh;
+    std::size_t place = k;
+    for (int i = 0; i < rows; ++i, place += shape.size()) fresh.Store(i, values[place]);
+    wave.*shape[k] = std::move(fresh);
   }
-  for (std::size_t k = 0; k < shape.size(); ++k) wave.*shape[k] = std::move(fresh[k]);
 }
 
 void SkipRows(FieldReader& reader, std::int32_t count, std::size_t width) {
@@ -182,6 +181,15 @@ void WriteWave(FieldWriter& writer, const WaveRecord& wave) {
   }
 }
 
+// About the size of the file. Nearly all of it are samples, of three digits at most.
+std::size_t ExpectedSize(const DataSheet& sheet) {
+  std::size_t size = 0;
+  for (const auto& wave : InUse(sheet.Waves, sheet.WaveCount)) {
+    if (wave.HasData) size += static_cast<std::size_t>(RowsOf(wave.Count)) * ShapeOf(wave).size();
+  }
+  return size * 5 + (std::size_t{1} << 16);
+}
+
 void WriteMeasure(FieldWriter& writer, const MeasureRecord& measure) {
   Visit(writer, measure, kMeasureFields);
   if (!measure.HasData) return;
@@ -217,7 +225,7 @@ void ReadDataSheet(const std::string& path, DataSheet& sheet, TransferScratch& s
 }
 
 std::string DataSheetText(const DataSheet& sheet) {
-  FieldWriter writer;
+  FieldWriter writer(ExpectedSize(sheet));
   writer(kSignature);
   Visit(writer, sheet, kHeader);
   for (const auto& wave : InUse(sheet.Waves, sheet.WaveCount)) WriteWave(writer, wave);

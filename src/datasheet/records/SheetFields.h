@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -28,14 +29,13 @@ class FieldReader {
   // Any form of a number counts and is rounded to the nearest whole number, ties to even. A number
   // outside the variable's range is no value.
   void operator()(std::int32_t& value);
+  void operator()(std::span<std::int32_t> values);
   void operator()(std::int16_t& value);
   void operator()(double& value);
   void Skip() { Take(); }
 
  private:
   std::optional<std::string_view> Take();
-  // Takes a field of few digits. Returns false, without a step, if the field has another form.
-  bool TakeShort(std::int32_t& value);
 
   const char* next_;
   const char* end_;
@@ -44,6 +44,9 @@ class FieldReader {
 // Joins fields to the bytes of a file. Nothing in a text is escaped.
 class FieldWriter {
  public:
+  // Fewer or more bytes than expected are fine, but more take longer.
+  explicit FieldWriter(std::size_t expected) : bytes_(expected, '\0') {}
+
   void operator()(std::string_view value);
   void operator()(bool value);
   void operator()(std::int32_t value);
