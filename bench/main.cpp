@@ -41,6 +41,14 @@ constexpr std::array kRows{
         Clock::Processor, Take::Median, 1, 0.03},
     Row{"85 KB over a pty on one core / blocking read", "AskOverLine", "ReadOverLine", Clock::Wall,
         Take::Median, 1, 2},
+    Row{"read of a sheet of 1.2 million samples / ifstream >>", "ReadSheet/18", "ExtractSheet/18",
+        Clock::Processor, Take::Least, 1, 0.25},
+    Row{"write of a sheet of 1.2 million samples / ofstream <<", "WriteSheet/18", "InsertSheet/18",
+        Clock::Processor, Take::Least, 1, 0.20},
+    Row{"read of a wave of 18 / of a single one", "ReadSheet/18", "ReadSheet/1", Clock::Processor,
+        Take::Least, 18, 1.3},
+    Row{"write of a wave of 18 / of a single one", "WriteSheet/18", "WriteSheet/1",
+        Clock::Processor, Take::Least, 18, 1.3},
 };
 
 // The usual report. It also keeps the time of every repetition.
