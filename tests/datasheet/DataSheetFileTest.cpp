@@ -93,9 +93,14 @@ struct DataSheetFile : FileFolder, ::testing::Test {
 };
 
 TEST_F(DataSheetFile, OfTheManualHoldsEveryFieldInItsPlaceAndIsWrittenAgainByteForByte) {
+  for (const auto trace : {&WaveRecord::CH1Data, &WaveRecord::CH2Data}) {
+    (sheet.Waves[0].*trace).Store(600, 7);
+  }
   EXPECT_EQ(Read(example), example);
+  EXPECT_EQ(sheet.Waves[0].CH1Data[600], 0);
+  EXPECT_EQ(sheet.Waves[0].CH2Data[600], 7) << "a channel that the file does not hold";
   std::string held;
-  for (const WaveRecord& w : std::span(sheet.Waves).first(static_cast<unsigned>(sheet.WaveCount))) {
+  for (const WaveRecord& w : std::span(sheet.Waves).first(9)) {
     held += Bits(w.HasData, w.BestFitOn, w.GridOn, w.ColorOn, w.IsYT, w.IsScan, w.Envelope);
     for (const int number : {w.Count, w.Channels, w.CH1Data[1], w.CH1Min[1], w.CH2Data[1],
                              w.CH2Min[1], w.RollingStartPos + w.RollingEraseWidth}) {
@@ -106,7 +111,7 @@ TEST_F(DataSheetFile, OfTheManualHoldsEveryFieldInItsPlaceAndIsWrittenAgainByteF
   EXPECT_EQ(held,
             "1100100 2 1 101 0 0 0 0\n1010100 1 2 0 0 51 0 0\n1001100 1 3 101 0 51 0 0\n"
             "1110101 1 1 101 91 0 0 0\n1011101 1 2 0 0 51 -25 0\n1101101 1 3 101 91 51 -25 0\n"
-            "1111111 1 1 101 0 0 0 -225\n1111001 1 3 101 0 51 0 0\n0111100 600 3 0 0 0 0 0\n");
+            "1111111 1 1 101 0 0 0 -225\n1111001 1 1 101 0 51 0 0\n0111100 600 3 0 0 0 0 0\n");
   const WaveRecord& w = sheet.Waves[6];
   const MeasureRecord& m = sheet.Measures[0];
   const DataRecord& d = sheet.Datas[0];
@@ -191,17 +196,17 @@ TEST_F(DataSheetFile, OfBadBytesLosesOnlyTheFieldThatHoldsThem) {
 
 TEST_F(DataSheetFile, IsKnownByItsSignatureAlone) {
   const std::string quoted = example.substr(0, 38), rest = example.substr(38);
-  const std::pair<std::string, bool> rows[] = {{Filled(example, '\r', ""), true},
-                                               {Filled(Filled(example, '\r', ""), '\n', ","), true},
-                                               {example + "more", true},
-                                               {Filled(quoted, '"', "") + rest, true},
-                                               {quoted + "x" + rest, true},
-                                               {Filled(quoted, 'T', "t") + rest, false},
-                                               {example.substr(1), false},
-                                               {" " + example, false},
-                                               {Filled(Filled(example, '"', ""), '\n', ""), false},
-                                               {"", false}};
-  for (const auto& [bytes, valid] : rows) {
+  const std::string lines = Filled(example, '\r', "");
+  for (const auto& [bytes, valid] : {std::pair(lines, true),
+                                     {Filled(lines, '\n', ","), true},
+                                     {example + "more", true},
+                                     {Filled(quoted, '"', "") + rest, true},
+                                     {quoted + "x" + rest, true},
+                                     {Filled(quoted, 'T', "t") + rest, false},
+                                     {example.substr(1), false},
+                                     {"", false},
+                                     {" " + example, false},
+                                     {Filled(Filled(example, '"', ""), '\n', ""), false}}) {
     Read(kEmptySheet);
     EXPECT_EQ(Read(bytes), valid ? example : kEmptySheet) << bytes.substr(0, 60);
     EXPECT_EQ(std::exchange(prompts.shown, {}), std::vector<Message>(!valid, Critical(kInvalid)));

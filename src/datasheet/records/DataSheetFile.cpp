@@ -86,19 +86,18 @@ void ReadSamples(FieldReader& reader, WaveRecord& wave) {
   }
 }
 
-void SkipRows(FieldReader& reader, std::int32_t count, std::size_t width) {
-  const std::size_t fields = static_cast<std::size_t>(RowsOf(count)) * width;
-  for (std::size_t i = 0; i < fields && !reader.AtEnd(); ++i) reader.Skip();
-}
-
-// Reads the items of one kind. `read` reads one into its slot, also behind the end of the file,
-// where it empties the samples of an item that keeps its old `HasData`. `skip` passes an item that
-// has no slot.
-template <typename Read, typename Skip>
-void ReadItems(FieldReader& reader, int count, const Read& read, const Skip& skip) {
+// Reads one item after another into its slot, also behind the end of the file: the samples of an
+// item that keeps its old `HasData` become 0 there.
+template <typename Read>
+void ReadItems(int count, const Read& read) {
   for (int slot = 0; slot < std::min(count, kSheetSlots); ++slot) {
     read(static_cast<std::size_t>(slot));
   }
+}
+
+// Passes the items that have no slot, up to the items of the next kind.
+template <typename Skip>
+void SkipItems(const FieldReader& reader, int count, const Skip& skip) {
   for (int item = kSheetSlots; item < count && !reader.AtEnd(); ++item) skip();
 }
 
@@ -112,7 +111,9 @@ void ReadWave(FieldReader& reader, WaveRecord& wave) {
 void SkipWave(FieldReader& reader, WaveRecord& spare) {
   spare.HasData = false;
   Visit(reader, spare, kWaveFields);
-  if (spare.HasData) SkipRows(reader, spare.Count, ShapeOf(spare).size());
+  if (!spare.HasData) return;
+  const std::size_t values = static_cast<std::size_t>(RowsOf(spare.Count)) * ShapeOf(spare).size();
+  for (std::size_t i = 0; i < values && !reader.AtEnd(); ++i) reader.Skip();
 }
 
 void ReadMeasure(FieldReader& reader, MeasureRecord& measure) {
@@ -134,31 +135,20 @@ void ReadData(FieldReader& reader, DataRecord& data, std::vector<std::string>& t
   Visit(reader, data, kScaleFields);
 }
 
-void SkipData(FieldReader& reader) {
-  DataRecord spare;
-  Visit(reader, spare, kDataFields);
-  if (spare.HasData) SkipRows(reader, spare.Count, 1);
-  Visit(reader, spare, kScaleFields);
-}
-
 void ReadAll(FieldReader& reader, DataSheet& sheet, std::vector<std::string>& tokens) {
   Visit(reader, sheet, kHeader);
+  ReadItems(sheet.WaveCount, [&](std::size_t slot) { ReadWave(reader, sheet.Waves[slot]); });
   WaveRecord spareWave;
+  SkipItems(reader, sheet.WaveCount, [&] { SkipWave(reader, spareWave); });
+  ReadItems(sheet.MeasureCount,
+            [&](std::size_t slot) { ReadMeasure(reader, sheet.Measures[slot]); });
   MeasureRecord spareMeasure;
-  ReadItems(
-      reader, sheet.WaveCount, [&](std::size_t slot) { ReadWave(reader, sheet.Waves[slot]); },
-      [&] { SkipWave(reader, spareWave); });
-  ReadItems(
-      reader, sheet.MeasureCount,
-      [&](std::size_t slot) { ReadMeasure(reader, sheet.Measures[slot]); },
-      [&] {
-        spareMeasure.HasData = false;
-        ReadMeasure(reader, spareMeasure);
-      });
-  ReadItems(
-      reader, sheet.DataCount,
-      [&](std::size_t slot) { ReadData(reader, sheet.Datas[slot], tokens); },
-      [&] { SkipData(reader); });
+  SkipItems(reader, sheet.MeasureCount, [&] {
+    spareMeasure.HasData = false;
+    ReadMeasure(reader, spareMeasure);
+  });
+  ReadItems(sheet.DataCount,
+            [&](std::size_t slot) { ReadData(reader, sheet.Datas[slot], tokens); });
   for (const auto count :
        {&DataSheet::WaveCount, &DataSheet::MeasureCount, &DataSheet::DataCount}) {
     sheet.*count = std::clamp(sheet.*count, 0, kSheetSlots);
