@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <random>
+#include <span>
 
 #include "datasheet/records/DataSheetFile.h"
 #include "support/FileFolder.h"
@@ -149,6 +150,7 @@ TEST_F(DataSheetFile, CutAtAnyByteKeepsOldFieldsAndZeroesSamples) {
     wave.IsScan = false;
     wave.Count = data.Count = 2;
     wave.Channels = 3;
+    data.Samples.assign(3, sheet.Title + "token");
     return DataSheetText(sheet);
   };
   const std::string old = make(), whole = make();

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <algorithm>
-#include <ranges>
 #include <regex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace oriolemark {
@@ -17,10 +17,13 @@ std::string Bits(const Conditions&... conditions) {
 // The pieces of a text, which may be empty, between marks.
 inline std::vector<std::string> Split(std::string_view text, char mark) {
   std::vector<std::string> pieces;
-  for (const auto piece : std::views::split(text, mark)) {
-    pieces.emplace_back(piece.begin(), piece.end());
+  if (text.empty()) return pieces;
+  for (;;) {
+    const std::size_t end = text.find(mark);
+    pieces.emplace_back(text.substr(0, end));
+    if (end == text.npos) return pieces;
+    text.remove_prefix(end + 1);
   }
-  return pieces;
 }
 
 // With each mark replaced.

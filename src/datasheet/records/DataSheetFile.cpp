@@ -95,10 +95,16 @@ void ReadItems(int count, const Read& read) {
   }
 }
 
-// Passes the items that have no slot, up to the items of the next kind.
-template <typename Skip>
-void SkipItems(const FieldReader& reader, int count, const Skip& skip) {
-  for (int item = kSheetSlots; item < count && !reader.AtEnd(); ++item) skip();
+// Passes the items that have no slot, up to the items of the next kind. One record serves for all,
+// because making one takes far longer than reading a short item.
+template <typename Record, typename Skip>
+void SkipItems(FieldReader& reader, int count, const Skip& skip) {
+  if (count <= kSheetSlots) return;
+  Record spare;
+  for (int item = kSheetSlots; item < count && !reader.AtEnd(); ++item) {
+    spare.HasData = false;
+    skip(reader, spare);
+  }
 }
 
 void ReadWave(FieldReader& reader, WaveRecord& wave) {
@@ -106,10 +112,7 @@ void ReadWave(FieldReader& reader, WaveRecord& wave) {
   if (wave.HasData) ReadSamples(reader, wave);
 }
 
-// `spare` is a record that nobody uses. One serves for all items without a slot, because making one
-// takes far longer than reading a short item.
 void SkipWave(FieldReader& reader, WaveRecord& spare) {
-  spare.HasData = false;
   Visit(reader, spare, kWaveFields);
   if (!spare.HasData) return;
   const std::size_t values = static_cast<std::size_t>(RowsOf(spare.Count)) * ShapeOf(spare).size();
@@ -138,15 +141,10 @@ void ReadData(FieldReader& reader, DataRecord& data, std::vector<std::string>& t
 void ReadAll(FieldReader& reader, DataSheet& sheet, std::vector<std::string>& tokens) {
   Visit(reader, sheet, kHeader);
   ReadItems(sheet.WaveCount, [&](std::size_t slot) { ReadWave(reader, sheet.Waves[slot]); });
-  WaveRecord spareWave;
-  SkipItems(reader, sheet.WaveCount, [&] { SkipWave(reader, spareWave); });
+  SkipItems<WaveRecord>(reader, sheet.WaveCount, SkipWave);
   ReadItems(sheet.MeasureCount,
             [&](std::size_t slot) { ReadMeasure(reader, sheet.Measures[slot]); });
-  MeasureRecord spareMeasure;
-  SkipItems(reader, sheet.MeasureCount, [&] {
-    spareMeasure.HasData = false;
-    ReadMeasure(reader, spareMeasure);
-  });
+  SkipItems<MeasureRecord>(reader, sheet.MeasureCount, ReadMeasure);
   ReadItems(sheet.DataCount,
             [&](std::size_t slot) { ReadData(reader, sheet.Datas[slot], tokens); });
   for (const auto count :
