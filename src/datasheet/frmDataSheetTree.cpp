@@ -1,5 +1,8 @@
 #include "datasheet/frmDataSheetTree.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "datasheet/records/DataSheetFile.h"
 #include "platform/Utf8.h"
 
@@ -169,10 +172,20 @@ void frmDataSheetTree::mnuRemove_Click() {
   if (selected != kNoNode && selected == sheet_.SheetNode) {
     RemoveSheet();
   } else if (const auto place = SelectedItem()) {
+    const TreeNode next = NeighbourOf(selected);
     DataSheetTree.Remove(selected);
+    DataSheetTree.Select(next);
     files.Remove(place->kind, place->slot);
     files.SheetExists();
   }
+}
+
+// The node below, or the last one above, or the sheet's: where the next key is meant to act.
+TreeNode frmDataSheetTree::NeighbourOf(TreeNode node) const {
+  const std::vector<TreeNode> shown = DataSheetTree.Children(sheet_.SheetNode);
+  const auto at = std::ranges::find(shown, node);
+  if (shown.size() < 2 || at == shown.end()) return sheet_.SheetNode;
+  return at + 1 == shown.end() ? *(at - 1) : *(at + 1);
 }
 
 void frmDataSheetTree::RemoveSheet() {

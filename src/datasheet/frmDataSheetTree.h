@@ -62,6 +62,7 @@ class frmDataSheetTree : public Form {
   void mnuRemove_Click();
   void mnuSorted_Click();
   void RemoveByKey();
+  TreeNode NeighbourOf(TreeNode node) const;
   void RemoveSheet();
   void UseFile(const std::string& path);
   void RebuildSheetTree();

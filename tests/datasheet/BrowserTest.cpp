@@ -244,9 +244,9 @@ TEST_F(Browser, TheDeleteKeyAsksBeforeItRemovesData) {
     EXPECT_EQ(Told(), Texts{"Remove Wave0?"});
     EXPECT_EQ(sheet.WaveCount, answer == MessageAnswer::No ? 2 : 1);
   }
-  SelectWave(0);
   tree.KeyDown(kDeleteKey);
   EXPECT_EQ(Waves() + std::to_string(Told().size()), "0") << "nothing to lose, no question";
+  EXPECT_EQ(tree.Selected(), sheet.SheetNode);
 }
 
 TEST_F(Browser, CloseAsksForTheSheetThenForTheControlFileWhateverTheFirstAnswer) {
