@@ -1,11 +1,14 @@
 #include <benchmark/benchmark.h>
 
+#include <QApplication>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <random>
 
 #include "Desk.h"
 #include "datasheet/records/DataSheetFile.h"
+#include "desktop/Program.h"
 
 namespace oriolemark {
 namespace {
@@ -100,6 +103,29 @@ void InsertSheet(benchmark::State& state) {
   full.CountLines(state);
 }
 
+// The whole program opens the sheet with all views, down to the pixels.
+void OpenSheet(benchmark::State& state) {
+  Sheet full(state.range(0));
+  WriteDataSheet(full.path, full.sheet, full.prompts, NoSync);
+  qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(full.folder));
+  Program program(static_cast<QApplication&>(*QCoreApplication::instance()));
+  MainModule& module = program.Module();
+  module.main.Load();
+  module.main.Show();
+  const auto pending = [&] {
+    return std::ranges::any_of(module.sheet.WaveViews, [](const auto& view) {
+      return view && dynamic_cast<const frmWave&>(*view).InitPending;
+    });
+  };
+  for (auto _ : state) {
+    module.browser.OpenDataSheet(full.path);
+    while (pending()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QCoreApplication::processEvents();
+  }
+  full.CountLines(state);
+}
+
+BENCHMARK(OpenSheet)->Arg(18);
 BENCHMARK(ReadSheet)->Arg(1)->Arg(18);
 BENCHMARK(ExtractSheet)->Arg(18);
 BENCHMARK(WriteSheet)->Arg(1)->Arg(18);
