@@ -77,18 +77,20 @@ WriteFailure Failed(WriteFailure::Step step, int error) {
   return {step, Describe(error)};
 }
 
-// Whether the disk has no room for more bytes or files. The old file is then not overwritten.
-bool IsFull(int error) {
-  return error == ENOSPC || error == EDQUOT;
+// Whether the folder takes no new file, or not under the target's name. The target itself may take
+// new bytes all the same. After any other error, a full disk for one, the old file is not touched.
+bool IsRefusal(int error) {
+  constexpr int kRefusals[] = {EACCES, EPERM, EROFS, ENAMETOOLONG, EBUSY, EXDEV};
+  return std::ranges::find(kRefusals, error) != std::end(kRefusals);
 }
 
 // Writes a new file and renames it over the target. Returns 0, or the error number. Returns nothing
-// if the file cannot be made or renamed, for another reason than a full disk.
+// if the folder refuses the new file.
 std::optional<int> WriteBeside(const fs::path& target, std::string_view bytes,
                                const SyncFile& sync) {
   const fs::path beside = BesideOf(target);
   File file = MakeBeside(beside);
-  if (!file) return IsFull(errno) ? std::optional(errno) : std::nullopt;
+  if (!file) return IsRefusal(errno) ? std::nullopt : std::optional(errno);
   std::error_code error;
   const fs::file_status old = fs::status(target, error);
   if (fs::exists(old)) fs::permissions(beside, old.permissions(), error);
@@ -97,7 +99,7 @@ std::optional<int> WriteBeside(const fs::path& target, std::string_view bytes,
   if (written == 0 && !error) return 0;
   const int failure = written != 0 ? written : error.value();
   fs::remove(beside, error);
-  if (written == 0 && !IsFull(failure)) return std::nullopt;
+  if (written == 0 && IsRefusal(failure)) return std::nullopt;
   return failure;
 }
 
@@ -114,7 +116,10 @@ FileContents ReadFile(const std::string& path, std::size_t limit, TooLong tooLon
     return {.bytes = {}, .error = Describe(EFBIG)};
   }
   std::string bytes(error ? limit : std::min<std::uintmax_t>(size, limit), '\0');
+  errno = 0;
   bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+  // A part of a file would be saved over the whole one later.
+  if (std::ferror(file.get()) != 0) return {.bytes = {}, .error = Describe(errno)};
   return {.bytes = std::move(bytes), .error = std::nullopt};
 }
 

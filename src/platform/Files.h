@@ -14,14 +14,14 @@ namespace oriolemark {
 
 struct FileContents {
   std::string bytes;
-  std::optional<std::string> error;  // set if the file could not be opened
+  std::optional<std::string> error;  // set if the file could not be opened or the disk failed
 };
 
 // What becomes of a file that is longer than the limit.
 enum class TooLong { Cut, Refuse };
 
 // Reads at most `limit` bytes from the start of the file. A longer file is cut there, or counts as
-// one that could not be opened. If reading stops early, returns what was read, without an error.
+// one that could not be opened.
 FileContents ReadFile(const std::string& path, std::size_t limit, TooLong tooLong = TooLong::Cut);
 
 // Flushes what was written to the disk itself. Returns false and sets errno on failure.
