@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <utility>
 
 #include "Desk.h"
 #include "datasheet/records/DataSheetFile.h"
@@ -70,9 +71,10 @@ struct Sheet {
 void ReadSheet(benchmark::State& state) {
   Sheet full(state.range(0));
   WriteDataSheet(full.path, full.sheet, full.prompts, NoSync);
-  const std::int32_t last = full.sheet.Waves[0].CH2Min[kLastSample];
+  SampleArray& trace = full.sheet.Waves[0].CH2Min;
+  const std::int32_t last = std::exchange(trace, {})[kLastSample];
   for (auto _ : state) ReadDataSheet(full.path, full.sheet, full.scratch, full.prompts);
-  if (full.sheet.Waves[0].CH2Min[kLastSample] != last) std::abort();
+  if (trace[kLastSample] != last) std::abort();
   full.CountLines(state);
 }
 

@@ -97,7 +97,9 @@ TEST_F(DataSheetFile, OfTheManualHoldsEveryFieldInItsPlaceAndIsWrittenAgainByteF
   for (const auto trace : {&WaveRecord::CH1Data, &WaveRecord::CH2Data}) {
     (sheet.Waves[0].*trace).Store(600, 7);
   }
+  sheet.Waves[0].Date = sheet.Measures[0].Values[0].Verdict = "of another item";
   EXPECT_EQ(Read(example), example);
+  EXPECT_EQ(sheet.Waves[0].Date + sheet.Measures[0].Values[0].Verdict, "");
   EXPECT_EQ(sheet.Waves[0].CH1Data[600], 0);
   EXPECT_EQ(sheet.Waves[0].CH2Data[600], 7) << "a channel that the file does not hold";
   std::string held;
@@ -156,7 +158,7 @@ TEST_F(DataSheetFile, CutAtAnyByteKeepsOldFieldsAndZeroesSamples) {
   const std::string old = make(), whole = make();
   constexpr std::size_t kStep = 3;
   const auto oldLines = Lines(old), lines = Lines(whole);
-  for (std::size_t length = 40; length <= whole.size(); length += kStep) {
+  for (std::size_t length = 38; length <= whole.size(); length += kStep) {
     Read(old);
     const std::string part = whole.substr(0, length);
     const auto now = Lines(Read(part));
@@ -167,6 +169,7 @@ TEST_F(DataSheetFile, CutAtAnyByteKeepsOldFieldsAndZeroesSamples) {
       if (i == held && !part.ends_with('\n')) continue;  // the line that is cut
       ASSERT_EQ(now[i], i < held ? lines[i] : isSample ? "0\r" : oldLines[i]) << length;
     }
+    ASSERT_TRUE(prompts.shown.empty()) << length;
   }
 }
 

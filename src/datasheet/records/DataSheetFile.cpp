@@ -14,6 +14,10 @@ namespace {
 constexpr std::string_view kSignature = "Tavik Technologies TX5000 Data Sheet";
 constexpr std::size_t kMostBytes = std::size_t{256} << 20;
 
+// In bytes. A token of the instrument has four. Longer ones are cut, because every item has a copy
+// of the tokens before it.
+constexpr std::size_t kLongestToken = 64;
+
 // The fields in the order of the file.
 constexpr std::tuple kHeader{&DataSheet::Title, &DataSheet::WaveCount, &DataSheet::MeasureCount,
                              &DataSheet::DataCount};
@@ -109,6 +113,7 @@ void SkipItems(FieldReader& reader, int count, const Skip& skip) {
 
 void ReadWave(FieldReader& reader, WaveRecord& wave) {
   Visit(reader, wave, kWaveFields);
+  wave.Date.clear();
   if (wave.HasData) ReadSamples(reader, wave);
 }
 
@@ -121,14 +126,18 @@ void SkipWave(FieldReader& reader, WaveRecord& spare) {
 
 void ReadMeasure(FieldReader& reader, MeasureRecord& measure) {
   Visit(reader, measure, kMeasureFields);
-  if (!measure.HasData) return;
-  for (MeasureValue& value : measure.Values) Visit(reader, value, kValueFields);
+  for (MeasureValue& value : measure.Values) {
+    value.Verdict.clear();
+    if (measure.HasData) Visit(reader, value, kValueFields);
+  }
 }
 
 void ReadTokens(FieldReader& reader, DataRecord& data, std::vector<std::string>& tokens) {
   tokens.resize(kLastSample + 1);
   const int rows = RowsOf(data.Count);
-  for (int i = 0; i < rows && !reader.AtEnd(); ++i) reader(tokens[static_cast<std::size_t>(i)]);
+  for (int i = 0; i < rows && !reader.AtEnd(); ++i) {
+    reader.Take(tokens[static_cast<std::size_t>(i)], kLongestToken);
+  }
   data.Samples = tokens;
 }
 
@@ -169,7 +178,7 @@ void WriteWave(FieldWriter& writer, const WaveRecord& wave) {
   }
 }
 
-// About the size of the file. Nearly all of it are samples, of three digits at most.
+// About the size of the file. Nearly all of it is samples, of three digits at most.
 std::size_t ExpectedSize(const DataSheet& sheet) {
   std::size_t size = 0;
   for (const auto& wave : InUse(sheet.Waves, sheet.WaveCount)) {

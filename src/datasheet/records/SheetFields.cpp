@@ -123,6 +123,10 @@ constexpr auto kReadyLines = [] {
 
 // Writes without an exponent where that takes no long row of zeros.
 char* PutDouble(char* to, double value) {
+  // A text for infinity would read back as no number, and the field would keep an old value.
+  if (!std::isfinite(value)) {
+    value = std::isnan(value) ? 0 : std::copysign(std::numeric_limits<double>::max(), value);
+  }
   const double size = std::abs(value);
   const bool plain = size == 0 || (size >= 1e-7 && size < 1e16);
   char* const end = std::to_chars(to, to + kLongestNumber, value,
@@ -147,8 +151,8 @@ std::optional<std::string_view> FieldReader::Take() {
   return std::string_view(begin, static_cast<std::size_t>(close - begin));
 }
 
-void FieldReader::operator()(std::string& value) {
-  if (const auto field = Take()) value = *field;
+void FieldReader::Take(std::string& value, std::size_t longest) {
+  if (const auto field = Take()) value = field->substr(0, longest);
 }
 
 void FieldReader::operator()(bool& value) {

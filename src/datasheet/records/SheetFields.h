@@ -20,10 +20,15 @@ class FieldReader {
   explicit FieldReader(std::string_view bytes)
       : next_(bytes.data()), end_(bytes.data() + bytes.size()) {}
 
+  // In bytes; far above any name or reply. What a text of a file holds is shown on the screen.
+  static constexpr std::size_t kLongestText = std::size_t{1} << 20;
+
   bool AtEnd() const { return next_ == end_; }
 
-  // Stores what is between the quotes, or a whole field that has no opening quote.
-  void operator()(std::string& value);
+  // Stores what is between the quotes, or a whole field that has no opening quote, but no more than
+  // `longest` bytes.
+  void Take(std::string& value, std::size_t longest);
+  void operator()(std::string& value) { Take(value, kLongestText); }
   // #TRUE# and #FALSE# count in any case. A number is true unless it is 0.
   void operator()(bool& value);
   // Any form of a number counts and is rounded to the nearest whole number, ties to even. A number
