@@ -9,8 +9,7 @@ void frmDataSheetTree::mnuNewDataSheet_Click() {
   if (!file.AskAboutChanges()) return;
   file.Leave();
   files.CloseAllItems();
-  // "Untitle" stays: users know the word.
-  sheet_.Title = "Untitle";
+  sheet_.Title = kNewTitle;
   file.UseNone();
   DataSheetTree.Remove(sheet_.SheetNode);
   AddSheetNode();
@@ -30,7 +29,7 @@ void frmDataSheetTree::mnuOpenDataSheet_Click() {
   files.CloseAllItems();
   const std::string path = file.AskOpenName();
   if (path.empty()) {
-    file.AskNameAtSave();
+    file.UseNothing();
   } else {
     UseFile(path);
   }

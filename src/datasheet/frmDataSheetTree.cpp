@@ -19,10 +19,6 @@ constexpr const char* kRootText = "Data Sheet";
 constexpr int kRootImage = 1;
 constexpr int kSheetImage = 2;
 
-bool HasItems(const DataSheet& sheet) {
-  return sheet.WaveCount + sheet.MeasureCount + sheet.DataCount > 0;
-}
-
 }  // namespace
 
 frmDataSheetTree::frmDataSheetTree(const BrowserContext& context)
@@ -38,8 +34,8 @@ frmDataSheetTree::frmDataSheetTree(const BrowserContext& context)
                   return WriteDataSheet(path, sheet_, context_.prompts, context_.sync);
                 },
             .title = [this] { return Utf8Of(sheet_.Title); },
-            // An empty sheet is not worth a copy.
-            .contents = [this] { return HasItems(sheet_) ? DataSheetText(sheet_) : std::string(); },
+            // A sheet that has been removed, or is like a new one, is not worth a copy.
+            .contents = [this] { return HasContents() ? DataSheetText(sheet_) : std::string(); },
             .maySave = [this] { return files.RequireSheet(); }}),
       context_(context),
       sheet_(context.sheet) {
@@ -52,6 +48,11 @@ frmDataSheetTree::frmDataSheetTree(const BrowserContext& context)
     if (button == kRightButton) PopupMenuFor();
   };
   sheet_.Modified.onChanged = [this] { ShowChanged(); };
+}
+
+bool frmDataSheetTree::HasContents() const {
+  const int items = sheet_.WaveCount + sheet_.MeasureCount + sheet_.DataCount;
+  return DataSheetTree.Exists(sheet_.SheetNode) && (items > 0 || sheet_.Title != kNewTitle);
 }
 
 void frmDataSheetTree::BuildMenu() {
@@ -80,7 +81,7 @@ void frmDataSheetTree::BuildMenu() {
   });
 }
 
-// Closing the pane and opening it again keeps the sheet.
+// Closing the pane and opening it again keeps the sheet. One that was removed comes back empty.
 void frmDataSheetTree::Form_Load() {
   DataSheetTree.Clear();
   sheet_.RootNode = DataSheetTree.Add(kNoNode, kRootText, kRootImage);
@@ -93,6 +94,7 @@ void frmDataSheetTree::Form_Load() {
   for (const ItemKind kind : kTreeOrder) {
     for (int slot = 0; slot < sheet_.*RowOf(kind).count; ++slot) files.AddNode(kind, slot);
   }
+  files.SheetExists();
 }
 
 void frmDataSheetTree::AddSheetNode() {

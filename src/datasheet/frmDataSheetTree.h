@@ -12,6 +12,9 @@
 
 namespace oriolemark {
 
+// "Untitle" stays: users know the word.
+inline constexpr const char* kNewTitle = "Untitle";
+
 // What the Data Browser needs.
 struct BrowserContext {
   DataSheet& sheet;
@@ -56,6 +59,7 @@ class frmDataSheetTree : public Form {
     int slot;
   };
 
+  bool HasContents() const;
   void BuildMenu();
   void PopupMenuFor();
   void KeyDown(int code);

@@ -34,7 +34,12 @@ void DocumentFile::Leave(LastWord word) {
     const std::string contents = steps_.contents();
     std::string copy;
     if (!contents.empty()) copy = recovered_.Keep(steps_.title(), words_.extension, contents);
-    if (givenUp_) spareCopy_ = copy;
+    // A spare copy does not push out another one unless it stays.
+    if (givenUp_) {
+      spareCopy_ = copy;
+    } else {
+      recovered_.Trim();
+    }
   }
   writeFailed_ = false;
 }
@@ -51,6 +56,11 @@ void DocumentFile::Use(const std::string& path) {
   steps_.read(path);
   changed_ = false;
   if (addRecent) addRecent(path);
+}
+
+void DocumentFile::UseNothing() {
+  recovered_.Trim();
+  asksName_ = true;
 }
 
 void DocumentFile::UseNone() {

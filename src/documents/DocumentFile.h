@@ -63,9 +63,9 @@ class DocumentFile {
   void Use(const std::string& path);
   // A new document has no file in use.
   void UseNone();
-  // From now to the next Use or UseNone, Save asks for a name although there is one. For a document
-  // that no longer holds what its file does.
-  void AskNameAtSave() { asksName_ = true; }
+  // The document was cleared for a file that the user did not choose. Until the next Use or UseNone,
+  // Save asks for a name, so that the file in use is not overwritten. The safety copy stays.
+  void UseNothing();
 
  private:
   bool AskSaveName(const char* title, const char* filter);

@@ -45,9 +45,7 @@ std::string RecoveredFiles::Keep(const std::string& title, const std::string& ex
     const std::string number = copy == 1 ? "" : " (" + std::to_string(copy) + ")";
     const std::string path = (fs::path(folder_) / (name + number + extension)).string();
     if (fs::exists(fs::symlink_status(path, error))) continue;
-    if (WriteFile(path, bytes, sync_)) return {};
-    RemoveOldest();
-    return path;
+    return WriteFile(path, bytes, sync_) ? std::string() : path;
   }
   return {};
 }
@@ -57,7 +55,7 @@ void RecoveredFiles::Remove(const std::string& path) {
   fs::remove(path, error);
 }
 
-void RecoveredFiles::RemoveOldest() const {
+void RecoveredFiles::Trim() const {
   std::error_code error;
   std::vector<std::pair<fs::file_time_type, fs::path>> copies;
   for (fs::directory_iterator at(folder_, error), end; !error && at != end; at.increment(error)) {

@@ -18,14 +18,13 @@ class RecoveredFiles {
   RecoveredFiles(std::string folder, std::function<std::string()> now, SyncFile sync);
 
   // Writes a copy under the title (UTF-8) and the time. Returns its path, or an empty text if it
-  // could not be written.
+  // could not be written. Trim then removes all but the newest ten.
   std::string Keep(const std::string& title, const std::string& extension, std::string_view bytes);
+  void Trim() const;
   // Removes a copy that is not needed after all.
   static void Remove(const std::string& path);
 
  private:
-  void RemoveOldest() const;
-
   const std::string folder_;
   const std::function<std::string()> now_;
   const SyncFile sync_;

@@ -19,7 +19,9 @@ void Toggle(MenuEntry& entry, Control& shown) {
 
 // The first path with this extension, in any case. Empty if there is none.
 std::string FirstOf(const std::vector<std::string>& paths, std::string_view extension) {
-  const auto same = [](char a, char b) { return a == b || a + 'a' - 'A' == b; };
+  const auto same = [](char a, char b) {
+    return (a >= 'A' && a <= 'Z' ? a + ('a' - 'A') : a) == b;
+  };
   for (const std::string& path : paths) {
     if (path.size() <= extension.size()) continue;
     const std::string_view end = std::string_view(path).substr(path.size() - extension.size());

@@ -144,7 +144,11 @@ TEST_F(Browser, AnOpenThatIsCancelledLeavesDeadNodesAndAFileThatIsNotOverwritten
   prompts.paths = {path};
   browser.mnuSaveDataSheet_Click();
   const TreeNode dead = sheet.Waves[0].TreeNode;
+  sheet.Modified = true;
+  prompts.AnswerNext(MessageAnswer::No);
   browser.mnuOpenDataSheet.Click();
+  EXPECT_EQ(Copies(), Texts{"Untitle 2026-11-22 10.00.00.orm:Wave0"}) << "No was for an Open";
+  sheet.Modified = false;
   EXPECT_EQ(sheet.WaveCount, 0);
   EXPECT_EQ(sheet.FileName, path);
   EXPECT_FALSE(View(0).Loaded());
@@ -185,15 +189,26 @@ TEST_F(Browser, TheMenuFitsTheSelectedNode) {
   EXPECT_EQ(Told(), Texts{kNoSheet});
 }
 
-TEST_F(Browser, TheSortOutlivesTheSheetAndDoesNotMoveSlots) {
+TEST_F(Browser, TheSortAndTheSheetOutliveThePaneAndTheSortTheSheet) {
+  const auto reopen = [&] {
+    module.main.tabDock.HidePane("DataSheet");
+    module.main.tabDock.ShowPane("DataSheet");
+  };
+  browser.mnuSorted.Click();
+  prompts.toSave = MessageAnswer::No;
+  browser.mnuNewDataSheet_Click();
   Add(2);
   tree.EndLabelEdit(sheet.Waves[0].TreeNode, "Z");
-  browser.mnuSorted.Click();
-  EXPECT_EQ(tree.Children(sheet.SheetNode).front(), sheet.Waves[1].TreeNode);
-  browser.Unload();
-  browser.Load();
-  EXPECT_EQ(tree.Text(tree.Children(sheet.SheetNode).front()), "Wave1") << "the pane came back";
-  EXPECT_EQ(Waves(), "Z(Z0) Wave1(Wave11) ");
+  for (int turn = 0; turn < 2; ++turn) {
+    EXPECT_EQ(tree.Text(tree.Children(sheet.SheetNode).front()), "Wave1");
+    EXPECT_EQ(Waves(), "Z(Z0) Wave1(Wave11) ");
+    reopen();
+  }
+  tree.Select(sheet.SheetNode);
+  browser.mnuRemove.Click();
+  EXPECT_FALSE(module.main.ToolButtons[10].Enabled());
+  reopen();
+  EXPECT_TRUE(module.main.ToolButtons[10].Enabled());
 }
 
 // Removes a wave while the one in slot 2 is read. The reading goes where its item is.
@@ -297,6 +312,7 @@ TEST(RecoveredFiles, TheNewestTenStayAndAFailureIsSilent) {
     const std::string copy = files.Keep("..", ".orm", std::to_string(i));
     fs::last_write_time(copy, fs::last_write_time(copy) - std::chrono::hours(20 - i));
   }
+  files.Trim();
   std::set<std::string> kept;
   for (const auto& entry : fs::directory_iterator(folder)) {
     kept.insert(ReadFile(entry.path(), 9).bytes);
