@@ -124,8 +124,11 @@ bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
 void TreeBinding::TakeKey(const QKeyEvent& key) {
   if (editor_->Editing()) return;
   if (key.key() == Qt::Key_F10 && key.modifiers() == Qt::ShiftModifier) AskForMenuByKey();
+  const bool plain = (key.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
   const auto code = kKeyCodes.find(key.key());
-  if (code != kKeyCodes.end()) Later([this, code = code->second] { model_.KeyDown(code); });
+  // A key that is held acts once. Otherwise one long press would remove row after row.
+  if (!plain || key.isAutoRepeat() || code == kKeyCodes.end()) return;
+  Later([this, code = code->second] { model_.KeyDown(code); });
 }
 
 // The row under the mouse. Null over the arrows, because they fold rows and do not select.
@@ -148,8 +151,10 @@ void TreeBinding::TakePress(const QMouseEvent& mouse) {
   menuPlace_ = mouse.globalPosition().toPoint();
   const bool right = mouse.button() == Qt::RightButton;
   // Runs after the press, because it may open a menu.
-  QTimer::singleShot(0, this,
-                     [this, right] { model_.MouseDown(right ? kRightButton : kLeftButton); });
+  QTimer::singleShot(0, this, [this, right] {
+    if (QApplication::activeModalWidget() != nullptr) return;
+    model_.MouseDown(right ? kRightButton : kLeftButton);
+  });
 }
 
 // A double click on the empty area acts on the row that was clicked last.

@@ -101,6 +101,9 @@ class NamingDialog : public QFileDialog {
     setAcceptMode(question.action == FileAction::Save ? AcceptSave : AcceptOpen);
     // The code that opens the file reports a name without a file.
     setFileMode(AnyFile);
+    // The suffix is added before the toolkit asks about an existing file. A dialog of the desktop
+    // would ask first.
+    setOption(DontUseNativeDialog);
     // The names of the filters include their patterns already.
     setOption(HideNameFilterDetails);
     QStringList names;

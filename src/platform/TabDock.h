@@ -24,8 +24,9 @@ class TabDock : public Control {
   void ShowPane(const std::string& key) {
     if (Form* form = Find(key)) form->BringToFront();
   }
+  // Unloads the pane's form, so that it is loaded again when the pane comes back.
   void HidePane(const std::string& key) {
-    if (Form* form = Find(key)) form->Hide();
+    if (Form* form = Find(key)) form->Unload();
   }
   const std::vector<Pane>& Panes() const { return panes_; }
 

@@ -141,6 +141,8 @@ void WaveReader::ReadBlocks() {
   const BlockList& list = BlocksOf(Record());
   const double total = static_cast<double>(list.count) * Record().Count;
   for (int i = 0; i < list.count; ++i) {
+    // Nobody waits for the samples of an item that has been removed.
+    if (context_.scratch.TransferWaveSlot == kNoSlot) return;
     const Block& block = list.blocks[static_cast<std::size_t>(i)];
     context_.scope.SendToScope(std::string(kData) + block.source + block.channel);
     ReadBlock(block.destination, 100.0 * i / list.count, total, Record().Count, block.clamp);
