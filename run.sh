@@ -7,7 +7,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 usage="usage: ./run.sh [--serial | --gpib | --usb | --real]
   --serial   opens Oriolemark linked to a simulated TX5000 over RS232, as with no option
   --gpib     the same over GPIB
-  --usb      the same over USB; the settings of each link stay in build/run
+  --usb      the same over USB; what each link keeps stays in build/run
   --real     opens Oriolemark on your own settings and your own instrument"
 
 real=no
@@ -140,6 +140,7 @@ take_tour() {
   rm -rf build/tour
   mkdir -p build/tour
   export XDG_CONFIG_HOME="$PWD/build/tour/config"
+  export XDG_DATA_HOME="$PWD/build/tour/data"
   start_screen
   local code=0
   QT_QPA_PLATFORM=xcb build/release/bin/oriolemark_tour build/tour \
@@ -155,6 +156,7 @@ elif [[ $real == yes ]]; then
   build/release/bin/Oriolemark
 else
   export XDG_CONFIG_HOME="$PWD/build/run/config-$link"
+  export XDG_DATA_HOME="$PWD/build/run/data-$link"
   start_simulator
   write_settings
   build/release/bin/Oriolemark

@@ -72,7 +72,11 @@ inline frmWave& View(MainModule& module) {
 // brought about is through; the last one closes the program.
 class Windows : public testing::Test {
  protected:
-  Windows() { qputenv("XDG_CONFIG_HOME", home_.path().toLocal8Bit()); }
+  Windows() {
+    for (const char* place : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"}) {
+      qputenv(place, home_.path().toLocal8Bit());
+    }
+  }
 
   // At `pace` looks of 25 ms from one step to the next.
   void Run(const std::vector<Step>& steps, int pace = 5) {

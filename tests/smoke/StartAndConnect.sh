@@ -5,7 +5,7 @@ set -euo pipefail
 
 folder="$(mktemp -d)"
 trap 'kill $(jobs -p) 2>/dev/null || true; wait; rm -rf "$folder"' EXIT
-export XDG_CONFIG_HOME="$folder" QT_QPA_PLATFORM=offscreen
+export XDG_CONFIG_HOME="$folder" XDG_DATA_HOME="$folder/data" QT_QPA_PLATFORM=offscreen
 mkdir "$folder/Oriolemark"
 cat > "$folder/Oriolemark/Oriolemark.ini" <<END
 [%General]
