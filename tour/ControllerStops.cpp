@@ -2,8 +2,6 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QFile>
-#include <QMainWindow>
-#include <QMenuBar>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -13,14 +11,6 @@ namespace oriolemark {
 namespace {
 
 constexpr const char* kFile = "tour.cfx";
-
-bool Asking() {
-  return QApplication::activeModalWidget() != nullptr;
-}
-
-bool MenuOpen() {
-  return QApplication::activePopupWidget() != nullptr;
-}
 
 }  // namespace
 
@@ -144,6 +134,7 @@ void Tour::AddEditStops() {
 }
 
 void Tour::AddFileStops() {
+  const QString path = folder_.absoluteFilePath(kFile);
   const auto idle = [this] { return Idle(); };
   const auto editing = [this] { return Editing(); };
   Add({
@@ -180,16 +171,10 @@ void Tour::AddFileStops() {
       {"file-menu", idle,
        [this] {
          Check(Shown("Trigger", "Method") == "EDGE", "a new file has the defaults");
-         for (QWidget* top : QApplication::topLevelWidgets()) {
-           auto* window = qobject_cast<QMainWindow*>(top);
-           if (window == nullptr) continue;
-           QMenuBar& bar = *window->menuBar();
-           QTest::mouseClick(&bar, Qt::LeftButton, {},
-                             bar.actionGeometry(bar.actions().first()).center());
-         }
+         OpenFileMenu();
        }},
       {"recent", MenuOpen, [this] { ChooseEntry("Recent Control File"); }},
-      {"reopened", MenuOpen, [this] { ChooseEntry(folder_.absoluteFilePath(kFile)); }},
+      {"reopened", [path] { return Entry(path) != nullptr; }, [this, path] { ChooseEntry(path); }},
       {"upload", idle,
        [this] {
          CheckTrigger(

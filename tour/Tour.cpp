@@ -4,7 +4,10 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPixmap>
 #include <QScreen>
 #include <QTest>
@@ -50,17 +53,25 @@ void Tour::Add(std::vector<Stop> stops) {
 
 void Tour::AddEnd() {
   const auto idle = [this] { return Idle(); };
-  const auto close = [] {
-    for (QWidget* top : QApplication::topLevelWidgets()) {
-      if (qobject_cast<QMainWindow*>(top) != nullptr) top->close();
-    }
+  const auto about = [](const char* document) {
+    return [document] {
+      const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      return box != nullptr && box->text().contains(document);
+    };
   };
+  const auto cancel = [this] { Answer(QMessageBox::Cancel); };
+  const auto drop = [this] { Answer(QMessageBox::No); };
+  // Each document is asked about, also when the program is not going to close.
   Add({
-      {"unsaved-at-close", idle, close},
-      {"not-closed", [] { return QApplication::activeModalWidget() != nullptr; },
-       [this] { Answer(QMessageBox::Cancel); }},
-      {"close-again", idle, close},
-      {"end", [] { return QApplication::activeModalWidget() != nullptr; },
+      {"unsaved-at-close", idle, CloseMain},
+      {"sheet-cancelled", about("Data Sheet File"), cancel},
+      {"settings-dropped", about("Control File"), drop},
+      {"close-again", idle, CloseMain},
+      {"sheet-dropped", about("Data Sheet File"), drop},
+      {"settings-cancelled", about("Control File"), cancel},
+      {"close-at-last", idle, CloseMain},
+      {"sheet-dropped-again", about("Data Sheet File"), drop},
+      {"end", about("Control File"),
        [this] {
          const QString unknown = instrument_.Do("count");
          Check(unknown == "0", "commands that the instrument did not know: " + unknown + " " +
@@ -75,15 +86,8 @@ void Tour::Turn() {
     Picture(pending_);
     pending_.clear();
   }
-  if (stops_.empty()) return timer_.stop();
-  if (!stops_.front().ready()) {
-    if (patience_.elapsed() < kPatience) return;
-    Check(false, QString("the tour does not reach: ") + stops_.front().name);
-    Picture("stuck");
-    stops_.clear();
-    // Prevents the question whether to save the changes.
-    module_.controlDocument.CtrlChanged = false;
-    module_.main.Close();
+  if (stops_.empty() || !stops_.front().ready()) {
+    if (patience_.elapsed() > kPatience) GiveUp();
     return;
   }
   const Stop stop = std::move(stops_.front());
@@ -92,6 +96,26 @@ void Tour::Turn() {
   patience_.restart();
   // A separate event, because `act` may serve a dialog until it closes while the tour goes on.
   QTimer::singleShot(0, stop.act);
+}
+
+void Tour::GiveUp() {
+  timer_.stop();
+  Picture("stuck");
+  // Prevents the questions whether to save the changes.
+  module_.sheet.Modified = false;
+  module_.controlDocument.CtrlChanged = false;
+  // The program does not close a second time while it asks.
+  if (QWidget* modal = QApplication::activeModalWidget()) modal->close();
+  QTimer::singleShot(kPause, [this] { module_.main.Close(); });
+}
+
+int Tour::Failures() {
+  const bool closed = timer_.isActive();
+  Check(closed && stops_.empty(),
+        stops_.empty()
+            ? "the program ends at the last stop"
+            : QString("the program ends at the last stop, not before ") + stops_.front().name);
+  return failures_;
 }
 
 void Tour::Picture(const QString& name) {
@@ -115,13 +139,14 @@ void Tour::CheckInstrument(const QString& path, const QString& value) {
 
 void Tour::CheckSamples(const QString& request) {
   const std::vector<int> bytes = instrument_.LastBlock(request);
-  bool same = !bytes.empty() && Wave().Count == static_cast<int>(bytes.size());
-  for (int i = 1; same && i <= Wave().Count; ++i) {
+  const WaveRecord& wave = Wave(0);
+  bool same = !bytes.empty() && wave.Count == static_cast<int>(bytes.size());
+  for (int i = 1; same && i <= wave.Count; ++i) {
     // If the first sample is one place early, the last one is repeated.
     const std::size_t at =
         std::min(static_cast<std::size_t>(i - link_.firstIndex), bytes.size() - 1);
     const int byte = bytes[at];
-    same = Wave().CH1Data[i] == std::clamp(byte, 26, 225) - 26;
+    same = wave.CH1Data[i] == std::clamp(byte, 26, 225) - 26;
   }
   Check(same, QString("the samples are the instrument's %1 bytes for %2 less 26")
                   .arg(bytes.size())
@@ -137,14 +162,25 @@ void Tour::CheckTrigger(const QStringList& labels) {
   Check(shown == labels, "the trigger's rows: " + shown.join(", "));
 }
 
-bool Tour::Idle() {
-  return !Progress() && QApplication::activeModalWidget() == nullptr &&
-         QApplication::activePopupWidget() == nullptr;
+QMainWindow* Tour::Main() {
+  for (QWidget* top : QApplication::topLevelWidgets()) {
+    if (auto* window = qobject_cast<QMainWindow*>(top)) return window;
+  }
+  return nullptr;
+}
+
+QWidgetList Tour::Windows() {
+  if (QWidget* modal = QApplication::activeModalWidget()) return {modal};
+  QWidgetList windows = QApplication::topLevelWidgets();
+  const auto* area = Main() != nullptr ? Main()->findChild<QMdiArea*>() : nullptr;
+  if (area != nullptr && area->currentSubWindow() != nullptr) {
+    windows.prepend(area->currentSubWindow());
+  }
+  return windows;
 }
 
 QWidget* Tour::Find(const QString& name) {
-  QWidget* modal = QApplication::activeModalWidget();
-  for (QWidget* top : modal != nullptr ? QWidgetList{modal} : QApplication::topLevelWidgets()) {
+  for (QWidget* top : Windows()) {
     for (QWidget* found : top->findChildren<QWidget*>(name)) {
       if (found->isVisible()) return found;
     }
@@ -163,11 +199,11 @@ void Tour::Click(const QString& name) {
 }
 
 void Tour::ClickText(const QString& text) {
-  for (QWidget* widget : QApplication::allWidgets()) {
-    auto* button = qobject_cast<QAbstractButton*>(widget);
-    if (button == nullptr || !button->isVisible()) continue;
-    if (button->text().replace("&&", "&") != text) continue;
-    return QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
+  for (QWidget* top : Windows()) {
+    for (auto* button : top->findChildren<QAbstractButton*>()) {
+      if (!button->isVisible() || button->text().replace("&&", "&") != text) continue;
+      return QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
+    }
   }
   Check(false, "nothing on the screen reads " + text);
 }
@@ -184,13 +220,14 @@ QWidget* Tour::Focus() {
   if (QWidget* focus = QApplication::focusWidget()) return focus;
   // Without a real screen the front window may be inactive.
   QWidget* modal = QApplication::activeModalWidget();
-  return modal != nullptr ? modal->focusWidget() : nullptr;
+  QWidget* front = modal != nullptr ? modal : Main();
+  return front != nullptr ? front->focusWidget() : nullptr;
 }
 
-void Tour::Press(int key) {
+void Tour::Press(QKeyCombination key) {
   QWidget* focus = Focus();
   if (focus == nullptr) return Check(false, "something has the focus");
-  QTest::keyClick(focus, static_cast<Qt::Key>(key));
+  QTest::keyClick(focus, key.key(), key.keyboardModifiers());
 }
 
 void Tour::Type(const QString& text) {
@@ -220,15 +257,21 @@ QTreeWidgetItem* Tour::Row(const QString& group, const QString& label) {
 }
 
 void Tour::ClickRow(const QString& group, const QString& label, Qt::MouseButton button) {
-  QTreeWidgetItem* item = Row(group, label);
+  ClickItem(Row(group, label), button);
+}
+
+void Tour::OpenRow(const QString& group, const QString& label) {
+  OpenItem(Row(group, label));
+}
+
+void Tour::ClickItem(QTreeWidgetItem* item, Qt::MouseButton button) {
   if (item == nullptr) return;
   QTreeWidget& tree = *item->treeWidget();
   tree.scrollToItem(item);
   QTest::mouseClick(tree.viewport(), button, {}, tree.visualItemRect(item).center());
 }
 
-void Tour::OpenRow(const QString& group, const QString& label) {
-  QTreeWidgetItem* item = Row(group, label);
+void Tour::OpenItem(QTreeWidgetItem* item) {
   if (item == nullptr) return;
   QTreeWidget& tree = *item->treeWidget();
   tree.scrollToItem(item);
@@ -242,14 +285,29 @@ QString Tour::Shown(const QString& group, const QString& label) {
   return item != nullptr ? item->text(0).section(" [", 1).chopped(1) : QString();
 }
 
-void Tour::ChooseEntry(const QString& text) {
-  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-  if (menu == nullptr) return Check(false, "a menu is open for " + text);
-  for (QAction* action : menu->actions()) {
-    if (action->text().remove('&') != text) continue;
-    return QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+void Tour::CloseMain() {
+  if (Main() != nullptr) Main()->close();
+}
+
+void Tour::OpenFileMenu() {
+  if (Main() == nullptr) return;
+  QMenuBar& bar = *Main()->menuBar();
+  QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(bar.actions().first()).center());
+}
+
+QAction* Tour::Entry(const QString& text) {
+  const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  for (QAction* action : menu != nullptr ? menu->actions() : QList<QAction*>()) {
+    if (action->text().remove('&') == text) return action;
   }
-  Check(false, "the menu has " + text);
+  return nullptr;
+}
+
+void Tour::ChooseEntry(const QString& text) {
+  QAction* action = Entry(text);
+  if (action == nullptr) return Check(false, "the menu has " + text);
+  auto& menu = dynamic_cast<QMenu&>(*QApplication::activePopupWidget());
+  QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
 }
 
 }  // namespace oriolemark

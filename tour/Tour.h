@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QMessageBox>
@@ -13,6 +14,8 @@
 #include "Instrument.h"
 #include "desktop/Program.h"
 
+class QAction;
+class QMainWindow;
 class QTreeWidgetItem;
 
 namespace oriolemark {
@@ -30,7 +33,8 @@ class Tour {
  public:
   Tour(Program& program, Instrument& instrument, const Link& link, QDir folder);
 
-  int Failures() const { return failures_; }
+  // The failed checks, and the stops that were not reached, when the program has ended.
+  int Failures();
 
  private:
   static constexpr int kPause = 400;          // ms until a picture is taken
@@ -43,6 +47,7 @@ class Tour {
   void AddFileStops();
   void AddEnd();
   void Turn();
+  void GiveUp();
   void Picture(const QString& name);
 
   void Check(bool holds, const QString& what);
@@ -53,16 +58,22 @@ class Tour {
   // Checks the labels of the Trigger group's rows, without their values. Scrolls to the rows.
   void CheckTrigger(const QStringList& labels);
 
+  // The dialog in front, otherwise the child window in front and then all windows.
+  static QWidgetList Windows();
   // A visible widget by its name, in the window in front.
-  QWidget* Find(const QString& name);
+  static QWidget* Find(const QString& name);
   void Click(const QString& name);
   void ClickText(const QString& text);
   void Drag(const QString& name, QPoint from, QPoint to);
   static QWidget* Focus();
-  void Press(int key);
+  void Press(QKeyCombination key);
   void Type(const QString& text);
   void Answer(QMessageBox::StandardButton button);
   void NameFile(const QString& name);
+  void SetZoom(const QString& zoom);
+  static QMainWindow* Main();
+  static void OpenFileMenu();
+  static void CloseMain();
 
   // A row of the settings tree by the name of its group and the label below it, if any. The clicks
   // scroll to the row first.
@@ -71,15 +82,21 @@ class Tour {
   void OpenRow(const QString& group, const QString& label);
   // The value shown in a row.
   QString Shown(const QString& group, const QString& label);
+  // The entry of the menu in front. Null if there is none.
+  static QAction* Entry(const QString& text);
   void ChooseEntry(const QString& text);
+  static void ClickItem(QTreeWidgetItem* item, Qt::MouseButton button);
+  static void OpenItem(QTreeWidgetItem* item);
 
-  const WaveRecord& Wave() { return module_.sheet.Waves[0]; }
+  const WaveRecord& Wave(std::size_t slot) { return module_.sheet.Waves[slot]; }
   frmWave* View() { return dynamic_cast<frmWave*>(module_.sheet.WaveViews[0].get()); }
   bool AtRest() { return View() != nullptr && View()->cmdRefresh.Enabled() && !Progress(); }
   bool Progress() { return module_.progress.Loaded(); }
   bool Editing() { return module_.controller.dialog.Visible(); }
+  static bool Asking() { return QApplication::activeModalWidget() != nullptr; }
+  static bool MenuOpen() { return QApplication::activePopupWidget() != nullptr; }
   // No dialog is open, and no transfer is running.
-  bool Idle();
+  bool Idle() { return !Progress() && !Asking() && !MenuOpen(); }
 
   MainModule& module_;
   Instrument& instrument_;

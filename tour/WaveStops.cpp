@@ -22,12 +22,7 @@ void Tour::AddWaveStops() {
       {"waveform", rest, [this] { CheckSamples(":DATA:CHANNEL1"); }},
       {"zoomed", rest,
        [this] {
-         Click("BestFitChk");
-         auto* zoom = qobject_cast<QComboBox*>(Find("ZoomCombo"));
-         if (zoom == nullptr || zoom->lineEdit() == nullptr) return Check(false, "zoom box");
-         zoom->lineEdit()->selectAll();
-         QTest::keyClicks(zoom->lineEdit(), "250%");
-         QTest::keyClick(zoom->lineEdit(), Qt::Key_Return);
+         SetZoom("250%");
          Check(View()->ZoomFactor == 2.5, "a typed zoom is taken");
        }},
       {"fitted", rest, [this] { Click("BestFitChk"); }},
@@ -51,7 +46,7 @@ void Tour::AddWaveStops() {
       {"envelope-read", rest,
        [this] {
          CheckSamples(":DATA:EnvelopeMax:CH1");
-         Check(Wave().Envelope, "an envelope was read");
+         Check(Wave(0).Envelope, "an envelope was read");
        }},
       {"scan", rest,
        [this] {
@@ -63,7 +58,7 @@ void Tour::AddWaveStops() {
       {"scan-read", rest,
        [this] {
          CheckSamples(":DATA:CHANNEL1");
-         Check(Wave().IsScan, "a rolling record was read");
+         Check(Wave(0).IsScan, "a rolling record was read");
        }},
       {"xy", rest,
        [this] {
@@ -74,12 +69,22 @@ void Tour::AddWaveStops() {
          instrument_.Do("xy on");
          Click("cmdRefresh");
        }},
-      {"xy-read", rest, [this] { Check(!Wave().IsYT && Wave().Channels == 3, "an X-Y figure"); }},
+      {"xy-read", rest, [this] { Check(!Wave(0).IsYT && Wave(0).Channels == 3, "an X-Y figure"); }},
       {"second-waveform", rest, [this] { Click("tool_AddNewWaveform"); }},
       {"tiled", rest, [this] { module_.main.mnuWindowTileVertical.Click(); }},
       {"about", now, [this] { module_.main.mnuHelpAbout.Click(); }},
       {"about-closed", [this] { return module_.about.Visible(); }, [this] { Click("cmdOK"); }},
   });
+}
+
+// Switches off the best fit of the window in front, and types the zoom.
+void Tour::SetZoom(const QString& zoom) {
+  Click("BestFitChk");
+  auto* box = qobject_cast<QComboBox*>(Find("ZoomCombo"));
+  if (box == nullptr || box->lineEdit() == nullptr) return Check(false, "zoom box");
+  box->lineEdit()->selectAll();
+  QTest::keyClicks(box->lineEdit(), zoom);
+  QTest::keyClick(box->lineEdit(), Qt::Key_Return);
 }
 
 }  // namespace oriolemark
