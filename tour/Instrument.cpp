@@ -53,6 +53,7 @@ std::vector<int> Instrument::LastBlock(const QString& request) const {
 }
 
 Instrument::~Instrument() {
+  if (process_.state() == QProcess::NotRunning) return;
   process_.write("quit\n");
   if (!process_.waitForFinished(kPatience)) process_.kill();
 }

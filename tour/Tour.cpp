@@ -31,16 +31,22 @@ QTreeWidgetItem* ChildOf(QTreeWidgetItem* parent, const QString& label) {
 
 }  // namespace
 
-Tour::Tour(Program& program, Instrument& instrument, const Link& link, QDir folder)
+Tour::Tour(Program& program, Instrument& instrument, const Link& link, QDir folder, Start start)
     : module_(program.Module()), instrument_(instrument), link_(link), folder_(std::move(folder)) {
   // A busy machine can delay the instrument's process by seconds. The tour does not test silence,
   // so a reply may take ten times as long as usual.
   module_.main.TimeOutTimer.SetInterval(1000);
-  AddWaveStops();
-  AddTreeStops();
-  AddEditStops();
-  AddFileStops();
-  AddEnd();
+  if (start == Start::First) {
+    AddWaveStops();
+    AddTreeStops();
+    AddEditStops();
+    AddFileStops();
+    AddSheetStops();
+    AddSaveStops();
+    AddEnd();
+  } else {
+    AddReturnStops();
+  }
   timer_.setInterval(kPause);
   QObject::connect(&timer_, &QTimer::timeout, [this] { Turn(); });
   timer_.start();
@@ -262,6 +268,14 @@ void Tour::ClickRow(const QString& group, const QString& label, Qt::MouseButton 
 
 void Tour::OpenRow(const QString& group, const QString& label) {
   OpenItem(Row(group, label));
+}
+
+QTreeWidgetItem* Tour::Item(const QString& name) {
+  const auto* tree = qobject_cast<QTreeWidget*>(Find("DataSheetTree"));
+  const auto found = tree != nullptr ? tree->findItems(name, Qt::MatchExactly | Qt::MatchRecursive)
+                                     : QList<QTreeWidgetItem*>();
+  if (found.isEmpty()) Check(false, "a row of the Data Browser: " + name);
+  return found.value(0);
 }
 
 void Tour::ClickItem(QTreeWidgetItem* item, Qt::MouseButton button) {

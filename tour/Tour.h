@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QImage>
 #include <QMessageBox>
 #include <QPoint>
 #include <QString>
@@ -31,7 +32,10 @@ struct Stop {
 // Operates the real windows by mouse and key events, stop after stop, and counts failed checks.
 class Tour {
  public:
-  Tour(Program& program, Instrument& instrument, const Link& link, QDir folder);
+  // The second start opens what the first has saved.
+  enum class Start { First, Second };
+
+  Tour(Program& program, Instrument& instrument, const Link& link, QDir folder, Start start);
 
   // The failed checks, and the stops that were not reached, when the program has ended.
   int Failures();
@@ -45,6 +49,9 @@ class Tour {
   void AddTreeStops();
   void AddEditStops();
   void AddFileStops();
+  void AddSheetStops();
+  void AddSaveStops();
+  void AddReturnStops();
   void AddEnd();
   void Turn();
   void GiveUp();
@@ -57,6 +64,8 @@ class Tour {
   void CheckSamples(const QString& request);
   // Checks the labels of the Trigger group's rows, without their values. Scrolls to the rows.
   void CheckTrigger(const QStringList& labels);
+  // Checks the items and the pictures of the sheet against those of the first start.
+  void CheckReopened();
 
   // The dialog in front, otherwise the child window in front and then all windows.
   static QWidgetList Windows();
@@ -85,8 +94,14 @@ class Tour {
   // The entry of the menu in front. Null if there is none.
   static QAction* Entry(const QString& text);
   void ChooseEntry(const QString& text);
+  // A row of the Data Browser.
+  QTreeWidgetItem* Item(const QString& name);
+  void OpenItem(const QString& name) { OpenItem(Item(name)); }
   static void ClickItem(QTreeWidgetItem* item, Qt::MouseButton button);
   static void OpenItem(QTreeWidgetItem* item);
+  // The whole picture of a waveform. KeepPictures writes one file for each.
+  QImage Drawn(int slot);
+  void KeepPictures();
 
   const WaveRecord& Wave(std::size_t slot) { return module_.sheet.Waves[slot]; }
   frmWave* View() { return dynamic_cast<frmWave*>(module_.sheet.WaveViews[0].get()); }

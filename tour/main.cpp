@@ -1,9 +1,11 @@
 // Operates the real windows by mouse and key events over the real line. Saves numbered screenshots
-// and the log of the line. The exit code is 0 if all checks pass.
+// and the log of the line. At its end the program is started a second time, on what it has kept.
+// The exit code is 0 if all checks pass.
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QPalette>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <algorithm>
@@ -47,6 +49,7 @@ QPalette DarkPalette() {
 enum class Theme { Desktop, Dark };
 
 struct Request {
+  Tour::Start start = Tour::Start::First;
   Theme theme = Theme::Desktop;
   const Link* link = &kLinks[0];
   QString folder;
@@ -63,18 +66,24 @@ int TakeTour(const Request& request, int& argc, char** argv) {
   const QString place = serial ? out.absoluteFilePath("tx5000") : sockets.filePath("tx5000");
   qputenv("TX5000SIM_SOCKET", place.toLocal8Bit());
   const QDir config(out.absoluteFilePath("config"));
-  WriteSettings(config, link, place, QFileInfo(request.simulator).absoluteDir().filePath("../lib"));
+  const bool first = request.start == Tour::Start::First;
+  if (first) {
+    WriteSettings(config, link, place,
+                  QFileInfo(request.simulator).absoluteDir().filePath("../lib"));
+  }
   qputenv("XDG_CONFIG_HOME", config.absolutePath().toLocal8Bit());
+  qputenv("XDG_DATA_HOME", out.absoluteFilePath("data").toLocal8Bit());
   QApplication application(argc, argv);
   if (request.theme == Theme::Dark) QApplication::setPalette(DarkPalette());
   Program program(application);
   Instrument instrument;
-  if (!instrument.Start(request.simulator, link, place, out.absoluteFilePath("wire.log"))) {
+  if (first &&
+      !instrument.Start(request.simulator, link, place, out.absoluteFilePath("wire.log"))) {
     QTextStream(stderr) << "the simulated instrument does not start: " << request.simulator
                         << Qt::endl;
     return 2;
   }
-  Tour tour(program, instrument, link, out);
+  Tour tour(program, instrument, link, out, request.start);
   program.Run();
   return tour.Failures() == 0 ? 0 : 1;
 }
@@ -82,6 +91,7 @@ int TakeTour(const Request& request, int& argc, char** argv) {
 // Returns nothing if the words are not a valid request.
 std::optional<Request> Read(QStringList words) {
   Request request;
+  if (words.removeOne("--again")) request.start = Tour::Start::Second;
   if (words.removeOne("--dark")) request.theme = Theme::Dark;
   if (const qsizetype at = words.indexOf("--link"); at >= 0) {
     const auto* const named = std::ranges::find_if(
@@ -104,10 +114,15 @@ int main(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) words << QString::fromLocal8Bit(argv[i]);
   const auto request = oriolemark::Read(words);
   if (!request) {
-    QTextStream(stderr) << "usage: oriolemark_tour [--dark] [--link serial|gpib|usb] FOLDER "
-                           "TX5000SIM"
+    QTextStream(stderr) << "usage: oriolemark_tour [--again] [--dark] [--link serial|gpib|usb] "
+                           "FOLDER TX5000SIM"
                         << Qt::endl;
     return 2;
   }
-  return oriolemark::TakeTour(*request, argc, argv);
+  const int code = oriolemark::TakeTour(*request, argc, argv);
+  if (request->start == oriolemark::Tour::Start::Second) return code;
+  // Another process, so that only what is on the disk passes from one start to the next.
+  const int second =
+      QProcess::execute(QString::fromLocal8Bit(argv[0]), QStringList("--again") + words);
+  return std::max(code, second == 0 ? 0 : 1);
 }
