@@ -113,7 +113,7 @@ TEST_F(DataSheetFile, OfTheManualHoldsEveryFieldInItsPlaceAndIsWrittenAgainByteF
   }
   EXPECT_EQ(held,
             "1100100 2 1 101 0 0 0 0\n1010100 1 2 0 0 51 0 0\n1001100 1 3 101 0 51 0 0\n"
-            "1110101 1 1 101 91 0 0 0\n1011101 1 2 0 0 51 -25 0\n1101101 1 3 101 91 51 -25 0\n"
+            "1110101 1 1 101 91 0 0 0\n1011101 1 2 0 0 51 41 0\n1101101 1 3 101 91 51 41 0\n"
             "1111111 1 1 101 0 0 0 -225\n1111001 1 1 101 0 51 0 0\n0111100 600 3 0 0 0 0 0\n");
   const WaveRecord& w = sheet.Waves[6];
   const MeasureRecord& m = sheet.Measures[0];
@@ -124,8 +124,8 @@ TEST_F(DataSheetFile, OfTheManualHoldsEveryFieldInItsPlaceAndIsWrittenAgainByteF
     texts += text + ";";
   }
   EXPECT_EQ(texts,
-            "Amplifier, first board;Rolling;1.00V;0.40DIV;500mV;-1.20DIV;500us;0.0ns;"
-            "CH1 1.00V  500us [Date:11/21/26];50.0%;0x7E;");
+            "Amplifier, first board;Rolling;1.00V;0.40div;500mV;-1.20div;500.0us;0.0000s;"
+            "CH1 1.00V  500.0us [Date:11/21/26];50.0%;0x7E;");
   EXPECT_EQ((std::vector{m.Values[0].Over, m.Values[17].Over, m.Values[17].Under, d.VoltRange,
                          d.VoltOffset, d.TimeRange, d.TriggerDelay}),
             (std::vector<double>{2.5, 1e16, -5e-8, 1, 0.4, 0.0005, 0}));
