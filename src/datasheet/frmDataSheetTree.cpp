@@ -179,6 +179,8 @@ void frmDataSheetTree::mnuRemove_Click() {
     DataSheetTree.Select(next);
     files.Remove(place->kind, place->slot);
     files.SheetExists();
+    // The views that moved up have come to the front.
+    DataSheetTree.SetFocus();
   }
 }
 

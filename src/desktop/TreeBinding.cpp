@@ -59,6 +59,9 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
   model.onChanged = [guard] {
     if (guard) guard->NoteChange();
   };
+  model.onSetFocus = [guard] {
+    if (guard) guard->widget_.setFocus();
+  };
   model.onStartLabelEdit = [guard] {
     if (guard) guard->EditSelected();
   };

@@ -149,6 +149,10 @@ void TreeView::StartLabelEdit() const {
   if (onStartLabelEdit) onStartLabelEdit();
 }
 
+void TreeView::SetFocus() const {
+  if (onSetFocus) onSetFocus();
+}
+
 void TreeView::EndLabelEdit(TreeNode node, std::string text) {
   // The widget still shows the user's text. It puts the node's own text back before the handler
   // reports anything.

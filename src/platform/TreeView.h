@@ -54,6 +54,8 @@ class TreeView : public Control {
 
   // Asks the toolkit's side to open the label of the selected node for editing.
   void StartLabelEdit() const;
+  // Asks the toolkit's side to give the tree the keyboard focus.
+  void SetFocus() const;
   // The user's edit of this node's label has ended with this text. A cancelled edit is not
   // reported. The node is selected while the handler runs; the handler may change the text.
   // Afterwards the node that was clicked to end the edit is selected again.
@@ -81,8 +83,9 @@ class TreeView : public Control {
   std::function<void(int button)> mouseDown;
   std::function<void(std::string& text)> afterLabelEdit;
 
-  // The second listener on the toolkit's side, beside onChanged.
+  // The other listeners on the toolkit's side, beside onChanged.
   std::function<void()> onStartLabelEdit;
+  std::function<void()> onSetFocus;
 
  private:
   struct Node {
