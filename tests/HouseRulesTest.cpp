@@ -39,7 +39,7 @@ bool Lists(std::string_view list, const std::string& word) {
 // Includes point to a lower rank or stay in their own folder. The first row that fits counts.
 const auto kFloors = oriolemark::Rows(R"(
 0 | platform/ || 0 | simulator/ || 1 | values/ || 1 | documents/ || 2 | link/
-3 | datasheet/records/ || 3 | controller/records/ || 4 | transfers/ || 5 | datasheet/
+3 | datasheet/records/ || 3 | controller/records/ || 4 | transfers/ || 4 | output/ || 5 | datasheet/
 5 | controller/ || 5 | waveview/ || 5 | measure/ || 5 | panel/ || 6 | shell/
 )");
 
