@@ -11,7 +11,7 @@ void ListView::SetRows(ListRows rows) {
   rows_ = std::move(rows);
   rows_.count = std::max(0, rows_.count);
   selected_.clear();
-  Tell();
+  if (onRows) onRows();
 }
 
 bool ListView::Holds(int row, int column) const {

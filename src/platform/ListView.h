@@ -34,6 +34,8 @@ class ListView : public Control {
 
   // Replaces the contents. No row is selected afterwards. A negative count gives an empty list.
   void SetRows(ListRows rows);
+  // The second listener on the toolkit's side: the contents have been replaced.
+  std::function<void()> onRows;
   int Count() const { return rows_.count; }
   // Empty, or no picture, for a cell outside the list.
   std::string Text(int row, int column) const;
