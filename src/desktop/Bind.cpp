@@ -3,10 +3,12 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAction>
+#include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QProgressBar>
@@ -217,6 +219,18 @@ void Bind(QScrollBar& widget, ScrollBar& model) {
   });
 }
 
+void Bind(QLabel& widget, Label& model) {
+  widget.setTextFormat(Qt::PlainText);
+  widget.setTextInteractionFlags(Qt::TextSelectableByMouse);
+  widget.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  Follow(widget, model, [&] {
+    const QString text = Shortened(FromWire(model.Text())).replace('\n', ' ').replace('\r', ' ');
+    widget.setText(text);
+    widget.setToolTip(PlainToolTip(text));
+    ShowCommon(widget, model);
+  });
+}
+
 void Bind(QProgressBar& widget, ProgressBar& model) {
   widget.setRange(0, RoundToInt(ProgressBar::kMaximum));
   model.onRefresh = [guard = QPointer<QProgressBar>(&widget)] {
@@ -292,6 +306,14 @@ QString PlainToolTip(const QString& text) {
     lines += word;
   }
   return "<p style='white-space:pre'>" + lines.toHtmlEscaped() + "</p>";
+}
+
+void MuteSelection(QWidget& view) {
+  const QColor mark = QApplication::palette(&view).color(QPalette::Active, QPalette::Highlight);
+  const int grey = qGray(mark.rgb());
+  QPalette muted;
+  muted.setColor(QPalette::Inactive, QPalette::Highlight, QColor(grey, grey, grey));
+  view.setPalette(muted);
 }
 
 void Name(QWidget& widget, const QString& objectName, const QString& accessibleName) {

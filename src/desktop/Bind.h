@@ -13,6 +13,7 @@
 #include "platform/ComboBox.h"
 #include "platform/Control.h"
 #include "platform/Form.h"
+#include "platform/Label.h"
 #include "platform/MenuEntry.h"
 #include "platform/OptionGroup.h"
 #include "platform/ProgressBar.h"
@@ -24,6 +25,7 @@ class QAction;
 class QCheckBox;
 class QComboBox;
 class QKeyEvent;
+class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QRadioButton;
@@ -58,6 +60,9 @@ void Bind(const std::vector<QRadioButton*>& options, OptionGroup& model);
 void Bind(QComboBox& widget, ComboBox& model);
 // A typed character outside Latin-1 becomes '?' when the edit ends.
 void Bind(QLineEdit& widget, TextBox& model);
+// Shows the text shortened, on one line, and whole in the tool tip. Its length does not widen the
+// window.
+void Bind(QLabel& widget, Label& model);
 // Also moves the bar to the model's place within the parent.
 void Bind(QScrollBar& widget, ScrollBar& model);
 void Bind(QProgressBar& widget, ProgressBar& model);
@@ -82,6 +87,10 @@ QString PlainToolTip(const QString& text);
 
 // The sum of the modifier keys that are held.
 int HeldKeys(const QKeyEvent& event);
+
+// A view without the focus shows its selected rows in grey. The text stays as easy to read. To be
+// called again when the application's palette has changed.
+void MuteSelection(QWidget& view);
 
 // Object name and accessible name: how screen readers and tests find a widget.
 void Name(QWidget& widget, const QString& objectName, const QString& accessibleName);

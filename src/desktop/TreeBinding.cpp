@@ -65,7 +65,7 @@ TreeBinding::TreeBinding(QTreeWidget& widget, TreeView& model, QStringList pictu
   model.onStartLabelEdit = [guard] {
     if (guard) guard->EditSelected();
   };
-  MuteSelection();
+  MuteSelection(widget_);
   ShowModel();
 }
 
@@ -86,15 +86,6 @@ void TreeBinding::EditLabels() {
   widget_.setItemDelegate(editor_);
 }
 
-// A tree without the focus shows its selected row in grey. The text stays as easy to read.
-void TreeBinding::MuteSelection() {
-  const QColor mark = QApplication::palette(&widget_).color(QPalette::Active, QPalette::Highlight);
-  const int grey = qGray(mark.rgb());
-  QPalette muted;
-  muted.setColor(QPalette::Inactive, QPalette::Highlight, QColor(grey, grey, grey));
-  widget_.setPalette(muted);
-}
-
 bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
   const bool press = event->type() == QEvent::MouseButtonPress;
   if (watched == viewport_ && (press || event->type() == QEvent::MouseButtonDblClick)) {
@@ -112,7 +103,8 @@ bool TreeBinding::eventFilter(QObject* watched, QEvent* event) {
     // The highlight of a selected row covers the width of the pane.
     widget_.header()->setMinimumSectionSize(static_cast<QResizeEvent&>(*event).size().width());
   }
-  if (event->type() == QEvent::ApplicationPaletteChange && watched == &widget_) MuteSelection();
+  if (event->type() == QEvent::ApplicationPaletteChange && watched == &widget_)
+    MuteSelection(widget_);
   if (event->type() == QEvent::KeyPress && watched == &widget_) {
     TakeKey(static_cast<const QKeyEvent&>(*event));
   }

@@ -44,7 +44,6 @@ class TreeBinding : public QObject {
 
   void EditLabels();
   void TakeKey(const QKeyEvent& key);
-  void MuteSelection();
   QTreeWidgetItem* RowAt(QPoint place) const;
   void TakePress(const QMouseEvent& mouse);
   void TakeDoubleClick(const QMouseEvent& mouse);
