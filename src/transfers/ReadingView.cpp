@@ -53,13 +53,22 @@ void ReadingView::KeyDown(int code, int held) {
   if (code == kF5Key && held == 0) cmdRefresh_Click();
 }
 
+std::optional<TransferKind> ReadingView::ChosenTransfer() const {
+  const int selected = OptionCH.Selected();
+  if (selected != OptionGroup::kNone) return kind_.transfers[static_cast<std::size_t>(selected)];
+  if (kind_.noneSelected == NoneSelected::ReadsNothing) return std::nullopt;
+  bool offered = false;
+  for (int i = 0; i < OptionCH.Count(); ++i) offered = offered || OptionCH.OptionEnabled(i);
+  return offered ? std::optional(kind_.transfers.back()) : std::nullopt;
+}
+
 void ReadingView::ReadOnce() {
-  const int option = OptionCH.Selected();
-  if (option == OptionGroup::kNone) return;
+  const std::optional<TransferKind> transfer = ChosenTransfer();
+  if (!transfer) return;
   int& slot = context_.scratch.*row_.readingSlot;
   slot = Slot();
-  const TransferKind transfer = kind_.transfers[static_cast<std::size_t>(option)];
-  if (!context_.progress.Transfer(transfer, kind_.caption) || slot == kNoSlot) return;
+  if (!context_.progress.Transfer(*transfer, kind_.caption) || slot == kNoSlot) return;
+  TakeReading(slot);
   row_.record(context_.sheet, slot).HasData = true;
   context_.sheet.Modified = true;
   const auto& view = (context_.sheet.*row_.views)[static_cast<std::size_t>(slot)];

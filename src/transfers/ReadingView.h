@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "controller/records/CtrlSettings.h"
@@ -23,12 +24,17 @@ struct ReadingContext {
 // view shows it before, a view of measures after.
 enum class FirstTick { ShowsBeforeOptions, ShowsAfterOptions };
 
+// What a view reads while no channel option is selected: nothing, or, as a table of samples does,
+// the last option's channel. That one stops only if none of its options can be selected.
+enum class NoneSelected { ReadsNothing, ReadsLast };
+
 // The differences between the kinds of views that read.
 struct ReadingKind {
   ItemKind kind;
   FirstTick firstTick;
   const char* caption;                  // of the transfer window
   std::vector<TransferKind> transfers;  // one for each channel option: CH1, CH2, both
+  NoneSelected noneSelected = NoneSelected::ReadsNothing;
 };
 
 // The window of an item that is read from the instrument, once or continuously. The tag holds the
@@ -64,11 +70,16 @@ class ReadingView : public ItemView {
 
   // Called at the first tick of a loaded view.
   virtual void ShowRecord() = 0;
+  // A reading is over. Copies it into the record of this slot, which may belong to another view by
+  // now. For the kinds that are read into the scratch fields.
+  virtual void TakeReading(int /*slot*/) {}
 
   ReadingContext context_;
 
  private:
   void TakeFirstTick();
+  // Nothing if the view is not to read.
+  std::optional<TransferKind> ChosenTransfer() const;
 
   ReadingKind kind_;
   const ItemKindRow& row_;
