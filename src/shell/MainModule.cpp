@@ -44,6 +44,7 @@ MainModule::MainModule(Platform platform)
                    platform_.today}),
       settingsTransfer_(settings, link_.scope, progress.ProgressBar1, platform_.waiting) {
   browser.files.makeView[ItemKind::Wave] = [this] { return MakeWaveView(); };
+  browser.files.makeView[ItemKind::Data] = [this] { return MakeDataView(); };
   progress.procedures.ReadWaveform = [this](const std::string& channel) {
     waveReader_.ReadWaveform(channel);
   };
@@ -59,12 +60,21 @@ MainModule::MainModule(Platform platform)
   settingsTransfer_.buildCtrlTree = [this] { controller.BuildCtrlTree(); };
 }
 
-std::unique_ptr<frmWave> MainModule::MakeWaveView() {
+ReadingContext MainModule::Reading() {
   const RefreshContext refresh{platform_.events, platform_.waiting, prompts_,           link_.state,
                                transfer_,        refreshFlags_,     preferences.refresh};
-  auto view = std::make_unique<frmWave>(
-      ReadingContext{sheet, scratch_, settings, progress, refresh}, platform_.makeCanvas());
+  return {sheet, scratch_, settings, progress, refresh};
+}
+
+std::unique_ptr<frmWave> MainModule::MakeWaveView() {
+  auto view = std::make_unique<frmWave>(Reading(), platform_.makeCanvas());
   if (onWaveView) onWaveView(*view);
+  return view;
+}
+
+std::unique_ptr<frmData> MainModule::MakeDataView() {
+  auto view = std::make_unique<frmData>(Reading(), ExportContext{prompts_, platform_.syncFile});
+  if (onDataView) onDataView(*view);
   return view;
 }
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "datasheet/frmData.h"
 #include "datasheet/records/TransferScratch.h"
 #include "link/ScopeLink.h"
 #include "platform/Calendar.h"
@@ -49,8 +50,9 @@ class MainModule {
   // order.
   void Main();
 
-  // The toolkit's side creates the widgets of each new wave view here.
+  // The toolkit's side creates the widgets of each new view here.
   std::function<void(frmWave&)> onWaveView;
+  std::function<void(frmData&)> onDataView;
 
   // The present state, for observers outside the program.
   const LinkState& Link() const { return link_.state; }
@@ -66,7 +68,9 @@ class MainModule {
   DataSheet sheet;
 
  private:
+  ReadingContext Reading();
   std::unique_ptr<frmWave> MakeWaveView();
+  std::unique_ptr<frmData> MakeDataView();
 
   Platform platform_;
   TransferState transfer_;
