@@ -51,6 +51,12 @@ void ReadingPanel::AddRefresh(QBoxLayout& layout) {
   model.onChanged();
 }
 
+void ReadingPanel::AddChannels(QBoxLayout& layout) {
+  std::vector<OptionText> texts{{"CH1"}, {"CH2"}, {"CH1&&2"}};
+  texts.resize(static_cast<std::size_t>(form_.OptionCH.Count()));
+  AddOptions(layout, "OptionCH", form_.OptionCH, texts);
+}
+
 InnerWindow::InnerWindow(Form& form, const QString& name, const QString& picture, QWidget& panel)
     : form_(form) {
   setAttribute(Qt::WA_DeleteOnClose, false);

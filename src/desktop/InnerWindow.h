@@ -19,6 +19,8 @@ class ReadingPanel : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
   // Adds the button that refreshes the view.
   void AddRefresh(QBoxLayout& layout);
+  // Adds the channel options that the view has.
+  void AddChannels(QBoxLayout& layout);
 
  private:
   ReadingView& form_;

@@ -5,6 +5,7 @@
 
 #include "desktop/Bind.h"
 #include "desktop/CtrlDialogWindow.h"
+#include "desktop/DataWindow.h"
 #include "desktop/Dialogs.h"
 #include "desktop/HelpKey.h"
 #include "desktop/HelpWindow.h"
@@ -83,6 +84,9 @@ Program::Program(QApplication& application) {
   parts_->module.pointer.onChanged = [this] { ShowPointer(parts_->module.pointer); };
   parts_->module.onWaveView = [this](frmWave& view) {
     parts_->main.AddInner(Make<WaveWindow>(view));
+  };
+  parts_->module.onDataView = [this](frmData& view) {
+    parts_->main.AddInner(Make<DataWindow>(view));
   };
 }
 

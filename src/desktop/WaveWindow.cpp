@@ -99,8 +99,7 @@ class WavePanel : public ReadingPanel {
     layout.setContentsMargins(3, 3, 3, 3);
     layout.setSpacing(3);
     AddRefresh(AddTightGroup(layout, "Refresh"));
-    AddOptions(AddTightGroup(layout, "Display"), "OptionCH", form_.OptionCH,
-               {{"CH1"}, {"CH2"}, {"CH1&&2"}});
+    AddChannels(AddTightGroup(layout, "Display"));
     QVBoxLayout& zoom = AddTightGroup(layout, "Zoom");
     auto& combo = Make<QComboBox>();
     Name(combo, "ZoomCombo", "Zoom");

@@ -97,5 +97,20 @@ TEST_F(Lists, NewRowsTakeTheMarksAwayAndKeepThePlace) {
   EXPECT_EQ(list.Width(), 400 * 15);
 }
 
+TEST_F(Windows, ATableOfSamplesIsOpenedBlankAndF5InItRefreshes) {
+  Run({[](MainModule& module) { module.main.Tools[12].action(); },
+       [](MainModule&) {
+         auto& table = The<QTableView>("MeasureView");
+         EXPECT_EQ(table.model()->rowCount(), 1000);
+         EXPECT_NEAR(table.columnWidth(0) * 5, table.width() - 40, 5);
+         table.setFocus();
+       },
+       Later(Keys({Qt::Key_F5})),
+       [](MainModule&) {
+         ASSERT_NE(QApplication::activeModalWidget(), nullptr) << "no refresh without a link";
+         Press({Qt::Key_Escape});
+       }});
+}
+
 }  // namespace
 }  // namespace oriolemark
