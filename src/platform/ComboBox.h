@@ -20,7 +20,8 @@ class ComboBox : public Control {
   static constexpr int kNone = -1;
 
   explicit ComboBox(std::function<void()> changed = {}) : changed_(std::move(changed)) {}
-  explicit ComboBox(ComboStyle style) : style_(style) {}
+  explicit ComboBox(ComboStyle style, std::function<void()> changed = {})
+      : style_(style), changed_(std::move(changed)) {}
 
   ComboStyle Style() const { return style_; }
 
