@@ -17,6 +17,7 @@ MainModule::MainModule(Platform platform)
                link_.scope, pointer),
       about(prompts_, platform_.version),
       options(preferences, platform_.serial, platform_.gpib, platform_.usb),
+      passFailed(sheet, platform_.waiting, prompts_),
       browser({sheet, scratch_, prompts_, recovered_, platform_.syncFile}),
       controller({settings, controlDocument, preferences.link, link_.state, transfer_, link_.scope,
                   progress, platform_.waiting, prompts_, pointer, recovered_, platform_.syncFile}),
@@ -42,9 +43,15 @@ MainModule::MainModule(Platform platform)
             platform_.helpFile}),
       waveReader_({platform_.waiting, link_.scope, sheet, scratch_, progress.Progressing(),
                    platform_.today}),
+      measureReader_(
+          {platform_.waiting, link_.scope, scratch_, progress.Progressing(), platform_.today}),
       settingsTransfer_(settings, link_.scope, progress.ProgressBar1, platform_.waiting) {
   browser.files.makeView[ItemKind::Wave] = [this] { return MakeWaveView(); };
+  browser.files.makeView[ItemKind::Measure] = [this] { return MakeMeasureView(); };
   browser.files.makeView[ItemKind::Data] = [this] { return MakeDataView(); };
+  progress.procedures.ReadMeasures = [this](const std::string& channel) {
+    measureReader_.ReadMeasures(channel);
+  };
   progress.procedures.ReadWaveform = [this](const std::string& channel) {
     waveReader_.ReadWaveform(channel);
   };
@@ -69,6 +76,13 @@ ReadingContext MainModule::Reading() {
 std::unique_ptr<frmWave> MainModule::MakeWaveView() {
   auto view = std::make_unique<frmWave>(Reading(), platform_.makeCanvas());
   if (onWaveView) onWaveView(*view);
+  return view;
+}
+
+std::unique_ptr<frmMeasure> MainModule::MakeMeasureView() {
+  auto view = std::make_unique<frmMeasure>(Reading(), ExportContext{prompts_, platform_.syncFile},
+                                           passFailed);
+  if (onMeasureView) onMeasureView(*view);
   return view;
 }
 

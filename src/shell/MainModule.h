@@ -7,6 +7,7 @@
 #include "datasheet/frmData.h"
 #include "datasheet/records/TransferScratch.h"
 #include "link/ScopeLink.h"
+#include "measure/frmMeasure.h"
 #include "platform/Calendar.h"
 #include "platform/Canvas.h"
 #include "platform/Files.h"
@@ -14,6 +15,7 @@
 #include "platform/UsbDriver.h"
 #include "shell/frmMain.h"
 #include "shell/frmSplash.h"
+#include "transfers/MeasureReader.h"
 #include "transfers/SettingsTransfer.h"
 #include "transfers/TransferPrompts.h"
 #include "transfers/WaveReader.h"
@@ -52,6 +54,7 @@ class MainModule {
 
   // The toolkit's side creates the widgets of each new view here.
   std::function<void(frmWave&)> onWaveView;
+  std::function<void(frmMeasure&)> onMeasureView;
   std::function<void(frmData&)> onDataView;
 
   // The present state, for observers outside the program.
@@ -70,6 +73,7 @@ class MainModule {
  private:
   ReadingContext Reading();
   std::unique_ptr<frmWave> MakeWaveView();
+  std::unique_ptr<frmMeasure> MakeMeasureView();
   std::unique_ptr<frmData> MakeDataView();
 
   Platform platform_;
@@ -87,12 +91,14 @@ class MainModule {
   frmNewDoc newDoc;
   frmOpenDoc openDoc;
   frmOptions options;
+  frmPassFailed passFailed;
   frmDataSheetTree browser;
   frmCtrlList controller;
   frmMain main;
 
  private:
   WaveReader waveReader_;
+  MeasureReader measureReader_;
   SettingsTransfer settingsTransfer_;
 };
 
