@@ -18,10 +18,15 @@ struct DialogPage {
 };
 
 constexpr DialogPage kPages[] = {
-    {"frmOptions", "options.html"},      {"CtrlDialog", "controller.html#edit"},
-    {"frmNewDoc", "controlfile.html"},   {"frmOpenDoc", "controlfile.html"},
-    {"QFileDialog", "controlfile.html"}, {"frmPrgress", "reading.html#progress"},
-    {"QMessageBox", "messages.html"},    {"QDialog", "index.html"},
+    {"frmOptions", "options.html"},
+    {"CtrlDialog", "controller.html#edit"},
+    {"frmPassFailed", "limits.html"},
+    {"frmNewDoc", "controlfile.html"},
+    {"frmOpenDoc", "controlfile.html"},
+    {"QFileDialog", "controlfile.html"},
+    {"frmPrgress", "reading.html#progress"},
+    {"QMessageBox", "messages.html"},
+    {"QDialog", "index.html"},
 };
 
 // The last row is for every dialog.

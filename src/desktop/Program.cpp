@@ -11,7 +11,9 @@
 #include "desktop/HelpWindow.h"
 #include "desktop/Icons.h"
 #include "desktop/MainWindow.h"
+#include "desktop/MeasureWindow.h"
 #include "desktop/OptionsWindow.h"
+#include "desktop/PassFailedWindow.h"
 #include "desktop/WavePictureWidget.h"
 #include "desktop/WaveWindow.h"
 #include "drivers/ChosenUsb.h"
@@ -70,6 +72,7 @@ struct Program::Parts {
   DocTypeWindow openDoc{module.openDoc, "frmOpenDoc", &main};
   OptionsWindow options{module.options, &main};
   CtrlDialogWindow ctrlDialog{module.controller.dialog, &main};
+  PassFailedWindow passFailed{module.passFailed, &main};
   ProgressWindow progress{module.progress, &main};
   HelpKey helpKey{
       help, [this](const std::string& page) { module.main.ShowHelp(HelpCommand::Context, page); }};
@@ -84,6 +87,9 @@ Program::Program(QApplication& application) {
   parts_->module.pointer.onChanged = [this] { ShowPointer(parts_->module.pointer); };
   parts_->module.onWaveView = [this](frmWave& view) {
     parts_->main.AddInner(Make<WaveWindow>(view));
+  };
+  parts_->module.onMeasureView = [this](frmMeasure& view) {
+    parts_->main.AddInner(Make<MeasureWindow>(view));
   };
   parts_->module.onDataView = [this](frmData& view) {
     parts_->main.AddInner(Make<DataWindow>(view));
