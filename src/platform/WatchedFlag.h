@@ -8,7 +8,8 @@ namespace oriolemark {
 // the value and leaves the listener where it is.
 class WatchedFlag {
  public:
-  WatchedFlag(bool value = false) : value_(value) {}
+  // It is set and read like a bool.
+  WatchedFlag(bool value = false) : value_(value) {}  // NOLINT(google-explicit-constructor)
   WatchedFlag(const WatchedFlag& other) : value_(other.value_) {}
   WatchedFlag& operator=(const WatchedFlag& other) { return *this = other.value_; }
   WatchedFlag& operator=(bool value) {
@@ -17,7 +18,7 @@ class WatchedFlag {
     if (changed && onChanged) onChanged();
     return *this;
   }
-  operator bool() const { return value_; }
+  operator bool() const { return value_; }  // NOLINT(google-explicit-constructor)
 
   std::function<void()> onChanged;
 
