@@ -58,7 +58,11 @@ void frmMeasure::TakeReading(int slot) {
 }
 
 void frmMeasure::ShowReading() {
-  if (Loaded()) ShowMeasureRecord();
+  if (!Loaded()) return;
+  ShowMeasureRecord();
+  // The new values are on the screen before the next reading begins.
+  context_.refresh.waiting.DoEvents();
+  Form_Resize();
 }
 
 void frmMeasure::ShowMeasureRecord() {

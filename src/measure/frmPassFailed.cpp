@@ -14,6 +14,8 @@ constexpr const char* kDialogOrder[] = {
     "Vtop",      "Vbase",     "Vpre",         "Vover",        "Frequency", "Period",
     "Rise Time", "Fall Time", "+Pulse Width", "-Pulse Width", "+Duty",     "-Duty"};
 
+constexpr int kFirstTick = 1;  // ms
+
 // A minus sign may stand in front of any number, also of one that has a sign.
 std::string WithoutMinus(const std::string& text) {
   return text.starts_with('-') ? text.substr(1) : text;
@@ -21,7 +23,8 @@ std::string WithoutMinus(const std::string& text) {
 
 }  // namespace
 
-frmPassFailed::frmPassFailed(DataSheet& sheet, Waiting& waiting, Prompts& prompts)
+frmPassFailed::frmPassFailed(DataSheet& sheet, EventSource& events, Waiting& waiting,
+                             Prompts& prompts)
     : MTypeCombo(ComboStyle::ListOnly, [this] { MTypeCombo_Change(); }),
       EnabledChk([this] { EnabledChk_Click(); }),
       UnderNum([this] { Edited(under_); }),
@@ -30,6 +33,7 @@ frmPassFailed::frmPassFailed(DataSheet& sheet, Waiting& waiting, Prompts& prompt
       OverUnit(ComboStyle::ListOnly, [this] { Edited(over_); }),
       OKButton([this] { OKButton_Click(); }),
       CancelButton([this] { Unload(); }),
+      Timer1(events, kFirstTick, [this] { Timer1_Timer(); }),
       sheet_(sheet),
       waiting_(waiting),
       prompts_(prompts) {}
@@ -44,6 +48,11 @@ std::optional<int> frmPassFailed::Ask(int slot, const std::string& name) {
 
 void frmPassFailed::Form_Load() {
   edits_ = false;
+  Timer1.SetEnabled(true);
+}
+
+void frmPassFailed::Timer1_Timer() {
+  Timer1.SetEnabled(false);
   record_ = sheet_.Measures[static_cast<std::size_t>(slot_)];
   MTypeCombo.SetItems({std::begin(kDialogOrder), std::end(kDialogOrder)});
   MTypeCombo.SetListIndex(0);
@@ -110,7 +119,8 @@ std::optional<int> frmPassFailed::SlotNow() const {
 
 void frmPassFailed::OKButton_Click() {
   const std::optional<int> slot = SlotNow();
-  if (!slot) {
+  // Before the tick, the copy is of an item of before.
+  if (!slot || Timer1.Enabled()) {
     Unload();
     return;
   }

@@ -10,6 +10,7 @@
 #include "platform/ComboBox.h"
 #include "platform/Prompts.h"
 #include "platform/TextBox.h"
+#include "platform/Timer.h"
 
 namespace oriolemark {
 
@@ -19,7 +20,7 @@ class Waiting;
 // the whole copy back; Cancel drops it.
 class frmPassFailed : public Form {
  public:
-  frmPassFailed(DataSheet& sheet, Waiting& waiting, Prompts& prompts);
+  frmPassFailed(DataSheet& sheet, EventSource& events, Waiting& waiting, Prompts& prompts);
 
   // Shows the dialog for the item in this slot until it is closed. If OK has written the limits,
   // returns the slot where the item is by then. Returns nothing if they were not written: after
@@ -36,8 +37,12 @@ class frmPassFailed : public Form {
   Control OverPic;
   Button OKButton;
   Button CancelButton;
+  Timer Timer1;  // ticks once after the load, and then fills the dialog
 
   void Form_Load() override;
+
+ protected:
+  void Form_Unload() override { Timer1.SetEnabled(false); }
 
  private:
   // One limit: its controls, and its place in the record.
@@ -49,6 +54,7 @@ class frmPassFailed : public Form {
   };
 
   MeasureValue& Value();
+  void Timer1_Timer();
   void MTypeCombo_Change();
   void EnabledChk_Click();
   void OKButton_Click();

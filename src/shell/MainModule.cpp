@@ -17,7 +17,7 @@ MainModule::MainModule(Platform platform)
                link_.scope, pointer),
       about(prompts_, platform_.version),
       options(preferences, platform_.serial, platform_.gpib, platform_.usb),
-      passFailed(sheet, platform_.waiting, prompts_),
+      passFailed(sheet, platform_.events, platform_.waiting, prompts_),
       browser({sheet, scratch_, prompts_, recovered_, platform_.syncFile}),
       controller({settings, controlDocument, preferences.link, link_.state, transfer_, link_.scope,
                   progress, platform_.waiting, prompts_, pointer, recovered_, platform_.syncFile}),

@@ -63,7 +63,7 @@ struct Measures : ProgramBench, testing::Test {
   }
   // Works the limits dialog of the first view and looks at it when `hand` has ended.
   void Edit(std::function<void()> hand) {
-    At(1, [this, act = std::move(hand)] {
+    At(2, [this, act = std::move(hand)] {
       ASSERT_TRUE(limits.Visible() && limits.Modal());
       act();
       limits.Unload();
@@ -199,7 +199,7 @@ TEST_F(Measures, TheLimitsDialogWorksOnACopyThatOkAloneWritesBack) {
 TEST_F(Measures, TheLimitsFollowAnItemThatMovesAndGoWithIt) {
   Add(1);
   for (const auto& [edited, typed] : {std::pair(1u, "700"), {0u, "900"}}) {
-    At(1, [&, over = typed] {
+    At(2, [&, over = typed] {
       limits.EnabledChk.SetValue(true);
       limits.OverNum.SetText(over);
       module.browser.files.Remove(ItemKind::Measure, 0);
