@@ -91,7 +91,7 @@ void ExportTable(benchmark::State& state) {
   for (auto _ : state) desk.view.cmdExport.Click();
 }
 
-// The same texts through a stream, a line at a time.
+// The same texts through a stream that is flushed at each line.
 void StreamTable(benchmark::State& state) {
   const QTemporaryDir folder;
   DataRecord record;

@@ -37,6 +37,8 @@ class Cells : public QAbstractTableModel {
     if (role == Qt::DisplayRole) {
       return Shortened(FromWire(list_.Text(cell.row(), cell.column())));
     }
+    // A narrow column cuts its texts.
+    if (role == Qt::ToolTipRole) return PlainToolTip(data(cell, Qt::DisplayRole).toString());
     if (role != Qt::DecorationRole) return {};
     const int picture = list_.Picture(cell.row(), cell.column());
     return picture > 0 ? QVariant(PictureNamed(pictures_.value(picture - 1))) : QVariant();

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPointer>
 #include <QPushButton>
 
 #include "desktop/Bind.h"
@@ -55,9 +56,15 @@ void AddLimit(QGridLayout& grid, int row, const LimitWords& words, TextBox& numb
   Bind(shownPicture, picture);
   auto& line = Make<QLineEdit>();
   Name(line, words.name + "Num", words.spoken);
-  AddCaption(grid, row, words.caption, line);
+  // The caption is grey whenever its box is.
+  QLabel& caption = AddCaption(grid, row, words.caption, line);
   grid.addWidget(&line, row, 2);
   Bind(line, number);
+  number.onChanged = [guard = QPointer<QLabel>(&caption), follow = number.onChanged, &number] {
+    follow();
+    if (guard) guard->setEnabled(number.Enabled());
+  };
+  number.onChanged();
   auto& units = Make<QComboBox>();
   Name(units, words.name + "Unit", "Unit of the " + words.spoken.toLower());
   units.setMinimumContentsLength(4);

@@ -74,11 +74,14 @@ void frmMeasure::ShowMeasureRecord() {
 }
 
 void frmMeasure::StartDispMeasure() {
-  ShowRows({.text = [](int row, int column) -> std::string {
-              return column == kType ? QuantityOf(row).emptyCaption : "";
-            },
-            .picture = [](int row,
-                          int column) { return column == kType ? QuantityOf(row).picture : 0; }});
+  ShowRows(
+      {.text = [](int row, int column) -> std::string {
+         return column == kType ? QuantityOf(row).emptyCaption : "";
+       },
+       .picture = [](int row, int column) { return column == kType ? QuantityOf(row).picture : 0; },
+       .copied = [](int row, int column) -> std::string {
+         return column == kType ? QuantityOf(row).fileName : "";
+       }});
 }
 
 void frmMeasure::ShowMeasureValues() {
@@ -96,10 +99,7 @@ void frmMeasure::ShowMeasureValues() {
 void frmMeasure::ShowRows(ListRows rows) {
   Form_Resize();
   rows.count = kMeasureValues;
-  // The rows stay the same, so a selection outlives a refresh.
-  const std::vector<RowSpan> selected = MeasureView.Selected();
   MeasureView.SetRows(std::move(rows));
-  MeasureView.Select(selected);
 }
 
 std::string frmMeasure::CellText(const Quantity& quantity, int column) {

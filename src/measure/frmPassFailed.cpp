@@ -1,5 +1,6 @@
 #include "measure/frmPassFailed.h"
 
+#include <cmath>
 #include <vector>
 
 #include "platform/Waiting.h"
@@ -104,10 +105,11 @@ void frmPassFailed::Edited(const Limit& limit) {
   limit.number.SetText("");
 }
 
-// A text that the conversion refuses, such as "1." in volts, leaves the limit as it was.
+// A text that the conversion refuses, such as "1." in volts, or a number above all doubles leaves
+// the limit as it was.
 void frmPassFailed::SetNum(const Limit& limit) {
   const Converted value = quantity_->family.toNumber(limit.number.Text() + limit.unit.Text());
-  if (value.ConvertValid) Value().*limit.field = value.value;
+  if (value.ConvertValid && std::isfinite(value.value)) Value().*limit.field = value.value;
 }
 
 std::optional<int> frmPassFailed::SlotNow() const {

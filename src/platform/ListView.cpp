@@ -8,9 +8,9 @@ namespace oriolemark {
 ListView::ListView(std::vector<std::string> columns) : columns_(std::move(columns)) {}
 
 void ListView::SetRows(ListRows rows) {
+  rows.count = std::max(0, rows.count);
+  if (rows.count != rows_.count) selected_.clear();
   rows_ = std::move(rows);
-  rows_.count = std::max(0, rows_.count);
-  selected_.clear();
   if (onRows) onRows();
 }
 
@@ -51,6 +51,7 @@ void ListView::Select(std::vector<RowSpan> spans) {
 
 std::string ListView::SelectedText() const {
   std::string text;
+  if (!rows_.text) return text;
   for (const RowSpan& span : selected_) {
     for (int row = span.first; row <= span.last; ++row) {
       for (int column = 0; column < ColumnCount(); ++column) {

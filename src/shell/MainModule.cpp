@@ -17,7 +17,7 @@ MainModule::MainModule(Platform platform)
                link_.scope, pointer),
       about(prompts_, platform_.version),
       options(preferences, platform_.serial, platform_.gpib, platform_.usb),
-      passFailed(sheet, platform_.events, platform_.waiting, prompts_),
+      passFailed(sheet, platform_.events, platform_.waiting, platform_.prompts),
       browser({sheet, scratch_, prompts_, recovered_, platform_.syncFile}),
       controller({settings, controlDocument, preferences.link, link_.state, transfer_, link_.scope,
                   progress, platform_.waiting, prompts_, pointer, recovered_, platform_.syncFile}),
@@ -80,14 +80,14 @@ std::unique_ptr<frmWave> MainModule::MakeWaveView() {
 }
 
 std::unique_ptr<frmMeasure> MainModule::MakeMeasureView() {
-  auto view = std::make_unique<frmMeasure>(Reading(), ExportContext{prompts_, platform_.syncFile},
+  auto view = std::make_unique<frmMeasure>(Reading(), ExportContext{platform_.prompts, platform_.syncFile},
                                            passFailed);
   if (onMeasureView) onMeasureView(*view);
   return view;
 }
 
 std::unique_ptr<frmData> MainModule::MakeDataView() {
-  auto view = std::make_unique<frmData>(Reading(), ExportContext{prompts_, platform_.syncFile});
+  auto view = std::make_unique<frmData>(Reading(), ExportContext{platform_.prompts, platform_.syncFile});
   if (onDataView) onDataView(*view);
   return view;
 }

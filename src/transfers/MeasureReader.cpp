@@ -93,6 +93,8 @@ void MeasureReader::ReadMeasures(const std::string& channel) {
   ReadTitle(first);
   context_.scope.SendToScope(std::string(kMeasure) + kCurrentSource + (first ? kCH1 : kCH2));
   for (const MeasureQuery& query : kQueries) {
+    // Nobody waits for the values of an item that has been removed.
+    if (context_.scratch.TransferMeasureSlot == kNoSlot) return;
     if (&query != kQueries) context_.waiting.Sleep(kBetweenQueries);
     const std::string reply = context_.scope.AskScope(std::string(kMeasure) + query.command);
     bar.SetValue(bar.Value() + kStep);

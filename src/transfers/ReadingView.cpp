@@ -1,5 +1,7 @@
 #include "transfers/ReadingView.h"
 
+#include <utility>
+
 #include "platform/Keys.h"
 #include "transfers/ChannelOptions.h"
 
@@ -25,6 +27,9 @@ void ReadingView::Form_Load() {
   InitPending = true;
   Timer1.SetInterval(kFirstTick);
   Timer1.SetEnabled(true);
+  // The item may be read already: for this window before it was closed, or for another one before
+  // the item came to this slot.
+  cmdRefresh.SetEnabled(context_.scratch.*row_.readingSlot != Slot());
 }
 
 void ReadingView::Form_Unload() {
@@ -65,14 +70,18 @@ std::optional<TransferKind> ReadingView::ChosenTransfer() const {
 void ReadingView::ReadOnce() {
   const std::optional<TransferKind> transfer = ChosenTransfer();
   if (!transfer) return;
-  int& slot = context_.scratch.*row_.readingSlot;
-  slot = Slot();
-  if (!context_.progress.Transfer(*transfer, kind_.caption) || slot == kNoSlot) return;
+  context_.scratch.*row_.readingSlot = Slot();
+  const bool read = context_.progress.Transfer(*transfer, kind_.caption);
+  const int slot = std::exchange(context_.scratch.*row_.readingSlot, kNoSlot);
+  if (!read || slot == kNoSlot) return;
   TakeReading(slot);
   row_.record(context_.sheet, slot).HasData = true;
   context_.sheet.Modified = true;
   const auto& view = (context_.sheet.*row_.views)[static_cast<std::size_t>(slot)];
-  if (view) view->ShowReading();
+  if (auto* shown = dynamic_cast<ReadingView*>(view.get())) {
+    shown->ShowReading();
+    shown->cmdRefresh.SetEnabled(true);
+  }
 }
 
 }  // namespace oriolemark

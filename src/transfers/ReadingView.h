@@ -21,7 +21,7 @@ struct ReadingContext {
 };
 
 // Whether the first tick shows the record before or after it updates the channel options. A wave
-// view shows it before, a view of measures after.
+// view shows it before, the others after.
 enum class FirstTick { ShowsBeforeOptions, ShowsAfterOptions };
 
 // What a view reads while no channel option is selected: nothing, or, as a table of samples does,
@@ -50,8 +50,6 @@ class ReadingView : public ItemView {
 
   bool InitPending = false;  // from the load to the first tick, while nothing is shown
 
-  // May run again on a loaded view after its slot has received another record. The view then shows
-  // the new record.
   void Form_Load() override;
   void cmdRefresh_Click() { refresh_.Click(); }
   void Timer1_Timer();

@@ -95,7 +95,6 @@ void RefreshLoop::Rest() {
 
 void RefreshLoop::Abandon() {
   if (autoRunning_) context_.flags.Of(kind_) = false;
-  // The next record that the view shows is not the one that is read.
   reading_ = false;
   ShowReady();
 }

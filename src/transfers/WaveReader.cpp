@@ -178,6 +178,8 @@ void WaveReader::ReadChannelData(const std::string& channel) {
   scratch.TransferText = channel + " " + rangeText + "  " + timeText + " " +
                          " Size=" + std::to_string(scratch.TransferSize) +
                          " [Date:" + context_.today() + "]";
+  // Nobody waits for the samples of an item that has been removed.
+  if (scratch.TransferDataSlot == kNoSlot) return;
   // Sent directly, because the read of a table does not touch CommBusy.
   context_.scope.Link().Send(std::string(kData) + root);
   Split(ReadReply(0, scratch.TransferSize), 1, KeepTokens::Yes);
@@ -228,7 +230,9 @@ void WaveReader::Split(std::string_view text, int firstIndex, KeepTokens keep) {
       token = text.substr(0, blank);
       text.remove_prefix(blank + 1);
     }
-    if (keep == KeepTokens::Yes) scratch.TransferTokens[static_cast<std::size_t>(i)] = token;
+    if (keep == KeepTokens::Yes) {
+      scratch.TransferTokens[static_cast<std::size_t>(i)] = token.substr(0, kLongestToken);
+    }
     scratch.TransferSamples.Store(i, ConvertHexByteToNum(token));
     if (blank == std::string_view::npos) return;
   }

@@ -76,7 +76,7 @@ TEST_F(Lists, KeysReachEveryRowAndCopyTheMarkedOnes) {
   EXPECT_EQ(table.selectionModel()->selectedRows(), QModelIndexList{table.model()->index(2, 0)});
 }
 
-TEST_F(Lists, NewRowsTakeTheMarksAwayAndKeepThePlace) {
+TEST_F(Lists, AsManyNewRowsKeepTheMarksAndThePlace) {
   table.verticalScrollBar()->setValue(500);
   const int place = table.verticalScrollBar()->value();
   table.setCurrentIndex(table.model()->index(502, 0));
@@ -85,12 +85,14 @@ TEST_F(Lists, NewRowsTakeTheMarksAwayAndKeepThePlace) {
   SetRows(kRows);
   EXPECT_EQ(table.verticalScrollBar()->value(), place);
   EXPECT_EQ(table.currentIndex().row(), 502);
-  EXPECT_FALSE(table.selectionModel()->hasSelection());
+  EXPECT_EQ(list.Selected(), (std::vector<RowSpan>{{0, kRows - 1}}));
+  EXPECT_TRUE(table.selectionModel()->hasSelection());
   list.SetColumnWidths({1500, 3000});
   table.setColumnWidth(0, 60);
   list.Select({{0, 0}});
   SetRows(40);
   EXPECT_EQ(table.model()->rowCount(), 40);
+  EXPECT_FALSE(table.selectionModel()->hasSelection());
   EXPECT_EQ(std::pair(table.columnWidth(0), table.columnWidth(1)), std::pair(60, 200));
   SetRows(0);
   Press({Qt::Key_End, Qt::Key_Home, Qt::CTRL | Qt::Key_C});

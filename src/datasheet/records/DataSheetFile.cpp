@@ -14,10 +14,6 @@ namespace {
 constexpr std::string_view kSignature = "Tavik Technologies TX5000 Data Sheet";
 constexpr std::size_t kMostBytes = std::size_t{256} << 20;
 
-// In bytes. A token of the instrument has four. Longer ones are cut, because every item has a copy
-// of the tokens before it.
-constexpr std::size_t kLongestToken = 64;
-
 // The fields in the order of the file.
 constexpr std::tuple kHeader{&DataSheet::Title, &DataSheet::WaveCount, &DataSheet::MeasureCount,
                              &DataSheet::DataCount};
