@@ -26,10 +26,10 @@ QString Instrument::Do(const QString& line) {
   return QString::fromLatin1(process_.readAll()).trimmed();
 }
 
-std::vector<int> Instrument::LastBlock(const QString& request) const {
+QByteArray Instrument::LastReply(const QString& request) const {
   QFile file(log_);
   if (!file.open(QIODevice::ReadOnly)) return {};
-  std::vector<int> bytes;
+  QByteArray whole;
   QByteArray line;
   bool ours = false;
   for (const QByteArray& entry : file.readAll().split('\n')) {
@@ -42,12 +42,16 @@ std::vector<int> Instrument::LastBlock(const QString& request) const {
       line.clear();
     } else if (ours) {
       line += payload;
-      if (!payload.endsWith("\\n")) continue;
-      bytes.clear();
-      for (const QByteArray& token : line.split(' ')) {
-        if (token.startsWith("0x")) bytes.push_back(token.mid(2).toInt(nullptr, 16));
-      }
+      if (payload.endsWith("\\n")) whole = line;
     }
+  }
+  return whole;
+}
+
+std::vector<int> Instrument::LastBlock(const QString& request) const {
+  std::vector<int> bytes;
+  for (const QByteArray& token : LastReply(request).split(' ')) {
+    if (token.startsWith("0x")) bytes.push_back(token.mid(2).toInt(nullptr, 16));
   }
   return bytes;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QProcess>
 #include <QString>
 #include <vector>
@@ -19,7 +20,9 @@ class Instrument {
   bool Start(const QString& program, const Link& link, const QString& place, const QString& log);
   // Sends one line to its console. Returns the answer.
   QString Do(const QString& line);
-  // The bytes of the last block that it sent for a request, from its log.
+  // The last reply to a request, from its log. Line ends are written as \r and \n.
+  QByteArray LastReply(const QString& request) const;
+  // The bytes of a reply that is a block.
   std::vector<int> LastBlock(const QString& request) const;
   ~Instrument();
 

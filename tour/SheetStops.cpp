@@ -23,7 +23,7 @@ QString PictureFile(int slot) {
 
 }  // namespace
 
-// Four waveforms, one of each shape, and an item of each other kind.
+// Four waveforms, one of each shape.
 void Tour::AddSheetStops() {
   const auto idle = [this] { return Idle(); };
   const auto read = [this] { Click("cmdRefresh"); };
@@ -63,11 +63,14 @@ void Tour::AddSheetStops() {
          ClickText("B&W");
          Click("GridCheck");
        }},
-      {"other-kinds", idle,
-       [this] {
-         Click("tool_AddNewMeasure");
-         Click("tool_AddNewData");
-       }},
+  });
+}
+
+// The zoom and the cursors belong to the window, not to the sheet. The pictures are kept without
+// cursors, two at the zoom of a window that has just been opened, and two fitted to their windows.
+void Tour::AddSaveStops() {
+  const auto idle = [this] { return Idle(); };
+  Add({
       {"rename", idle,
        [this] {
          ClickItem(Item("Wave1"), Qt::LeftButton);
@@ -78,14 +81,6 @@ void Tour::AddSheetStops() {
          Type(kRenamed);
          Press(Qt::Key_Return);
        }},
-  });
-}
-
-// The zoom and the cursors belong to the window, not to the sheet. The pictures are kept without
-// cursors, two at the zoom of a window that has just been opened, and two fitted to their windows.
-void Tour::AddSaveStops() {
-  const auto idle = [this] { return Idle(); };
-  Add({
       // The window came to the front with its new name.
       {"zoom-renamed", idle, [this] { SetZoom("150%"); }},
       {"front-xy", idle, [this] { OpenItem("Wave0"); }},

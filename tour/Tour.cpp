@@ -42,6 +42,8 @@ Tour::Tour(Program& program, Instrument& instrument, const Link& link, QDir fold
     AddEditStops();
     AddFileStops();
     AddSheetStops();
+    AddMeasureStops();
+    AddDataStops();
     AddSaveStops();
     AddEnd();
   } else {

@@ -50,6 +50,8 @@ class Tour {
   void AddEditStops();
   void AddFileStops();
   void AddSheetStops();
+  void AddMeasureStops();
+  void AddDataStops();
   void AddSaveStops();
   void AddReturnStops();
   void AddEnd();
@@ -64,6 +66,22 @@ class Tour {
   void CheckSamples(const QString& request);
   // Checks the labels of the Trigger group's rows, without their values. Scrolls to the rows.
   void CheckTrigger(const QStringList& labels);
+  // Checks the list against the instrument's replies, then the exported file against the list.
+  void CheckMeasures();
+  // Checks the table and the exported file against the samples that the instrument sent.
+  void CheckTable();
+  // Checks that the file has these lines and no other byte.
+  void CheckFile(const QString& name, const QStringList& lines);
+  // Checks the three cells of a row of the list or the table.
+  void CheckRow(int row, const QStringList& cells);
+  // A cell of the list or of the table in front, as it is shown.
+  static QString Cell(int row, int column);
+  static int RowCount();
+  // Enables the test of a quantity in the limits dialog and types its limits.
+  void SetLimits(const QString& quantity, const QString& over, const QString& under,
+                 const QString& unit);
+  // Chooses an entry of a list by the keyboard.
+  void ChooseByKey(const QString& list, const QString& text);
   // Checks the items and the pictures of the sheet against those of the first start.
   void CheckReopened();
 
