@@ -1,13 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <numeric>
-#include <random>
-
 #include "simulator/SerialSide.h"
-#include "simulator/Values.h"
 #include "support/Tables.h"
-#include "values/StringFunc.h"
 
 namespace {
 
@@ -116,93 +110,6 @@ TEST(SamplesTest, ARollingRecordMovesOnAtThePaceOfItsTimeBase) {
     EXPECT_EQ(bench.instrument.Turn(":DATA:WinMemSize", size), size == "17000"s);
   }
   EXPECT_EQ(bench.Read(":DATA:CHANNEL1").size(), 17000u);
-}
-
-// Settings that show a whole signal, at least one period of it, and that the test knows.
-struct Picture : Bench {
-  explicit Picture(unsigned seed) : random(seed) {
-    const std::string range = Any({"5.00mV", "200mV", "1.00V", "5.00V"});
-    const std::string time = Any({"5.000ns", "20.00us", "500.0us", "200.0ms"});
-    const int offset = std::uniform_int_distribution(-30, 30)(random);
-    const double volts = oriolemark::ConvertStrToVolt(range).value;
-    const double screen = 12 * oriolemark::ConvertStrToTime(time).value;
-    rows = std::uniform_real_distribution(20.0, 65.0)(random);
-    period = screen / std::uniform_real_distribution(1.6, 20.0)(random);
-    row = volts / 25;
-    channel = Any({"1", "2"});
-    kind = Any({"sine", "square", "ramp"});
-    instrument.Turn("SIGNAL" + channel,
-                    kind + " " + std::to_string(1 / period) + " " + std::to_string(rows * row));
-    instrument.Turn(":DATA:WinMemSize", Any({"600", "600", "600", "600", "600", "600", "17000"}));
-    EXPECT_TRUE(Send(":CHANNEL" + channel + ":RANGE:" + range + ";:CHANNEL" + channel +
-                     ":OFFSET:" + tx5000::FormatDivisions(offset * 4) + ";:TimeBase:RANGE:" + time +
-                     ";:TRIGGER:Source:CH" + channel + ";:MEASURE:CURRENT_SRC:CH" + channel));
-    if (time == "200.0ms") instrument.Turn(":TimeBase:SCAN", Any({"ON", "OFF"}));
-    instrument.Advance(std::chrono::milliseconds(random() % 9000));
-    Send(":STOP");
-    for (const int sample : Read(":DATA:CHANNEL" + channel)) {
-      trace.push_back((125 - sample - offset) * row);
-    }
-    step = screen / double(trace.size());
-  }
-  std::string Any(std::vector<const char*> texts) { return texts[random() % texts.size()]; }
-
-  std::mt19937 random;
-  std::string kind, channel;
-  double rows, row;  // from the middle to the peak, and volts of one
-  double period, step;
-  std::vector<double> trace;
-};
-
-TEST(MeasuresTest, AgreeWithTheTraceWithinOneRowOrOneSample) {
-  using namespace oriolemark;
-  for (unsigned seed = 1; seed <= 50; ++seed) {
-    Picture p(seed);
-    const auto [low, high] = std::ranges::minmax(p.trace);
-    const double count = double(p.trace.size());
-    const double squares = std::inner_product(p.trace.begin(), p.trace.end(), p.trace.begin(), 0.0);
-    const double mean = std::accumulate(p.trace.begin(), p.trace.end(), 0.0) / count;
-    // How far the time of a height is uncertain, for one sample and for one row of a slow edge.
-    const double blur = p.step + p.period / (3 * p.rows);
-    const double rise = p.kind == "sine" ? 0.2952 : p.kind == "ramp" ? 0.8 : 0.0102;
-    const double fall = p.kind == "ramp" ? 0 : rise;
-    const double percent = 100 / (2 * p.rows);  // of one row
-    const struct {
-      std::string name;
-      Converted (*read)(std::string_view);
-      double expected, tolerance;
-    } rows[] = {
-        {"Vpp", ConvertStrToVolt, high - low, p.row / 5},
-        {"Vmax", ConvertStrToVolt, high, p.row / 5},
-        {"Vmin", ConvertStrToVolt, low, p.row / 5},
-        {"Vtop", ConvertStrToVolt, high, p.row * 1.1},
-        {"Vbase", ConvertStrToVolt, low, p.row * 1.1},
-        {"Vamp", ConvertStrToVolt, high - low, p.row * 2.1},
-        {"Vavg", ConvertStrToVolt, mean, p.row / 5},
-        {"Vrms", ConvertStrToVolt, std::sqrt(squares / count), p.row / 5},
-        {"Vovr", ConvertStrToPercent, 0, percent * 1.1},
-        {"Vpre", ConvertStrToPercent, 0, percent * 1.1},
-        {"Period", ConvertStrToTime, p.period, p.step},
-        {"Freq", ConvertStrToFreq, 1 / p.period, p.step / p.period / p.period},
-        {"+Width", ConvertStrToTime, p.period / 2, blur},
-        {"-Width", ConvertStrToTime, p.period / 2, blur},
-        {"+Duty", ConvertStrToPercent, 50, 100 * blur / p.period},
-        {"-Duty", ConvertStrToPercent, 50, 100 * blur / p.period},
-        {"RiseTime", ConvertStrToTime, rise * p.period, 2 * blur},
-        {"FallTime", ConvertStrToTime, fall * p.period, 2 * blur},
-    };
-    for (const auto& row : rows) {
-      const std::string reply = p.Ask(":MEASURE:" + row.name);
-      ASSERT_TRUE(reply.starts_with(row.name)) << reply;
-      const bool ratio = row.read == ConvertStrToPercent;
-      const auto [value, valid] = row.read(reply.substr(row.name.size() + 1) + (ratio ? "%" : ""));
-      EXPECT_TRUE(valid) << reply;
-      EXPECT_NEAR(value * (ratio ? 100 : 1), row.expected, row.tolerance)
-          << reply << " of " << seed;
-      const bool edge = row.name.ends_with("Time") && value < p.step * 1.01;
-      EXPECT_NE((edge ? "=<"s : "="s).find(reply[row.name.size()]), std::string::npos) << reply;
-    }
-  }
 }
 
 TEST(MeasuresTest, ALimitOrAsterisksReplaceAValueThatCannotBeMeasured) {
