@@ -63,8 +63,9 @@ class DocumentFile {
   void Use(const std::string& path);
   // A new document has no file in use.
   void UseNone();
-  // The document was cleared for a file that the user did not choose. Until the next Use or UseNone,
-  // Save asks for a name, so that the file in use is not overwritten. The safety copy stays.
+  // The document was cleared for a file that the user did not choose. Until the next Use or
+  // UseNone, Save asks for a name, so that the file in use is not overwritten. The safety copy
+  // stays.
   void UseNothing();
 
  private:

@@ -32,8 +32,8 @@ class ListView : public Control {
   const std::vector<std::string>& Columns() const { return columns_; }
   int ColumnCount() const { return static_cast<int>(columns_.size()); }
 
-  // Replaces the contents. With as many rows as before, which a refresh brings, the selection stays;
-  // otherwise no row is selected. A negative count gives an empty list.
+  // Replaces the contents. With as many rows as before, which a refresh brings, the selection
+  // stays; otherwise no row is selected. A negative count gives an empty list.
   void SetRows(ListRows rows);
   // The second listener on the toolkit's side: the contents have been replaced.
   std::function<void()> onRows;

@@ -80,14 +80,15 @@ std::unique_ptr<frmWave> MainModule::MakeWaveView() {
 }
 
 std::unique_ptr<frmMeasure> MainModule::MakeMeasureView() {
-  auto view = std::make_unique<frmMeasure>(Reading(), ExportContext{platform_.prompts, platform_.syncFile},
-                                           passFailed);
+  auto view = std::make_unique<frmMeasure>(
+      Reading(), ExportContext{platform_.prompts, platform_.syncFile}, passFailed);
   if (onMeasureView) onMeasureView(*view);
   return view;
 }
 
 std::unique_ptr<frmData> MainModule::MakeDataView() {
-  auto view = std::make_unique<frmData>(Reading(), ExportContext{platform_.prompts, platform_.syncFile});
+  auto view =
+      std::make_unique<frmData>(Reading(), ExportContext{platform_.prompts, platform_.syncFile});
   if (onDataView) onDataView(*view);
   return view;
 }
