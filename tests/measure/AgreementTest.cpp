@@ -62,19 +62,27 @@ struct Picture : ProgramBench {
       trace.push_back((125 - byte) * row - record.VoltOffset);
     }
   }
-  // The seconds between two flips in one direction. A flip is the first sample on the other side of
-  // a band in the middle, where single rows come and go.
-  double Repeats(double low, double high) {
+  // The seconds for which the trace is high and low. A flip is halfway through a band in the
+  // middle, where single rows come and go. A rolling record has a seam, where no pulse ends. There
+  // the signal's own times are returned.
+  std::pair<double, double> Pulses(double low, double high) {
     std::vector<double> flips;
-    bool above = false, known = false;
+    bool above = false, known = false, rises = false;
+    std::size_t left = 0;  // the last sample outside the band
     for (std::size_t i = 0; i < trace.size() && flips.size() < 3; ++i) {
       const double place = (trace[i] - low) / (high - low) - 0.5;
       if (std::abs(place) < 1.0 / 16) continue;
-      if (known && above != (place > 0)) flips.push_back(double(i) * step);
+      if (known && above != (place > 0)) {
+        if (flips.empty()) rises = !above;
+        flips.push_back(double(left + i) / 2 * step);
+      }
+      left = i;
       above = place > 0;
       known = true;
     }
-    return flips.size() < 3 ? 0 : flips[2] - flips[0];
+    if (rolls || flips.size() < 3) return {period / 2, period / 2};
+    const double first = flips[1] - flips[0], second = flips[2] - flips[1];
+    return rises ? std::pair(first, second) : std::pair(second, first);
   }
 
   std::mt19937 random;
@@ -101,8 +109,7 @@ TEST(Agreement, OfMeasuresWithTheTableWithinOneRowOrOneSample) {
     const double rise = p.kind == "sine" ? 0.2952 : p.kind == "ramp" ? 0.8 : 0.0102;
     const double fall = p.kind == "ramp" ? 0 : rise;
     const double percent = 1 / (2 * p.rows);  // of one row
-    // A rolling record has a seam, where no period ends.
-    const double repeats = p.rolls ? p.period : p.Repeats(low, high);
+    const auto [up, down] = p.Pulses(low, high);
     const struct {
       std::string_view name;
       double expected, tolerance;
@@ -118,12 +125,14 @@ TEST(Agreement, OfMeasuresWithTheTableWithinOneRowOrOneSample) {
         {"Vover", 0, percent * 1.1},
         {"Vpre", 0, percent * 1.1},
         {"Period", p.period, p.step},
-        {"Period", repeats, 2 * blur},
+        {"Period", up + down, 2 * blur},
         {"Frequency", 1 / p.period, p.step / p.period / p.period},
         {"+Pulse Width", p.period / 2, blur},
+        {"+Pulse Width", up, 2 * blur},
         {"-Pulse Width", p.period / 2, blur},
-        {"+Duty", 0.5, blur / p.period},
-        {"-Duty", 0.5, blur / p.period},
+        {"-Pulse Width", down, 2 * blur},
+        {"+Duty", up / (up + down), 3 * blur / p.period},
+        {"-Duty", down / (up + down), 3 * blur / p.period},
         {"Rise Time", rise * p.period, 2 * blur},
         {"Fall Time", fall * p.period, 2 * blur},
     };
