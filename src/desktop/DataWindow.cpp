@@ -1,34 +1,22 @@
 #include "desktop/DataWindow.h"
 
-#include <QLabel>
+#include <QHBoxLayout>
 #include <QPushButton>
 #include <QTableView>
-#include <QVBoxLayout>
 
 #include "desktop/Bind.h"
 #include "desktop/Builders.h"
 #include "desktop/ListBinding.h"
+#include "desktop/ListPanel.h"
 
 namespace oriolemark {
 namespace {
 
-// The controls in a row above the table.
-class DataPanel : public ReadingPanel {
+class DataPanel : public ListPanel {
  public:
-  explicit DataPanel(frmData& form) : ReadingPanel(form) {
-    auto& layout = Make<QVBoxLayout>(this);
-    layout.setContentsMargins(3, 3, 3, 3);
-    auto& bar = Make<QHBoxLayout>();
-    layout.addLayout(&bar);
-    AddRefresh(bar);
-    AddChannels(bar);
-    bar.addStretch(1);
-    AddButton(bar, "cmdExport", "Export...", form.cmdExport);
-    auto& setting = Make<QLabel>();
-    setting.setObjectName("SettingLabel");
-    layout.addWidget(&setting);
-    Bind(setting, form.SettingLabel);
-    layout.addWidget(&MakeList("MeasureView", "Samples", form.MeasureView));
+  explicit DataPanel(frmData& form) : ListPanel(form) {
+    AddButton(bar_, "cmdExport", "Export...", form.cmdExport);
+    AddList(form.SettingLabel, MakeList("MeasureView", "Samples", form.MeasureView));
   }
 };
 

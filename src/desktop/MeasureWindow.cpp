@@ -1,13 +1,13 @@
 #include "desktop/MeasureWindow.h"
 
-#include <QLabel>
+#include <QHBoxLayout>
 #include <QPushButton>
 #include <QTableView>
-#include <QVBoxLayout>
 
 #include "desktop/Bind.h"
 #include "desktop/Builders.h"
 #include "desktop/ListBinding.h"
+#include "desktop/ListPanel.h"
 
 namespace oriolemark {
 namespace {
@@ -36,25 +36,13 @@ QStringList Pictures() {
           "Fail"};
 }
 
-// The controls in a row above the list.
-class MeasurePanel : public ReadingPanel {
+class MeasurePanel : public ListPanel {
  public:
-  explicit MeasurePanel(frmMeasure& form) : ReadingPanel(form) {
-    auto& layout = Make<QVBoxLayout>(this);
-    layout.setContentsMargins(3, 3, 3, 3);
-    auto& bar = Make<QHBoxLayout>();
-    layout.addLayout(&bar);
-    AddRefresh(bar);
-    AddChannels(bar);
-    bar.addStretch(1);
-    AddButton(bar, "cmdPassFailed", "&Pass && Fail...", form.cmdPassFailed)
+  explicit MeasurePanel(frmMeasure& form) : ListPanel(form) {
+    AddButton(bar_, "cmdPassFailed", "&Pass && Fail...", form.cmdPassFailed)
         .setToolTip("Which values are tested, and their limits");
-    AddButton(bar, "cmdExport", "Export...", form.cmdExport);
-    auto& setting = Make<QLabel>();
-    setting.setObjectName("SettingLabel");
-    layout.addWidget(&setting);
-    Bind(setting, form.SettingLabel);
-    layout.addWidget(&MakeList("MeasureView", "Measures", form.MeasureView, Pictures()));
+    AddButton(bar_, "cmdExport", "Export...", form.cmdExport);
+    AddList(form.SettingLabel, MakeList("MeasureView", "Measures", form.MeasureView, Pictures()));
   }
 };
 
