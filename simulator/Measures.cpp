@@ -18,7 +18,7 @@ constexpr int kHighestRow = 99;
 constexpr int kLowestRow = -100;
 constexpr double kFlat = 4;              // rows; a lower trace is nothing but noise
 constexpr double kSamplesPerPeriod = 3;  // below, the samples do not show how often it swings
-constexpr double kSamplesPerStep = 1;    // shortest time that can be told from none
+constexpr double kSamplesPerStep = 1;    // the shortest time that differs from none
 constexpr int kVoltDigits = 4;
 
 // A trace, prepared to be measured. Heights are rows above the middle of the screen.

@@ -39,7 +39,7 @@ class FileFunc {
 
   // Whether the sheet's node is in the tree. Also enables or disables the add buttons to match.
   bool SheetExists();
-  // The same, but shows a message if there is none.
+  // The same, but shows a message if the sheet is missing.
   bool RequireSheet();
 
   // Returns the view in the slot with its tag set, and creates it if it is missing. Returns null

@@ -15,7 +15,7 @@ namespace oriolemark {
 // "Untitle" stays: users know the word.
 inline constexpr const char* kNewTitle = "Untitle";
 
-// What the Data Browser needs.
+// The objects that the Data Browser uses.
 struct BrowserContext {
   DataSheet& sheet;
   TransferScratch& scratch;

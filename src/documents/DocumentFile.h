@@ -18,7 +18,7 @@ struct DocumentWords {
   const char* extension;  // of a safety copy
 };
 
-// What the file commands do with one kind of document. Paths and titles are UTF-8.
+// The steps of the file commands for one kind of document. Paths and titles are UTF-8.
 struct DocumentSteps {
   // Reads the file into the document. Shows a message itself if that fails.
   std::function<void(const std::string& path)> read;
@@ -27,8 +27,8 @@ struct DocumentSteps {
   // Title and contents of a safety copy. A document that is not worth a copy has no contents.
   std::function<std::string()> title;
   std::function<std::string()> contents;
-  // Whether there is a document that can be saved. Shows a message itself if there is none. May be
-  // left out.
+  // Returns whether a document exists that can be saved. Shows a message itself if not. May be left
+  // out.
   std::function<bool()> maySave{};
 };
 

@@ -10,7 +10,7 @@
 
 namespace oriolemark {
 
-// What quantities of one kind of unit share.
+// A kind of unit, shared by several quantities.
 struct UnitFamily {
   Converted (*toNumber)(std::string_view text);
   UnitBoxText (*toBox)(double value);

@@ -19,7 +19,7 @@ inline constexpr ExportDialog kTableExport{
     "Export File",
     "Microsoft Excel Files (*.xls)|*.xls|Text Files (*.txt)|*.txt|All Files (*.*)|*.*"};
 
-// What an export needs of the desktop.
+// The parts of the desktop that an export uses.
 struct ExportContext {
   Prompts& prompts;
   SyncFile sync;

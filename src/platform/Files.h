@@ -17,7 +17,7 @@ struct FileContents {
   std::optional<std::string> error;  // set if the file could not be opened or the disk failed
 };
 
-// What becomes of a file that is longer than the limit.
+// How a file that is longer than the limit is treated.
 enum class TooLong { Cut, Refuse };
 
 // Reads at most `limit` bytes from the start of the file. A longer file is cut there, or counts as

@@ -41,7 +41,7 @@ void ListView::Select(std::vector<RowSpan> spans) {
   std::ranges::sort(spans, {}, &RowSpan::first);
   std::vector<RowSpan> selected;
   for (const RowSpan& span : spans) {
-    // What an earlier span holds is left out, so that no row is copied twice.
+    // Rows of an earlier span are left out, so that no row is copied twice.
     const int first = std::max(span.first, selected.empty() ? 0 : selected.back().last + 1);
     const int last = std::min(span.last, Count() - 1);
     if (first <= last) selected.push_back({first, last});

@@ -9,7 +9,7 @@
 
 namespace oriolemark {
 
-// What a read of measures needs.
+// The objects that a read of measures uses.
 struct MeasureReaderContext {
   Waiting& waiting;
   TX5000Cmd& scope;

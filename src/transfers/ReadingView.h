@@ -24,8 +24,8 @@ struct ReadingContext {
 // view shows it before, the others after.
 enum class FirstTick { ShowsBeforeOptions, ShowsAfterOptions };
 
-// What a view reads while no channel option is selected: nothing, or, as a table of samples does,
-// the last option's channel. That one stops only if none of its options can be selected.
+// Whether a view reads while no channel option is selected. A table of samples then reads the last
+// option's channel, unless none of its options can be selected.
 enum class NoneSelected { ReadsNothing, ReadsLast };
 
 // The differences between the kinds of views that read.

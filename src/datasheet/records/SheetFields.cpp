@@ -143,7 +143,7 @@ std::optional<std::string_view> FieldReader::Take() {
   const bool quoted = *next_ == '"';
   const char* const begin = quoted ? next_ + 1 : next_;
   const char* close = Find(begin, end_, quoted ? '"' : ',');
-  // What is between a closing quote and the end of the field is dropped.
+  // Bytes between a closing quote and the end of the field are dropped.
   const char* const stop = quoted ? Find(close, end_, ',') : close;
   next_ = stop == end_ ? end_ : stop + 1;
   const bool toLineEnd = close == end_ || *close == '\n';
