@@ -221,17 +221,19 @@ void frmDataSheetTree::ChangeFormName(std::string& newText) {
   const auto place = SelectedItem();
   if (!place) return;
   RecordAt(*place).Name = newText;
-  files.ShowView(place->kind, place->slot);
-  if (ItemView* view = files.View(place->kind, place->slot)) view->BringToFront();
+  ViewToFront(*place, newText);
   sheet_.Modified = true;
 }
 
 void frmDataSheetTree::SetActiveForm() {
   const auto place = SelectedItem();
-  if (!place) return;
-  ItemView* view = files.View(place->kind, place->slot);
+  if (place) ViewToFront(*place, DataSheetTree.Text(DataSheetTree.Selected()));
+}
+
+void frmDataSheetTree::ViewToFront(const Place& place, const std::string& caption) {
+  ItemView* view = files.View(place.kind, place.slot);
   if (view == nullptr) return;
-  view->SetCaption(DataSheetTree.Text(DataSheetTree.Selected()));
+  view->SetCaption(caption);
   view->BringToFront();
 }
 

@@ -75,6 +75,7 @@ class frmDataSheetTree : public Form {
   std::optional<Place> SelectedItem() const;
   // The name of the selected sheet or item, 8-bit. Nothing if neither is selected.
   std::optional<std::string> SelectedName() const;
+  void ViewToFront(const Place& place, const std::string& caption);
   ItemRecord& RecordAt(const Place& place) const;
 
   BrowserContext context_;
