@@ -40,7 +40,7 @@ void RepaintView(benchmark::State& state) {
   InstantLine line;
   Desk desk(line, line);
   frmWave view({desk.sheet, desk.scratch, desk.controls, desk.progress, desk.refreshContext},
-               MakeRasterCanvas());
+               MakeRasterCanvas(), {{desk.prompts, {}}, {}, [] { return nullptr; }});
   FillRecord(desk.sheet.Waves[0], static_cast<int>(state.range(1)));
   view.SetTag("0");
   view.NoteInnerSize(PixelsToUnits(700), PixelsToUnits(500));

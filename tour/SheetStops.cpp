@@ -162,7 +162,7 @@ QImage Tour::Drawn(int slot) {
   const auto* raster = dynamic_cast<const RasterCanvas*>(&view->WavePic.Surface());
   if (raster == nullptr) return {};
   QImage picture(raster->Width(), raster->Height(), QImage::Format_RGB32);
-  const std::uint32_t* from = raster->Pixels();
+  const std::uint32_t* from = raster->Pixels().data();
   for (int y = 0; y < picture.height(); ++y, from += picture.width()) {
     std::copy_n(from, picture.width(), reinterpret_cast<std::uint32_t*>(picture.scanLine(y)));
   }

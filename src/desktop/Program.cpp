@@ -18,6 +18,7 @@
 #include "desktop/WaveWindow.h"
 #include "drivers/ChosenUsb.h"
 #include "drivers/LibraryGpib.h"
+#include "drivers/PagePrinter.h"
 #include "drivers/ProgramFiles.h"
 #include "drivers/QtEventSource.h"
 #include "drivers/QtPrompts.h"
@@ -55,7 +56,8 @@ struct Program::Parts {
   QtEventSource events;
   Waiting waiting{events};
   QtSettingsStore store;
-  QtPrompts prompts{waiting, store};
+  PagePrinter printer{waiting};
+  QtPrompts prompts{waiting, store, printer};
   QtSerialPort serial{[this](int number) {
     return store.Read("Drivers", "COM" + std::to_string(number)).value_or(std::string());
   }};
@@ -64,6 +66,7 @@ struct Program::Parts {
   HelpWindow help{nullptr};
   MainModule module{Platform{events, waiting, prompts, store, serial, gpib, usb, SystemShortDate,
                              MakeRasterCanvas, ORIOLEMARK_VERSION, help, HelpFilePath(), SyncToDisk,
+                             HandOverFilePath(), [this] { return printer.MakeReport(); },
                              RecoveredFolder(), SystemTimeStamp}};
   SplashWindow splash{module.splash};
   MainWindow main{module.main, module.browser, module.controller};

@@ -29,6 +29,12 @@ std::string HelpFilePath() {
   return (shared.isEmpty() ? ProgramFolder().filePath(name) : shared).toStdString();
 }
 
+std::string HandOverFilePath() {
+  const QDir folder = ProgramFolder();
+  folder.mkpath(QStringLiteral("."));
+  return folder.filePath(QStringLiteral("$Print.bmp")).toStdString();
+}
+
 std::string RecoveredFolder() {
   const QDir data(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
   return data.filePath(QStringLiteral("Recovered")).toStdString();

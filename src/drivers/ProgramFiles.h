@@ -10,6 +10,10 @@ namespace oriolemark {
 // otherwise the user's data folder.
 std::string HelpFilePath();
 
+// The file that holds a picture on its way to the printed page (UTF-8 path), in the program's
+// folder. Makes the folder if it does not exist.
+std::string HandOverFilePath();
+
 // The folder of safety copies (UTF-8 path), in the user's data folder. It may not exist yet.
 std::string RecoveredFolder();
 

@@ -9,15 +9,13 @@
 #include <QList>
 #include <QMessageBox>
 #include <QPointer>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QScopeGuard>
 #include <QString>
 #include <QStringList>
-#include <QTimer>
 #include <memory>
-#include <optional>
 
+#include "drivers/ModalDialog.h"
+#include "drivers/PagePrinter.h"
 #include "drivers/ShownText.h"
 
 namespace oriolemark {
@@ -68,9 +66,6 @@ QString Lines(const std::string& text) {
   lines.replace(QLatin1String("\r\n"), QLatin1String("\n"));
   return lines.replace(QLatin1Char('\r'), QLatin1Char('\n'));
 }
-
-// The interval in ms at which a dialog checks whether the program is closing.
-constexpr int kWatchInterval = 100;
 
 constexpr const char* kFolderSection = "Settings";
 constexpr const char* kFolderKey = "LastFolder";
@@ -171,29 +166,8 @@ MessageAnswer QtPrompts::Show(const Message& message) {
   return answer;
 }
 
-bool QtPrompts::Run(QDialog& dialog, const std::string& title) {
-  dialog.setWindowTitle(Lines(title));
-  dialog.setWindowModality(Qt::ApplicationModal);
-  std::optional<int> result;
-  QObject::connect(&dialog, &QDialog::finished, [&result](int code) { result = code; });
-  // The toolkit's own question in front of the dialog runs its own wait. It has to be closed.
-  QTimer watch;
-  QObject::connect(&watch, &QTimer::timeout, [this] {
-    QWidget* front = QApplication::activeModalWidget();
-    if (waiting_.Closing() && front != nullptr) front->close();
-  });
-  watch.start(kWatchInterval);
-  dialog.show();
-  waiting_.WaitForUser([&result] { return result.has_value(); });
-  dialog.disconnect();
-  return result == QDialog::Accepted;
-}
-
 void QtPrompts::ShowPrinterDialog(const std::string& title) {
-  if (waiting_.Closing()) return;
-  QPrinter printer;
-  QPrintDialog dialog(&printer, QApplication::activeWindow());
-  Run(dialog, title);
+  printer_.ShowDialog(title);
 }
 
 QString QtPrompts::LastFolder() {
@@ -206,7 +180,8 @@ std::string QtPrompts::AskFileName(const FileQuestion& question) {
   if (waiting_.Closing()) return {};
   NamingDialog dialog(QApplication::activeWindow(), question);
   dialog.setDirectory(LastFolder());
-  if (!Run(dialog, question.title)) return {};
+  dialog.setWindowTitle(Lines(question.title));
+  if (!RunModal(dialog, waiting_)) return {};
   const QString path = dialog.selectedFiles().value(0);
   // A name may have been typed with its path, so the folder of the dialog does not count.
   const QString folder = QFileInfo(path).absolutePath();

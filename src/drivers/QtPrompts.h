@@ -6,9 +6,9 @@
 #include "platform/SettingsStore.h"
 #include "platform/Waiting.h"
 
-class QDialog;
-
 namespace oriolemark {
+
+class PagePrinter;
 
 // Message boxes and dialogs of the desktop. They block all windows of the application. They wait
 // through `Waiting`, so that closing the program ends them like every other wait. A file dialog
@@ -16,19 +16,18 @@ namespace oriolemark {
 // it. If that folder is gone, the dialog begins in the user's home.
 class QtPrompts : public Prompts {
  public:
-  QtPrompts(Waiting& waiting, SettingsStore& store) : waiting_(waiting), store_(store) {}
+  QtPrompts(Waiting& waiting, SettingsStore& store, PagePrinter& printer)
+      : waiting_(waiting), store_(store), printer_(printer) {}
   MessageAnswer Show(const Message& message) override;
   std::string AskFileName(const FileQuestion& question) override;
   void ShowPrinterDialog(const std::string& title) override;
 
  private:
-  // Shows the dialog and waits until it closes. Returns true if it was accepted.
-  bool Run(QDialog& dialog, const std::string& title);
-
   QString LastFolder();
 
   Waiting& waiting_;
   SettingsStore& store_;
+  PagePrinter& printer_;
 };
 
 }  // namespace oriolemark

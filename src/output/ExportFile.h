@@ -1,7 +1,9 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/Files.h"
 #include "platform/Prompts.h"
@@ -25,10 +27,14 @@ struct ExportContext {
   SyncFile sync;
 };
 
-// Asks for a file and writes what `makeBytes` returns, which is only called once there is a name. A
-// cancelled dialog ends the command. If the file cannot be opened or written, shows the system's
-// reason. The old file is then unharmed, unless WriteFile had to write in place.
+// Writes the file. If it cannot be opened or written, shows the system's reason. The old file is
+// then unharmed, unless WriteFile had to write in place.
+void SaveFile(const ExportContext& context, const std::string& path, std::string_view bytes);
+
+// Asks for a file and saves what `makeBytes` returns, which is only called once there is a name. A
+// cancelled dialog ends the command. Nothing means a picture that is too large to be drawn; this is
+// reported, and no file is touched.
 void ExportFile(const ExportContext& context, const ExportDialog& dialog,
-                const std::function<std::string()>& makeBytes);
+                const std::function<std::optional<std::string>()>& makeBytes);
 
 }  // namespace oriolemark

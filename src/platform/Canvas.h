@@ -53,6 +53,10 @@ class Canvas {
   // Lines from each point to the next.
   virtual void Polyline(std::span<const Point> points);
 
+  // The pixels, row by row from the top, each 0xFFRRGGBB. A row has Width() pixels without padding.
+  // Empty if the canvas keeps none. Valid until the next SetSize or CopyFrom.
+  virtual std::span<const std::uint32_t> Pixels() const = 0;
+
   // MakeCopy returns an off-screen picture with the same size and contents. CopyFrom copies the
   // size and contents of another picture into this one.
   virtual std::unique_ptr<Canvas> MakeCopy() const = 0;

@@ -24,10 +24,9 @@ class RasterCanvas final : public Canvas {
   // Negative sizes count as 0.
   void SetSize(int width, int height) override;
 
-  // The pixels, row by row from the top, each 0xFFRRGGBB. A row has Width() pixels without padding.
-  // Valid until the next SetSize or CopyFrom.
-  const std::uint32_t* Pixels() const { return pixels_.data(); }
-  std::uint32_t* Pixels() { return pixels_.data(); }
+  std::span<const std::uint32_t> Pixels() const override { return pixels_; }
+  // The same, to be painted on.
+  std::uint32_t* Scanlines() { return pixels_.data(); }
   // The number of pixels that memory is allocated for.
   std::size_t Capacity() const { return pixels_.capacity(); }
 

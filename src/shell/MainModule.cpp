@@ -74,21 +74,21 @@ ReadingContext MainModule::Reading() {
 }
 
 std::unique_ptr<frmWave> MainModule::MakeWaveView() {
-  auto view = std::make_unique<frmWave>(Reading(), platform_.makeCanvas());
+  auto view = std::make_unique<frmWave>(
+      Reading(), platform_.makeCanvas(),
+      PictureContext{Exporting(), platform_.handOverFile, platform_.makeReport});
   if (onWaveView) onWaveView(*view);
   return view;
 }
 
 std::unique_ptr<frmMeasure> MainModule::MakeMeasureView() {
-  auto view = std::make_unique<frmMeasure>(
-      Reading(), ExportContext{platform_.prompts, platform_.syncFile}, passFailed);
+  auto view = std::make_unique<frmMeasure>(Reading(), Exporting(), passFailed);
   if (onMeasureView) onMeasureView(*view);
   return view;
 }
 
 std::unique_ptr<frmData> MainModule::MakeDataView() {
-  auto view =
-      std::make_unique<frmData>(Reading(), ExportContext{platform_.prompts, platform_.syncFile});
+  auto view = std::make_unique<frmData>(Reading(), Exporting());
   if (onDataView) onDataView(*view);
   return view;
 }

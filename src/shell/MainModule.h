@@ -39,6 +39,8 @@ struct Platform {
   HelpViewer& help;
   std::string helpFile;  // UTF-8 path
   SyncFile syncFile;
+  std::string handOverFile;  // UTF-8 path of the file between a picture and its page
+  std::function<std::unique_ptr<PageReport>()> makeReport;
   std::string recoveredFolder;             // UTF-8 path of the folder for safety copies
   std::function<std::string()> timeStamp;  // the present time as a part of a file's name
 };
@@ -72,6 +74,7 @@ class MainModule {
 
  private:
   ReadingContext Reading();
+  ExportContext Exporting() { return {platform_.prompts, platform_.syncFile}; }
   std::unique_ptr<frmWave> MakeWaveView();
   std::unique_ptr<frmMeasure> MakeMeasureView();
   std::unique_ptr<frmData> MakeDataView();

@@ -18,6 +18,7 @@ namespace {
 
 constexpr double kLeastZoom = 0.01;
 constexpr int kOpeningZoom = 4;  // "150%"
+constexpr double kPageZoom = 2.0;
 
 // Window units.
 constexpr double kBackPicTop = 100;
@@ -63,7 +64,8 @@ int ScrolledBy(const ScrollBar& bar, double range) {
 
 }  // namespace
 
-frmWave::frmWave(const ReadingContext& context, std::unique_ptr<Canvas> canvas)
+frmWave::frmWave(const ReadingContext& context, std::unique_ptr<Canvas> canvas,
+                 PictureContext output)
     : ReadingView(context,
                   {ItemKind::Wave,
                    FirstTick::ShowsBeforeOptions,
@@ -83,7 +85,11 @@ frmWave::frmWave(const ReadingContext& context, std::unique_ptr<Canvas> canvas)
         Cursors.CursorYOn = ChkCursorY.Value();
         Form_Resize();
       }),
-      OptionColor(2, [this](int index) { OptionColor_Click(index); }) {
+      OptionColor(2, [this](int index) { OptionColor_Click(index); }),
+      cmdExport([this] { output_.Export(WavePic.Surface()); }),
+      cmdPreview([this] { cmdPreview_Click(); }),
+      cmdPrint([this] { cmdPrint_Click(); }),
+      output_(std::move(output)) {
   WavePic.mouseDown = [this](double x, double y) { SeizeCursors(Cursors, {x, y}); };
   WavePic.mouseMove = [this](double x, double y) { WavePic_MouseMove(x, y); };
   WavePic.mouseUp = [this](double, double) { ReleaseCursors(Cursors); };
@@ -95,6 +101,7 @@ WaveRecord& frmWave::Record() {
 
 void frmWave::Form_Load() {
   ReadingView::Form_Load();
+  output_.Open();
   ZoomFactor = 1.0;
   PlaceCursors(Cursors);
   HScroll.SetValue(0);
@@ -106,6 +113,7 @@ void frmWave::Form_Load() {
 
 void frmWave::Form_Unload() {
   ReadingView::Form_Unload();
+  output_.Close();
   Cursors = {};
   WavePic.SetPointer(MousePointer::Arrow);
   // Frees the picture, which can be large, while the window is not shown.
@@ -167,6 +175,17 @@ void frmWave::OptionColor_Click(int index) {
   Record().ColorOn = index == 0;
   context_.sheet.Modified = true;
   RepaintPicture();
+}
+
+void frmWave::PutOnPage(void (PictureOutput::*put)(const Canvas&) const) {
+  const double zoom = ZoomFactor;
+  ZoomFactor = kPageZoom;
+  RepaintPicture();
+  (output_.*put)(WavePic.Surface());
+  if (!Loaded()) return;
+  WavePic.Surface().Clear(BackPic.Background());
+  ZoomFactor = zoom;
+  Form_Resize();
 }
 
 void frmWave::NoteCanvasScale(double scale) {

@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include "output/PictureOutput.h"
+#include "platform/Button.h"
 #include "platform/CheckBox.h"
 #include "platform/ComboBox.h"
 #include "platform/OptionGroup.h"
@@ -20,7 +22,7 @@ class frmWave : public ReadingView {
   static constexpr double kMostPixels = 64e6;
   static constexpr double kLeastStrip = 1100;
 
-  frmWave(const ReadingContext& context, std::unique_ptr<Canvas> canvas);
+  frmWave(const ReadingContext& context, std::unique_ptr<Canvas> canvas, PictureContext output);
 
   // Width in window units of the controls at the left. The toolkit's side sets it before it reports
   // the room inside. Values below 1100 count as 1100.
@@ -36,6 +38,9 @@ class frmWave : public ReadingView {
   CheckBox ChkCursorX;
   CheckBox ChkCursorY;
   OptionGroup OptionColor;  // "Color", "B&&W"
+  Button cmdExport;
+  Button cmdPreview;  // "Print Preview"
+  Button cmdPrint;
 
   double ZoomFactor = 1.0;  // at 1.0 a grid unit is one pixel; never below 0.01
   WaveCursors Cursors;
@@ -62,6 +67,10 @@ class frmWave : public ReadingView {
   void BestFitChk_Click();
   void GridCheck_Click();
   void OptionColor_Click(int index);
+  // Puts the picture on a page at a zoom of its own.
+  void cmdPreview_Click() { PutOnPage(&PictureOutput::Preview); }
+  void cmdPrint_Click() { PutOnPage(&PictureOutput::Print); }
+  void PutOnPage(void (PictureOutput::*put)(const Canvas&) const);
   void WavePic_MouseMove(double x, double y);
   // Converts window units to pixels of the picture.
   double CanvasPixels(double units) const { return UnitsToPixels(units) * canvasScale_; }
@@ -72,6 +81,7 @@ class frmWave : public ReadingView {
   void SizePicture();
   void RepaintPicture();
 
+  PictureOutput output_;
   double canvasScale_ = 1;
   double HRange = 0;  // pixels by which WavePic is larger than BackPic
   double VRange = 0;

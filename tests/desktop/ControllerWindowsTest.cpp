@@ -9,6 +9,7 @@
 #include <QTreeWidget>
 
 #include "desktop/RunWindows.h"
+#include "drivers/PagePrinter.h"
 #include "drivers/QtEventSource.h"
 #include "drivers/QtPrompts.h"
 #include "drivers/QtSettingsStore.h"
@@ -74,7 +75,8 @@ struct PromptsTest : testing::Test, Application {
   const QTemporaryDir home;
   const bool atHome = qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
   QtSettingsStore store;
-  QtPrompts prompts{waiting, store};
+  PagePrinter printer{waiting};
+  QtPrompts prompts{waiting, store, printer};
 };
 
 TEST_F(PromptsTest, ANameIsSavedWithTheChosenFiltersExtensionInTheFolderOfTheLastOne) {
@@ -111,7 +113,8 @@ TEST_F(PromptsTest, ADialogBeginsInTheFolderOfTheLastFileAlsoAfterARestartUnless
       QTest::keyClick(&dialog, typed.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
     });
     QtSettingsStore anew;
-    QtPrompts(waiting, anew).AskFileName({.action = FileAction::Save, .title = "", .filter = ""});
+    QtPrompts(waiting, anew, printer)
+        .AskFileName({.action = FileAction::Save, .title = "", .filter = ""});
     return began;
   };
   EXPECT_EQ(ask(folder->filePath("name")), QDir::homePath());

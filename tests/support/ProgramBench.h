@@ -4,6 +4,7 @@
 
 #include "platform/RasterCanvas.h"
 #include "shell/MainModule.h"
+#include "support/FakeReport.h"
 #include "support/FakeSerialPort.h"
 #include "support/RecordingPrompts.h"
 #include "support/ScriptedInstrument.h"
@@ -84,9 +85,12 @@ struct ProgramBench {
   FakeUsb usb{clock, script};
   FakeHelp help;
   const std::string recovered = testing::TempDir() + "Recovered" + std::to_string(getpid());
+  const std::string handOver = testing::TempDir() + "$Print" + std::to_string(getpid()) + ".bmp";
+  ReportLog reports;
   MainModule module{{clock, waiting, prompts, store, port, gpib, usb, [] { return "11/21/26"; },
                      [] { return std::make_unique<RasterCanvas>(); }, "0.1.0", help,
-                     "/program/Oriolemark.hlp", [](std::FILE*) { return true; }, recovered,
+                     "/program/Oriolemark.hlp", [](std::FILE*) { return true; }, handOver,
+                     [this] { return reports.Make(); }, recovered,
                      [] { return "2026-11-22 10.00.00"; }}};
   frmWave* wave = nullptr;  // the newest view
 };

@@ -1,7 +1,9 @@
 #include "waveview/frmWave.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include "support/FakeReport.h"
 #include "support/RecordingCanvas.h"
 #include "support/TransferBench.h"
 
@@ -34,9 +36,12 @@ struct WaveBench : TransferBench {
   RefreshFlags flags;
   RefreshSettings refresh;
   CtrlSettings ctrl;
+  ReportLog reports;
+  std::string handOver = testing::TempDir() + "$Print" + std::to_string(getpid()) + ".bmp";
   frmWave view{
       {sheet, scratch, ctrl, progress, {clock, waiting, prompts, state, transfer, flags, refresh}},
-      std::make_unique<RecordingCanvas>()};
+      std::make_unique<RecordingCanvas>(),
+      {{prompts, [](std::FILE*) { return true; }}, handOver, [this] { return reports.Make(); }}};
 };
 
 TEST(frmWave, OpensAt150PercentAndItsOptionsGoToTheRecord) {

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "output/ExportFile.h"
+#include "platform/Canvas.h"
+#include "platform/PageReport.h"
+
+namespace oriolemark {
+
+// The parts of the desktop that a picture needs to leave the program.
+struct PictureContext {
+  ExportContext exporting;
+  std::string handOverFile;  // UTF-8 path; holds the picture on its way to the page
+  std::function<std::unique_ptr<PageReport>()> makeReport;
+};
+
+// Takes the picture of a window out of the program: into a bitmap file, or onto a letter page that
+// is shown or printed.
+class PictureOutput {
+ public:
+  explicit PictureOutput(PictureContext context) : context_(std::move(context)) {}
+
+  // The window's report exists while the window is loaded.
+  void Open() { report_ = context_.makeReport(); }
+  void Close() { report_ = nullptr; }
+
+  // Asks for a file and saves the picture as it is after the answer.
+  void Export(const Canvas& picture) const;
+  // Both write the hand-over file and report a failure of that. Then they put on the page what the
+  // file holds.
+  void Preview(const Canvas& picture) const;
+  // Reports also why the page could not be printed.
+  void Print(const Canvas& picture) const;
+
+ private:
+  // The report with its one page. It stays until its user is done, even if the window is closed.
+  std::shared_ptr<PageReport> MakePage(const Canvas& picture, float left) const;
+
+  PictureContext context_;
+  std::shared_ptr<PageReport> report_;
+};
+
+}  // namespace oriolemark
