@@ -15,7 +15,7 @@
 namespace oriolemark {
 namespace {
 
-constexpr QSize kFirstSize(640, 480);
+constexpr QSize kFirstSize(640, 510);
 
 // The button's face is the name of its picture. It is also the tool tip, except on the refresh
 // face.

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <map>
 
@@ -16,6 +17,8 @@ namespace oriolemark {
 namespace {
 
 constexpr QSize kLeastPicture(120, 90);  // also the height of the refresh button's frame
+
+constexpr QSize kOutputIcon(20, 20);
 
 const std::map<int, int> kArrowCodes{{Qt::Key_Left, kLeftKey},
                                      {Qt::Key_Right, kRightKey},
@@ -99,6 +102,11 @@ class WavePanel : public ReadingPanel {
     layout.setContentsMargins(3, 3, 3, 3);
     layout.setSpacing(3);
     AddRefresh(AddTightGroup(layout, "Refresh"));
+    auto& output = Make<QHBoxLayout>();
+    layout.addLayout(&output);
+    AddOutput(output, "cmdExport", "Export...", "Export", form_.cmdExport);
+    AddOutput(output, "cmdPreview", "Print Preview", "Preview", form_.cmdPreview);
+    AddOutput(output, "cmdPrint", "Print", "Print", form_.cmdPrint);
     AddChannels(AddTightGroup(layout, "Display"));
     QVBoxLayout& zoom = AddTightGroup(layout, "Zoom");
     auto& combo = Make<QComboBox>();
@@ -115,6 +123,15 @@ class WavePanel : public ReadingPanel {
     AddCheck(cursor, "ChkCursorY", "CursorY", form_.ChkCursorY);
     layout.addStretch(1);
     return strip;
+  }
+
+  // A button for the picture's way out.
+  void AddOutput(QHBoxLayout& row, const QString& name, const QString& text, const QString& picture,
+                 Button& model) {
+    QToolButton& button = MakeToolButton(*this, name, text, text, picture, model);
+    button.setIconSize(kOutputIcon);
+    button.setFocusPolicy(Qt::StrongFocus);
+    row.addWidget(&button);
   }
 
   frmWave& form_;

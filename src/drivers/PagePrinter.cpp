@@ -1,23 +1,58 @@
 #include "drivers/PagePrinter.h"
 
+#include <QAction>
 #include <QApplication>
-#include <QFileInfo>
+#include <QFile>
 #include <QImage>
 #include <QPageLayout>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrinterInfo>
+#include <QScreen>
+#include <QSet>
 #include <utility>
 #include <vector>
 
 #include "drivers/ModalDialog.h"
-#include "drivers/ShownText.h"
+#include "drivers/SharedLibrary.h"
 
 namespace oriolemark {
 namespace {
 
 constexpr QSize kPreviewSize(820, 900);
+
+constexpr const char* kNoPrinter =
+    "No printer can be used.\n\nChoose a printer, or print to a file, with Page Setup in the File "
+    "menu.";
+
+constexpr const char* kRefused =
+    "\n\nThe printer did not take the page. Choose another one with Page Setup in the File menu.";
+
+// The print system's last error. The toolkit does not return it.
+class PrintSystem {
+ public:
+  // Empty if the last request was accepted.
+  std::string LastError() const {
+    auto* code = library_.Find<int()>("cupsLastError");
+    auto* text = library_.Find<const char*()>("cupsLastErrorString");
+    if (code == nullptr || text == nullptr || code() < kFirstError) return {};
+    const char* reason = text();
+    return reason == nullptr ? "" : reason;
+  }
+
+ private:
+  static constexpr int kFirstError = 0x400;
+
+  SharedLibrary library_{{"libcups.so.2"}, {{"cupsLastError"}, {"cupsLastErrorString"}}};
+};
+
+std::string FileError(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::Append)
+             ? std::string()
+             : path.toStdString() + ": " + file.errorString().toStdString();
+}
 
 class QtPageReport : public PageReport {
  public:
@@ -55,26 +90,39 @@ QPrinter& QtPageReport::PreparedPrinter() {
 bool QtPageReport::Paint(QPrinter& printer) const {
   QPainter painter;
   if (!painter.begin(&printer)) return false;
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
   const double dots = printer.resolution();
   for (const auto& [place, picture] : placed_) {
     painter.drawImage(QRectF(place.topLeft() * dots, place.size() * dots), picture);
   }
-  return painter.end() && printer.printerState() != QPrinter::Error;
+  return painter.end();
 }
 
 void QtPageReport::ShowPreview() {
   if (waiting_.Closing()) return;
   QPrintPreviewDialog preview(&PreparedPrinter(), QApplication::activeWindow());
   preview.setWindowTitle("Print Preview");
-  preview.resize(kPreviewSize);
+  preview.resize(kPreviewSize.boundedTo(preview.screen()->availableSize() * 9 / 10));
+  // The page has one size and one direction.
+  const QSet<QString> unused{"Portrait", "Landscape", "Page setup"};
+  for (QAction* action : preview.findChildren<QAction*>()) {
+    if (unused.contains(action->text())) action->setVisible(false);
+  }
   QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
                    [this](QPrinter* printer) { Paint(*printer); });
   RunModal(preview, waiting_);
 }
 
 std::optional<std::string> QtPageReport::SendToPrinter() {
-  if (Paint(PreparedPrinter())) return std::nullopt;
-  return "The page could not be printed.";
+  QPrinter& printer = PreparedPrinter();
+  const QString file = printer.outputFileName();
+  if (!Paint(printer)) {
+    const std::string reason = file.isEmpty() ? std::string() : FileError(file);
+    return reason.empty() ? kNoPrinter : reason;
+  }
+  if (!file.isEmpty()) return std::nullopt;
+  const std::string refused = PrintSystem().LastError();
+  return refused.empty() ? std::nullopt : std::optional(refused + kRefused);
 }
 
 }  // namespace

@@ -26,16 +26,16 @@ void PictureOutput::Export(const Canvas& picture) const {
   });
 }
 
-void PictureOutput::Preview(const Canvas& picture) const {
+void PictureOutput::Preview(const Canvas& picture, const std::function<void()>& restore) const {
   if (const auto report = MakePage(picture, kPreviewLeft)) report->ShowPreview();
+  restore();
 }
 
-void PictureOutput::Print(const Canvas& picture) const {
+void PictureOutput::Print(const Canvas& picture, const std::function<void()>& restore) const {
   const auto report = MakePage(picture, kPrintLeft);
-  if (!report) return;
-  if (const auto reason = report->SendToPrinter()) {
-    context_.exporting.prompts.Show({.systemText = *reason});
-  }
+  const auto reason = report ? report->SendToPrinter() : std::nullopt;
+  restore();
+  if (reason) context_.exporting.prompts.Show({.systemText = *reason});
 }
 
 std::shared_ptr<PageReport> PictureOutput::MakePage(const Canvas& picture, float left) const {

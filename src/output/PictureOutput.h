@@ -30,10 +30,10 @@ class PictureOutput {
   // Asks for a file and saves the picture as it is after the answer.
   void Export(const Canvas& picture) const;
   // Both write the hand-over file and report a failure of that. Then they put on the page what the
-  // file holds.
-  void Preview(const Canvas& picture) const;
-  // Reports also why the page could not be printed.
-  void Print(const Canvas& picture) const;
+  // file holds, and show or print the page. `restore` runs after that.
+  void Preview(const Canvas& picture, const std::function<void()>& restore = [] {}) const;
+  // At the end also reports why the page could not be printed.
+  void Print(const Canvas& picture, const std::function<void()>& restore = [] {}) const;
 
  private:
   // The report with its one page. It stays until its user is done, even if the window is closed.

@@ -87,8 +87,8 @@ frmWave::frmWave(const ReadingContext& context, std::unique_ptr<Canvas> canvas,
       }),
       OptionColor(2, [this](int index) { OptionColor_Click(index); }),
       cmdExport([this] { output_.Export(WavePic.Surface()); }),
-      cmdPreview([this] { cmdPreview_Click(); }),
-      cmdPrint([this] { cmdPrint_Click(); }),
+      cmdPreview([this] { PutOnPage(&PictureOutput::Preview); }),
+      cmdPrint([this] { PutOnPage(&PictureOutput::Print); }),
       output_(std::move(output)) {
   WavePic.mouseDown = [this](double x, double y) { SeizeCursors(Cursors, {x, y}); };
   WavePic.mouseMove = [this](double x, double y) { WavePic_MouseMove(x, y); };
@@ -177,15 +177,16 @@ void frmWave::OptionColor_Click(int index) {
   RepaintPicture();
 }
 
-void frmWave::PutOnPage(void (PictureOutput::*put)(const Canvas&) const) {
+void frmWave::PutOnPage(PutPicture put) {
   const double zoom = ZoomFactor;
   ZoomFactor = kPageZoom;
   RepaintPicture();
-  (output_.*put)(WavePic.Surface());
-  if (!Loaded()) return;
-  WavePic.Surface().Clear(BackPic.Background());
-  ZoomFactor = zoom;
-  Form_Resize();
+  (output_.*put)(WavePic.Surface(), [this, zoom] {
+    if (!Loaded()) return;
+    WavePic.Surface().Clear(BackPic.Background());
+    ZoomFactor = zoom;
+    Form_Resize();
+  });
 }
 
 void frmWave::NoteCanvasScale(double scale) {

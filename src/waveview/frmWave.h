@@ -67,10 +67,9 @@ class frmWave : public ReadingView {
   void BestFitChk_Click();
   void GridCheck_Click();
   void OptionColor_Click(int index);
-  // Puts the picture on a page at a zoom of its own.
-  void cmdPreview_Click() { PutOnPage(&PictureOutput::Preview); }
-  void cmdPrint_Click() { PutOnPage(&PictureOutput::Print); }
-  void PutOnPage(void (PictureOutput::*put)(const Canvas&) const);
+  // Draws the picture for the page, always at the same zoom, and shows it as before afterwards.
+  using PutPicture = void (PictureOutput::*)(const Canvas&, const std::function<void()>&) const;
+  void PutOnPage(PutPicture put);
   void WavePic_MouseMove(double x, double y);
   // Converts window units to pixels of the picture.
   double CanvasPixels(double units) const { return UnitsToPixels(units) * canvasScale_; }

@@ -1,9 +1,7 @@
 #include "waveview/frmWave.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include "support/FakeReport.h"
 #include "support/RecordingCanvas.h"
 #include "support/TransferBench.h"
 
@@ -36,12 +34,10 @@ struct WaveBench : TransferBench {
   RefreshFlags flags;
   RefreshSettings refresh;
   CtrlSettings ctrl;
-  ReportLog reports;
-  std::string handOver = testing::TempDir() + "$Print" + std::to_string(getpid()) + ".bmp";
   frmWave view{
       {sheet, scratch, ctrl, progress, {clock, waiting, prompts, state, transfer, flags, refresh}},
       std::make_unique<RecordingCanvas>(),
-      {{prompts, [](std::FILE*) { return true; }}, handOver, [this] { return reports.Make(); }}};
+      {{prompts, {}}, {}, [] { return nullptr; }}};
 };
 
 TEST(frmWave, OpensAt150PercentAndItsOptionsGoToTheRecord) {

@@ -1,0 +1,124 @@
+#include "output/PictureOutput.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "output/Bitmap.h"
+#include "platform/Rounding.h"
+#include "support/ProgramBench.h"
+
+namespace oriolemark {
+namespace {
+
+std::string ReadBytes(const std::string& path) {
+  return ReadFile(path, 1U << 24).bytes;
+}
+
+// A wave view with data, worked by the user 3 s after the start.
+struct PictureBench : ProgramBench {
+  void Run(std::function<void(frmWave&)> user) {
+    At(200, [this] { module.browser.files.AddWaveItem(); });
+    At(3000, [this, user = std::move(user)] {
+      wave->BestFitChk.SetValue(false);
+      WaveRecord& record = module.sheet.Waves[0];
+      record.HasData = record.IsYT = true;
+      record.Channels = 1;
+      record.Count = 600;
+      for (int i = 1; i <= record.Count; ++i) record.CH1Data.Store(i, i % 200);
+      user(*wave);
+    });
+    RunUntil(10000);
+  }
+  // What an export of the present picture holds.
+  static std::string Picture(frmWave& view) {
+    const Canvas& canvas = view.WavePic.Surface();
+    return BitmapBytes(canvas.Pixels(), canvas.Width());
+  }
+};
+
+TEST(PictureOutput, AnExportHoldsThePictureAtItsZoomOrLeavesTheFileAsItWas) {
+  PictureBench bench;
+  const std::string path = testing::TempDir() + "export.bmp";
+  bench.Run([&](frmWave& view) {
+    view.ChkCursorX.SetValue(true);
+    view.ZoomCombo.EndEdit("75%");
+    bench.prompts.paths = {"", path, path, testing::TempDir() + "no/folder.bmp"};
+    view.cmdExport.Click();
+    EXPECT_FALSE(std::filesystem::exists(path)) << "cancelled";
+    view.cmdExport.Click();
+    const std::string exported = ReadBytes(path);
+    EXPECT_EQ(exported.size(), 54U + 788 * 188) << "262 by 188, rows filled up to 4 bytes";
+    EXPECT_EQ(exported, PictureBench::Picture(view));
+    EXPECT_TRUE(bench.Told().empty());
+    view.ZoomCombo.EndEdit("3000%");
+    view.cmdExport.Click();
+    EXPECT_EQ(ReadBytes(path), exported) << "too large to draw";
+    view.ZoomCombo.EndEdit("100%");
+    view.cmdExport.Click();
+    EXPECT_EQ(bench.prompts.questions[3],
+              (FileQuestion{FileAction::Save, "Export File", "BitMap Files (*.bmp)|*.bmp"}));
+    EXPECT_EQ(bench.Told(), (std::vector<std::string>{
+                                "The picture is too large to be saved. Choose a smaller zoom.",
+                                "No such file or directory"}));
+  });
+  std::filesystem::remove(path);
+}
+
+TEST(PictureOutput, ThePageHasItsOwnZoomWhateverTheViewShows) {
+  const std::vector<std::string> preview{"report", "page 8.50 11.00 ",
+                                         "picture 0.60 2.00 7.28 5.20 ", "preview"};
+  const std::vector<std::string> print{"report", "page 8.50 11.00 ", "picture 1.10 2.00 7.28 5.20 ",
+                                       "print"};
+  PictureBench bench;
+  bench.Run([&](frmWave& view) {
+    view.ZoomCombo.EndEdit("200%");
+    const std::string atTwo = PictureBench::Picture(view);
+    bench.reports.failure = "no paper";
+    for (const char* zoom : {"50%", "500%", "9000%"}) {
+      for (const bool prints : {false, true}) {
+        SCOPED_TRACE(zoom);
+        view.ZoomCombo.EndEdit(zoom);
+        bench.reports.steps.clear();
+        bench.reports.whilePreview = [&] {
+          EXPECT_EQ(view.ZoomFactor, 2.0);
+          view.ShowReading();
+        };
+        (prints ? view.cmdPrint : view.cmdPreview).Click();
+        EXPECT_EQ(bench.reports.steps, prints ? print : preview);
+        EXPECT_EQ(bench.reports.picture, atTwo);
+        EXPECT_EQ(view.ZoomCombo.Text(), zoom);
+        EXPECT_EQ(view.WavePic.Width(), RoundToInt(350 * view.ZoomFactor));
+        EXPECT_EQ(bench.prompts.shown,
+                  std::vector<Message>(prints ? 1 : 0, Message{.systemText = "no paper"}));
+        bench.prompts.shown.clear();
+      }
+    }
+    view.BestFitChk.SetValue(true);
+    const double fitted = view.ZoomFactor;
+    view.cmdPreview.Click();
+    EXPECT_EQ(view.ZoomFactor, fitted);
+  });
+  std::filesystem::remove(bench.handOver);
+}
+
+TEST(PictureOutput, AHandOverFileThatCannotBeWrittenIsReportedAndThePageComes) {
+  PictureBench bench;
+  std::filesystem::create_directory(bench.handOver);
+  bench.Run([&](frmWave& view) {
+    view.cmdPreview.Click();
+    EXPECT_EQ(
+        bench.prompts.shown,
+        (std::vector<Message>{{.systemText = "Is a directory", .icon = MessageIcon::Critical}}));
+    EXPECT_EQ(bench.reports.steps.back(), "preview");
+    // The view goes while its page is on the screen, and while its message is.
+    bench.reports.whilePreview = [&] { view.Unload(); };
+    view.cmdPreview.Click();
+    EXPECT_FALSE(view.Loaded());
+    EXPECT_EQ(view.WavePic.Surface().Width(), 0) << "not drawn again";
+  });
+  std::filesystem::remove(bench.handOver);
+}
+
+}  // namespace
+}  // namespace oriolemark
