@@ -1,0 +1,85 @@
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QPageSize>
+#include <QProcess>
+#include <random>
+
+#include "desktop/RunWindows.h"
+#include "drivers/PagePrinter.h"
+#include "drivers/QtEventSource.h"
+#include "output/Bitmap.h"
+
+namespace oriolemark {
+namespace {
+
+TEST(Bitmap, AnotherReaderFindsTheSamePixels) {
+  std::mt19937 random;
+  for (int width = 1; width < 40; ++width) {
+    const int height = 1 + static_cast<int>(random() % 30);
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width * height));
+    for (std::uint32_t& pixel : pixels) pixel = 0xFF000000 | static_cast<std::uint32_t>(random());
+    const std::string bytes = BitmapBytes(pixels, width);
+    const QImage read =
+        QImage::fromData(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())), "BMP");
+    ASSERT_EQ(read.size(), QSize(width, height));
+    for (int i = 0; i < width * height; ++i) {
+      ASSERT_EQ(read.pixel(i % width, i / width), pixels[static_cast<std::size_t>(i)]) << i;
+    }
+  }
+}
+
+// The dark part of a printed page, in inches. The renderer is not the one that printed it.
+QRectF PictureOn(const QString& pdf) {
+  constexpr int kDots = 200;
+  QProcess renderer;
+  renderer.start("pdftoppm", {"-r", QString::number(kDots), "-png", pdf});
+  renderer.waitForFinished();
+  const QImage page = QImage::fromData(renderer.readAllStandardOutput());
+  EXPECT_EQ(page.size(), QSize(17, 22) * kDots / 2);
+  QRect dark;
+  for (int y = 0; y < page.height(); ++y) {
+    for (int x = 0; x < page.width(); ++x) {
+      if (qGray(page.pixel(x, y)) < 128) dark |= QRect(x, y, 1, 1);
+    }
+  }
+  return {QPointF(dark.topLeft()) / kDots, QSizeF(dark.size()) / kDots};
+}
+
+TEST(PrintedPage, ThePictureLiesAtItsInchesWhateverThePrinterIsSetTo) {
+  Application own;
+  QTemporaryDir folder;
+  QtEventSource events;
+  Waiting waiting(events);
+  PagePrinter owner(waiting);
+  const QString pdf = folder.filePath("page.pdf");
+  const QString bitmap = folder.filePath("black.bmp");
+  QImage black(320, 240, QImage::Format_RGB32);
+  black.fill(Qt::black);
+  ASSERT_TRUE(black.save(bitmap));
+  const auto report = owner.MakeReport();
+  for (const int resolution : {72, 300, 1200}) {
+    SCOPED_TRACE(resolution);
+    QPrinter& printer = owner.Printer();
+    printer.setOutputFileName(pdf);
+    printer.setResolution(resolution);
+    printer.setFullPage(false);
+    printer.setPageLayout(
+        QPageLayout(QPageSize(QPageSize::A5), QPageLayout::Landscape, QMarginsF(30, 40, 50, 60)));
+    report->StartReport();
+    report->StartPage(8.5F, 11.0F);
+    report->AddPicture({1.1F, 2.0F, 7.28F, 5.2F}, bitmap.toStdString());
+    report->AddPicture({0, 0, 8, 11}, "/no/picture.bmp");
+    ASSERT_EQ(report->SendToPrinter(), std::nullopt);
+    const QRectF printed = PictureOn(pdf);
+    EXPECT_NEAR(printed.left(), 1.1, 0.02);
+    EXPECT_NEAR(printed.top(), 2.0, 0.02);
+    EXPECT_NEAR(printed.right(), 8.38, 0.02);
+    EXPECT_NEAR(printed.bottom(), 7.2, 0.02);
+  }
+  owner.Printer().setOutputFileName("/no/folder/page.pdf");
+  EXPECT_EQ(report->SendToPrinter(), "/no/folder/page.pdf: No such file or directory");
+}
+
+}  // namespace
+}  // namespace oriolemark
