@@ -23,6 +23,8 @@ constexpr DialogPage kPages[] = {
     {"frmPassFailed", "limits.html"},
     {"frmNewDoc", "controlfile.html"},
     {"frmOpenDoc", "controlfile.html"},
+    {"QPrintDialog", "output.html#setup"},
+    {"QPrintPreviewDialog", "output.html#preview"},
     {"QFileDialog", "controlfile.html"},
     {"frmPrgress", "reading.html#progress"},
     {"QMessageBox", "messages.html"},
