@@ -7,7 +7,6 @@
 #include <algorithm>
 
 #include "Tour.h"
-#include "platform/RasterCanvas.h"
 #include "waveview/WaveSurface.h"
 
 namespace oriolemark {
@@ -153,20 +152,22 @@ void Tour::CheckReopened() {
   }
 }
 
-// The pixels as they were drawn, whatever part of them the window shows. Without the last half unit
-// of the grid: a trace ends there at a sample behind those that the file keeps.
-QImage Tour::Drawn(int slot) {
+// The pixels as they were drawn, whatever part of them the window shows.
+QImage Tour::Raster(int slot) {
   const auto* view =
       dynamic_cast<frmWave*>(module_.sheet.WaveViews[static_cast<std::size_t>(slot)].get());
   if (view == nullptr) return {};
-  const auto* raster = dynamic_cast<const RasterCanvas*>(&view->WavePic.Surface());
-  if (raster == nullptr) return {};
-  QImage picture(raster->Width(), raster->Height(), QImage::Format_RGB32);
-  const std::uint32_t* from = raster->Pixels().data();
-  for (int y = 0; y < picture.height(); ++y, from += picture.width()) {
-    std::copy_n(from, picture.width(), reinterpret_cast<std::uint32_t*>(picture.scanLine(y)));
-  }
-  const auto column = [view](double units) { return kMargin + units * view->ZoomFactor; };
+  const Canvas& canvas = view->WavePic.Surface();
+  const auto* bytes = reinterpret_cast<const uchar*>(canvas.Pixels().data());
+  return QImage(bytes, canvas.Width(), canvas.Height(), QImage::Format_RGB32).copy();
+}
+
+// Without the last half unit of the grid: a trace ends there at a sample behind those that the file
+// keeps.
+QImage Tour::Drawn(int slot) {
+  QImage picture = Raster(slot);
+  const double zoom = picture.width() / kPictureWidth;
+  const auto column = [zoom](double units) { return kMargin + units * zoom; };
   const int left = static_cast<int>(column(kGridWidth - 0.5));
   const int right = static_cast<int>(column(kGridWidth) + 1);
   QPainter(&picture).fillRect(left, 0, right - left, picture.height(), Qt::black);

@@ -41,6 +41,7 @@ Tour::Tour(Program& program, Instrument& instrument, const Link& link, QDir fold
     AddTreeStops();
     AddEditStops();
     AddFileStops();
+    AddOutputStops();
     AddSheetStops();
     AddMeasureStops();
     AddDataStops();

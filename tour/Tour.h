@@ -49,6 +49,7 @@ class Tour {
   void AddTreeStops();
   void AddEditStops();
   void AddFileStops();
+  void AddOutputStops();
   void AddSheetStops();
   void AddMeasureStops();
   void AddDataStops();
@@ -117,7 +118,11 @@ class Tour {
   void OpenItem(const QString& name) { OpenItem(Item(name)); }
   static void ClickItem(QTreeWidgetItem* item, Qt::MouseButton button);
   static void OpenItem(QTreeWidgetItem* item);
-  // The whole picture of a waveform. KeepPictures writes one file for each.
+  // Checks the printed page's measures.
+  void CheckPage();
+  // The whole picture of a waveform: as it is, and as a second start draws it. KeepPictures writes
+  // one file for each.
+  QImage Raster(int slot);
   QImage Drawn(int slot);
   void KeepPictures();
 

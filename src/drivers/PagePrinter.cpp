@@ -1,7 +1,9 @@
 #include "drivers/PagePrinter.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QFile>
 #include <QImage>
 #include <QPageLayout>
@@ -136,6 +138,12 @@ void PagePrinter::ShowDialog(const std::string& title) {
   if (waiting_.Closing()) return;
   QPrintDialog dialog(&Printer(), QApplication::activeWindow());
   dialog.setWindowTitle(QString::fromStdString(title));
+  // The dialog only chooses. The toolkit's word on this button is "Print".
+  for (const auto* box : dialog.findChildren<QDialogButtonBox*>()) {
+    for (QAbstractButton* button : box->buttons()) {
+      if (box->buttonRole(button) == QDialogButtonBox::AcceptRole) button->setText("OK");
+    }
+  }
   RunModal(dialog, waiting_);
 }
 

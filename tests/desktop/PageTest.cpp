@@ -2,13 +2,13 @@
 
 #include <QImage>
 #include <QPageSize>
-#include <QProcess>
 #include <random>
 
 #include "desktop/RunWindows.h"
 #include "drivers/PagePrinter.h"
 #include "drivers/QtEventSource.h"
 #include "output/Bitmap.h"
+#include "tour/PrintedPage.h"
 
 namespace oriolemark {
 namespace {
@@ -27,23 +27,6 @@ TEST(Bitmap, AnotherReaderFindsTheSamePixels) {
       ASSERT_EQ(read.pixel(i % width, i / width), pixels[static_cast<std::size_t>(i)]) << i;
     }
   }
-}
-
-// The dark part of a printed page, in inches. The renderer is not the one that printed it.
-QRectF PictureOn(const QString& pdf) {
-  constexpr int kDots = 200;
-  QProcess renderer;
-  renderer.start("pdftoppm", {"-r", QString::number(kDots), "-png", pdf});
-  renderer.waitForFinished();
-  const QImage page = QImage::fromData(renderer.readAllStandardOutput());
-  EXPECT_EQ(page.size(), QSize(17, 22) * kDots / 2);
-  QRect dark;
-  for (int y = 0; y < page.height(); ++y) {
-    for (int x = 0; x < page.width(); ++x) {
-      if (qGray(page.pixel(x, y)) < 128) dark |= QRect(x, y, 1, 1);
-    }
-  }
-  return {QPointF(dark.topLeft()) / kDots, QSizeF(dark.size()) / kDots};
 }
 
 TEST(PrintedPage, ThePictureLiesAtItsInchesWhateverThePrinterIsSetTo) {
@@ -71,7 +54,7 @@ TEST(PrintedPage, ThePictureLiesAtItsInchesWhateverThePrinterIsSetTo) {
     report->AddPicture({1.1F, 2.0F, 7.28F, 5.2F}, bitmap.toStdString());
     report->AddPicture({0, 0, 8, 11}, "/no/picture.bmp");
     ASSERT_EQ(report->SendToPrinter(), std::nullopt);
-    const QRectF printed = PictureOn(pdf);
+    const QRectF printed = DarkPartOf(pdf);
     EXPECT_NEAR(printed.left(), 1.1, 0.02);
     EXPECT_NEAR(printed.top(), 2.0, 0.02);
     EXPECT_NEAR(printed.right(), 8.38, 0.02);
