@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <set>
 
-#include "datasheet/records/DataSheetFile.h"
 #include "support/ProgramBench.h"
 
 namespace oriolemark {
@@ -13,46 +13,42 @@ namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
 constexpr const char* kAsks = "Save the changes to the Data Sheet File";
-constexpr const char* kNoSheet = "Please Open or Creat a Data Sheet First";
 
-// The program with its Data Browser, linked to an instrument that stands still.
-struct Browser : ProgramBench, testing::Test {
+struct Browser : LinkedBench, testing::Test {
   Browser() {
     fs::remove_all(recovered);
     fs::remove(path);
-    instrument.Turn(":STOP", "");
-    module.main.Load();
-    clock.Run(Milliseconds(10));
-    module.main.mnuToolsConnect.Click();
-    prompts.shown.clear();
   }
-  void Add(int waves) {
-    for (int i = 0; i < waves; ++i) browser.files.AddWaveItem();
-    clock.Run(Milliseconds(10));
+  ReadingView& View(int slot, ItemKind kind = ItemKind::Wave) {
+    const auto& views = sheet.*RowOf(kind).views;
+    return dynamic_cast<ReadingView&>(*views[static_cast<std::size_t>(slot)]);
   }
-  // Puts a sheet with this title and one wave into a file.
-  void PutFile(const std::string& file, const std::string& title) {
-    auto other = std::make_unique<DataSheet>();
-    other->Title = title;
-    other->WaveCount = 1;
-    other->Waves[0].Name = "W of " + title;
-    WriteDataSheet(file, *other, prompts, [](std::FILE*) { return true; });
-  }
-  frmWave& View(int slot) {
-    return dynamic_cast<frmWave&>(*sheet.WaveViews[static_cast<std::size_t>(slot)]);
-  }
-  // The waves in their slots, each with its node's text and the caption of its open view.
-  std::string Waves() {
+  // The items in their slots, each with its node's text and the caption of its open view.
+  std::string Items(ItemKind kind = ItemKind::Wave) {
     std::string all;
-    for (int i = 0; i < sheet.WaveCount; ++i) {
-      const WaveRecord& item = sheet.Waves[static_cast<std::size_t>(i)];
+    for (int i = 0; i < sheet.*RowOf(kind).count; ++i) {
+      const ItemRecord& item = RowOf(kind).record(sheet, i);
       all += item.Name + (tree.Text(item.TreeNode) == item.Name ? "" : "!");
-      if (View(i).Loaded()) all += "(" + View(i).Caption() + View(i).Tag() + ")";
+      const ReadingView& view = View(i, kind);
+      if (view.Loaded()) all += "(" + view.Caption() + view.Tag() + ")";
       all += " ";
     }
     return all;
   }
-  void SelectWave(int slot) { tree.Select(sheet.Waves[static_cast<std::size_t>(slot)].TreeNode); }
+  void Select(int slot, ItemKind kind = ItemKind::Wave) {
+    tree.Select(RowOf(kind).record(sheet, slot).TreeNode);
+  }
+  // Whether the record of this slot, which held nothing, has a reading that its open view shows.
+  bool Taken(int slot, ItemKind kind) {
+    const auto at = static_cast<std::size_t>(slot);
+    if (kind == ItemKind::Measure) return sheet.Measures[at].Values[0].Text != "old";
+    if (kind == ItemKind::Data) {
+      const auto& view = dynamic_cast<frmData&>(View(slot, kind));
+      return sheet.Datas[at].Count == (view.Loaded() ? view.MeasureView.Count() : 600);
+    }
+    if (sheet.Waves[at].HasData) ExpectSamples(sheet.Waves[at], ":DATA:CHANNEL1");
+    return sheet.Waves[at].HasData;
+  }
   // The entries of the popup menu that are shown, "-" for a bar, in brackets if disabled.
   std::string Menu() {
     tree.MouseDown(kRightButton);
@@ -63,91 +59,83 @@ struct Browser : ProgramBench, testing::Test {
     }
     return all;
   }
+  // The names of the recovered files, each with the line of the first item's name.
   Texts Copies() const {
-    Texts titles;
+    Texts copies;
     std::error_code none;
     for (const auto& entry : fs::directory_iterator(recovered, none)) {
-      auto other = std::make_unique<DataSheet>();
-      TransferScratch scratch;
-      VirtualClock time;
-      RecordingPrompts silent(time);
-      ReadDataSheet(entry.path(), *other, scratch, silent);
-      titles.push_back(entry.path().filename().string() + ":" + other->Waves[0].Name);
+      const std::string bytes = ReadFile(entry.path(), 1000).bytes;
+      copies.push_back(entry.path().filename().string() + ":" + Split(bytes, '\n').at(5));
     }
-    return titles;
+    return copies;
   }
 
   frmDataSheetTree& browser = module.browser;
-  DataSheet& sheet = module.sheet;
   TreeView& tree = browser.DataSheetTree;
   const std::string path = testing::TempDir() + "browser" + std::to_string(getpid()) + ".orm";
 };
 
 TEST_F(Browser, AsksBeforeChangesWouldBeLostAndKeepsACopyOfThoseThatReachNoFile) {
   const std::string other = path + ".other";
-  PutFile(other, "Other");
-  struct Command {
-    const char* name;
-    std::function<void()> run;
-    const char* after;  // the waves, unless cancelled
-  };
-  const Command commands[] = {
+  std::ofstream(other) << "\"Tavik Technologies TX5000 Data Sheet\"\n\"Other\"\n1\n0\n0\n\"W\"\n";
+  // The waves afterwards, unless cancelled.
+  const std::tuple<const char*, std::function<void()>, const char*> commands[] = {
       {"New", [&] { browser.mnuNewDataSheet.Click(); }, ""},
-      {"Open", [&] { browser.mnuOpenDataSheet.Click(); }, "W of Other(W of Other0) "},
-      {"recent", [&] { browser.OpenDataSheet(other); }, "W of Other(W of Other0) "},
+      {"Open", [&] { browser.mnuOpenDataSheet.Click(); }, "W(W0) "},
+      {"recent", [&] { browser.OpenDataSheet(other); }, "W(W0) "},
       {"remove", [&] { tree.Select(sheet.SheetNode), browser.mnuRemove.Click(); }, ""}};
-  enum Saving { Fine, Cancelled, Failed };
-  for (const Command& command : commands) {
-    for (const auto answer : {MessageAnswer::Cancel, MessageAnswer::No, MessageAnswer::Yes}) {
-      for (const Saving saving : {Fine, Cancelled, Failed}) {
-        if (answer != MessageAnswer::Yes && saving != Fine) continue;
-        SCOPED_TRACE(command.name + std::to_string(static_cast<int>(answer)) +
-                     std::to_string(saving));
-        sheet.Modified = false;
-        browser.mnuNewDataSheet_Click();
-        Add(1);
-        sheet.FileName = saving == Failed ? "/" : "";
-        prompts.paths = {other};
-        if (answer == MessageAnswer::Yes && saving != Failed) {
-          prompts.paths.push_front(saving == Fine ? path : "");
-        }
-        prompts.AnswerNext(answer);
-        command.run();
-        clock.Run(Milliseconds(10));
-        Texts told{saving == Failed ? std::string(kAsks) + " /" : kAsks};
-        if (saving == Failed) told.push_back("Is a directory");
-        EXPECT_EQ(Told(), told);
-        EXPECT_EQ(Waves(), answer == MessageAnswer::Cancel ? "Wave0(Wave00) " : command.after);
-        EXPECT_EQ(fs::exists(path), answer == MessageAnswer::Yes && saving == Fine);
-        EXPECT_EQ(Copies(),
-                  saving == Fine ? Texts{} : Texts{"Untitle 2026-11-22 10.00.00.orm:Wave0"});
-        fs::remove_all(recovered);
-        fs::remove(path);
-      }
+  // The answer, the file of the sheet, and whether the user names one when there is none.
+  const std::tuple<MessageAnswer, const char*, bool> answers[] = {
+      {MessageAnswer::Cancel, "", false},
+      {MessageAnswer::No, "", false},
+      {MessageAnswer::Yes, "", true},
+      {MessageAnswer::Yes, "", false},
+      {MessageAnswer::Yes, "/", false}};
+  for (const auto& [name, run, after] : commands) {
+    for (const auto& [answer, file, named] : answers) {
+      const bool saves = answer == MessageAnswer::Yes, fails = *file == '/';
+      SCOPED_TRACE(name + std::to_string(static_cast<int>(answer)) + file);
+      sheet.Modified = false;
+      browser.mnuNewDataSheet_Click();
+      Add(ItemKind::Wave, 1);
+      sheet.FileName = file;
+      prompts.paths = {other};
+      if (saves && !fails) prompts.paths.push_front(named ? path : "");
+      prompts.AnswerNext(answer);
+      run();
+      clock.Run(Milliseconds(10));
+      EXPECT_EQ(Told(),
+                fails ? (Texts{std::string(kAsks) + " /", "Is a directory"}) : Texts{kAsks});
+      EXPECT_EQ(Items(), answer == MessageAnswer::Cancel ? "Wave0(Wave00) " : after);
+      EXPECT_EQ(fs::exists(path), named);
+      EXPECT_EQ(Copies(),
+                saves && !named ? Texts{"Untitle 2026-11-22 10.00.00.orm:\"Wave0\"\r"} : Texts{});
+      fs::remove_all(recovered);
+      fs::remove(path);
     }
   }
 }
 
 TEST_F(Browser, ASaveThatFailedIsCopiedWhenTheSheetIsLeft) {
-  Add(1);
+  Add(ItemKind::Wave, 1);
   sheet.Title = "\xE4/\t";
   sheet.FileName = "/";
   browser.mnuSaveDataSheet_Click();
   EXPECT_FALSE(sheet.Modified);
   EXPECT_EQ(Copies(), Texts{});
   module.main.Close();
-  EXPECT_EQ(Copies(), Texts{"ä__ 2026-11-22 10.00.00.orm:Wave0"});
+  EXPECT_EQ(Copies(), Texts{"ä__ 2026-11-22 10.00.00.orm:\"Wave0\"\r"});
 }
 
 TEST_F(Browser, AnOpenThatIsCancelledLeavesDeadNodesAndAFileThatIsNotOverwritten) {
-  Add(1);
+  Add(ItemKind::Wave, 1);
   prompts.paths = {path};
   browser.mnuSaveDataSheet_Click();
   const TreeNode dead = sheet.Waves[0].TreeNode;
   sheet.Modified = true;
   prompts.AnswerNext(MessageAnswer::No);
   browser.mnuOpenDataSheet.Click();
-  EXPECT_EQ(Copies(), Texts{"Untitle 2026-11-22 10.00.00.orm:Wave0"}) << "No was for an Open";
+  EXPECT_EQ(Copies(), Texts{"Untitle 2026-11-22 10.00.00.orm:\"Wave0\"\r"}) << "No was for an Open";
   sheet.Modified = false;
   EXPECT_EQ(sheet.WaveCount, 0);
   EXPECT_EQ(sheet.FileName, path);
@@ -160,13 +148,57 @@ TEST_F(Browser, AnOpenThatIsCancelledLeavesDeadNodesAndAFileThatIsNotOverwritten
   browser.mnuSaveDataSheet_Click();
   EXPECT_EQ(prompts.questions.size(), asked + 1);
   browser.OpenDataSheet(path);
-  EXPECT_EQ(Waves(), "Wave0(Wave00) ");
+  EXPECT_EQ(Items(), "Wave0(Wave00) ");
   browser.mnuSaveDataSheet_Click();
   EXPECT_EQ(prompts.questions.size(), asked + 1) << "it has a name again";
 }
 
+TEST_F(Browser, SixteenItemsOfAKindFitASheetAndNoneWithoutOne) {
+  std::deque<Button>& tools = module.main.ToolButtons;
+  for (int item = 0; item < 3 * 17; ++item) tools[10 + item / 17].Click();
+  EXPECT_EQ(sheet.WaveCount + sheet.MeasureCount + sheet.DataCount, 3 * 16);
+  tree.Remove(sheet.SheetNode);
+  browser.files.AddDataItem();
+  std::vector<Message> told(3, Warning("Exceed maximum file numbers limit"));
+  told.push_back(Warning("Please Open or Creat a Data Sheet First"));
+  EXPECT_EQ(prompts.shown, told);
+  EXPECT_EQ(Bits(tools[10].Enabled(), tools[11].Enabled(), tools[12].Enabled()), "000");
+}
+
+TEST_F(Browser, ANewSheetNumbersFromZeroAndItsMeasuresKeepThreeTestSwitches) {
+  prompts.toSave = MessageAnswer::No;
+  for (const std::string switches : {"000000000000000000", "000000000000000111"}) {
+    browser.mnuNewDataSheet_Click();
+    for (const ItemKind kind : kTreeOrder) Add(kind, 1);
+    std::string names, switched;
+    for (const TreeNode node : tree.Children(sheet.SheetNode)) names += tree.Text(node) + " ";
+    EXPECT_EQ(names, "Wave0 Measure0 Data0 ");
+    for (MeasureValue& value : sheet.Measures[0].Values) {
+      switched += value.Enabled ? '1' : '0';
+      value.Enabled = true;
+    }
+    EXPECT_EQ(switched, switches) << "the last three keep what the slot held";
+  }
+}
+
+TEST_F(Browser, ALabelEditNamesTheItemAndItsViewButNotTheRoot) {
+  Add(ItemKind::Wave, 1);
+  sheet.Modified = false;
+  for (const bool isRoot : {true, false}) {
+    const TreeNode node = isRoot ? sheet.RootNode : sheet.Waves[0].TreeNode;
+    tree.Select(sheet.SheetNode);
+    tree.EndLabelEdit(node, "A \\ B");
+    EXPECT_EQ(tree.Text(node), isRoot ? "Data Sheet" : "A \\ B");
+    EXPECT_EQ(tree.Selected(), sheet.SheetNode) << "what the click that ended the edit was for";
+    EXPECT_EQ(sheet.Waves[0].Name, isRoot ? "Wave0" : "A \\ B");
+    EXPECT_EQ(View(0).Caption(), sheet.Waves[0].Name);
+    EXPECT_EQ(sheet.Modified, !isRoot);
+    EXPECT_EQ(Told().size(), isRoot ? 1u : 0u);
+  }
+}
+
 TEST_F(Browser, TheMenuFitsTheSelectedNode) {
-  Add(1);
+  Add(ItemKind::Wave, 1);
   const std::string file = "&New Data Sheet|&Open Data Sheet|&Save Data Sheet|Sa&ve Data Sheet As|";
   const auto with = [&](const std::string& name) {
     return file + "&Add New|Re&name(" + name + ")|-|&Remove(" + name + ")|-|So&rted|";
@@ -177,7 +209,7 @@ TEST_F(Browser, TheMenuFitsTheSelectedNode) {
   tree.Select(sheet.SheetNode);
   EXPECT_EQ(Menu(), with("Untitle"));
   tree.EndLabelEdit(sheet.Waves[0].TreeNode, "R&D \xE4");
-  SelectWave(0);
+  Select(0);
   EXPECT_EQ(Menu(), with("R&&D ä"));
   sheet.Modified = false;
   tree.Select(sheet.SheetNode);
@@ -186,7 +218,7 @@ TEST_F(Browser, TheMenuFitsTheSelectedNode) {
             "&New Data Sheet|&Open Data Sheet|[&Save Data Sheet]|[Sa&ve Data Sheet As]|[&Add New]|"
             "[So&rted]|");
   module.main.mnuFileSaveDataSheet.Click();
-  EXPECT_EQ(Told(), Texts{kNoSheet});
+  EXPECT_EQ(Told(), Texts{"Please Open or Creat a Data Sheet First"});
 }
 
 TEST_F(Browser, TheSortAndTheSheetOutliveThePaneAndTheSortTheSheet) {
@@ -197,11 +229,11 @@ TEST_F(Browser, TheSortAndTheSheetOutliveThePaneAndTheSortTheSheet) {
   browser.mnuSorted.Click();
   prompts.toSave = MessageAnswer::No;
   browser.mnuNewDataSheet_Click();
-  Add(2);
+  Add(ItemKind::Wave, 2);
   tree.EndLabelEdit(sheet.Waves[0].TreeNode, "Z");
   for (int turn = 0; turn < 2; ++turn) {
     EXPECT_EQ(tree.Text(tree.Children(sheet.SheetNode).front()), "Wave1");
-    EXPECT_EQ(Waves(), "Z(Z0) Wave1(Wave11) ");
+    EXPECT_EQ(Items(), "Z(Z0) Wave1(Wave11) ");
     reopen();
   }
   tree.Select(sheet.SheetNode);
@@ -211,47 +243,55 @@ TEST_F(Browser, TheSortAndTheSheetOutliveThePaneAndTheSortTheSheet) {
   EXPECT_TRUE(module.main.ToolButtons[10].Enabled());
 }
 
-// Removes a wave while the one in slot 2 is read. The reading goes where its item is.
 TEST_F(Browser, ARemovalMovesLaterItemsWithTheirViewsAndTheReadingThatRuns) {
-  struct Row {
-    int removed;
-    const char* waves;
-    int readInto;  // slot
+  // The slot that is removed while slot 2 is read, or what else happens then; the items, and the
+  // slot with the reading.
+  enum { NewSheet = -1, WindowCloses = -2 };
+  constexpr std::tuple<int, const char*, int> kRows[] = {
+      {0, "#1 #2(#21) #3(#32) ", 1},
+      {1, "#0(#00) #2(#21) #3(#32) ", 1},
+      {2, "#0(#00) #1 #3(#32) ", -1},
+      {3, "#0(#00) #1 #2(#22) ", 2},
+      {WindowCloses, "#0(#00) #1 #2 #3(#33) ", 2},
+      {NewSheet, "", -1}};
+  const auto act = [this](int removed, ItemKind kind) {
+    if (removed == NewSheet) return browser.mnuNewDataSheet_Click();
+    if (removed == WindowCloses) return void(View(2, kind).Unload());
+    Select(removed, kind);
+    browser.mnuRemove.Click();
   };
-  for (const Row& row : {Row{0, "Wave1 Wave2(Wave21) Wave3(Wave32) ", 1},
-                         Row{1, "Wave0(Wave00) Wave2(Wave21) Wave3(Wave32) ", 1},
-                         Row{2, "Wave0(Wave00) Wave1 Wave3(Wave32) ", -1},
-                         Row{3, "Wave0(Wave00) Wave1 Wave2(Wave22) ", 2}, Row{-1, "", -1}}) {
-    SCOPED_TRACE(row.removed);
-    sheet.Modified = false;
-    browser.mnuNewDataSheet_Click();
-    Add(4);
-    for (WaveRecord& item : sheet.Waves) item.Count = -1;
-    View(1).Unload();
-    View(2).OptionCH.Select(0);
-    At(400, [&] {
-      ASSERT_TRUE(module.Transfer().TransferActive);
-      prompts.toSave = MessageAnswer::No;
-      if (row.removed < 0) return browser.mnuNewDataSheet_Click();
-      SelectWave(row.removed);
-      browser.mnuRemove.Click();
-    });
-    View(2).cmdRefresh.Click();
-    clock.Run(Milliseconds(10));
-    EXPECT_EQ(Waves(), row.waves);
-    for (int i = 0; i < 4; ++i) {
-      const WaveRecord& item = sheet.Waves[static_cast<std::size_t>(i)];
-      EXPECT_EQ(item.HasData, i == row.readInto) << i;
-      if (item.HasData) ExpectSamples(item, ":DATA:CHANNEL1");
+  prompts.toSave = MessageAnswer::No;
+  for (const ItemKind kind : kTreeOrder) {
+    for (const auto& [removed, items, readInto] : kRows) {
+      SCOPED_TRACE(RowOf(kind).word + std::to_string(removed));
+      browser.mnuNewDataSheet_Click();
+      Add(kind, 4);
+      for (WaveRecord& item : sheet.Waves) item.Count = -1;
+      for (MeasureRecord& item : sheet.Measures) item.Values[0].Text = "old";
+      for (DataRecord& item : sheet.Datas) item.Count = -1;
+      View(1, kind).Unload();
+      View(2, kind).OptionCH.Select(0);
+      At(400, [&, removed = removed] {
+        ASSERT_TRUE(module.Transfer().TransferActive);
+        EXPECT_FALSE(View(2, kind).cmdRefresh.Enabled());
+        act(removed, kind);
+      });
+      View(2, kind).KeyDown(kF5Key, 0);
+      clock.Run(Milliseconds(10));
+      EXPECT_EQ(Items(kind), Filled(items, '#', RowOf(kind).word));
+      for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(RowOf(kind).record(sheet, i).HasData, i == readInto) << i;
+        EXPECT_EQ(Taken(i, kind), i == readInto) << i;
+        EXPECT_TRUE(i >= sheet.*RowOf(kind).count || View(i, kind).cmdRefresh.Enabled()) << i;
+      }
     }
-    for (int i = 0; i < sheet.WaveCount; ++i) EXPECT_TRUE(View(i).cmdRefresh.Enabled()) << i;
   }
 }
 
 TEST_F(Browser, TheDeleteKeyAsksBeforeItRemovesData) {
-  Add(2);
+  Add(ItemKind::Wave, 2);
   sheet.Waves[0].HasData = true;
-  SelectWave(0);
+  Select(0);
   for (const auto answer : {MessageAnswer::No, MessageAnswer::Yes}) {
     prompts.AnswerNext(answer);
     tree.KeyDown(kDeleteKey);
@@ -260,29 +300,17 @@ TEST_F(Browser, TheDeleteKeyAsksBeforeItRemovesData) {
     EXPECT_EQ(sheet.WaveCount, answer == MessageAnswer::No ? 2 : 1);
   }
   tree.KeyDown(kDeleteKey);
-  EXPECT_EQ(Waves() + std::to_string(Told().size()), "0") << "nothing to lose, no question";
+  EXPECT_EQ(Items() + std::to_string(Told().size()), "0") << "nothing to lose, no question";
   EXPECT_EQ(tree.Selected(), sheet.SheetNode);
-}
-
-TEST_F(Browser, CloseAsksForTheSheetThenForTheControlFileWhateverTheFirstAnswer) {
-  module.controlDocument.CtrlChanged = true;
-  Add(1);
-  for (const auto answer : {MessageAnswer::Cancel, MessageAnswer::No}) {
-    prompts.AnswerNext(answer);
-    prompts.AnswerNext(MessageAnswer::No);
-    EXPECT_EQ(module.main.Close(), answer == MessageAnswer::No);
-    EXPECT_EQ(Told(), (Texts{kAsks, "Save the changes to the Control File"}));
-  }
 }
 
 TEST_F(Browser, FilesComeFromTheMenuTheRecentOnesTheStartAndTheDesktop) {
   const std::string settings = path + ".cfx";
   prompts.paths = {settings, path};
-  Add(1);
+  Add(ItemKind::Wave, 1);
   module.main.mnuFileSaveAll.Click();
-  Texts asked;
-  for (const FileQuestion& question : prompts.questions) asked.push_back(question.filter);
-  EXPECT_EQ(asked, (Texts{"Control Files (*.cfx)|*.cfx", "Data Sheet Files (*.orm)|*.orm"}));
+  EXPECT_EQ(prompts.questions.at(0).filter, "Control Files (*.cfx)|*.cfx");
+  EXPECT_EQ(prompts.questions.at(1).filter, "Data Sheet Files (*.orm)|*.orm");
   EXPECT_FALSE(tree.Marked(sheet.SheetNode));
   ProgramBench start;
   start.store.values = store.values;
@@ -290,8 +318,6 @@ TEST_F(Browser, FilesComeFromTheMenuTheRecentOnesTheStartAndTheDesktop) {
   const auto waves = [&] { return std::exchange(start.module.sheet.WaveCount, 0); };
   start.At(300, [&] { EXPECT_EQ(waves(), 1) << "at the start"; });
   start.At(400, [&] {
-    start.module.main.mnuRecentSheetRoot.submenu[0]->Click();
-    EXPECT_EQ(waves(), 1);
     const Texts dropped{"a.txt", settings, path, "/other.orm"};
     ASSERT_TRUE(frmMain::TakesDrop(dropped));
     start.module.settings.RunStop = "lost";

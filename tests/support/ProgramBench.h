@@ -95,4 +95,21 @@ struct ProgramBench {
   frmWave* wave = nullptr;  // the newest view
 };
 
+// The program linked to an instrument that stands still, before its first item.
+struct LinkedBench : ProgramBench {
+  LinkedBench() {
+    instrument.Turn(":STOP", "");
+    module.main.Load();
+    clock.Run(Milliseconds(10));
+    module.main.mnuToolsConnect.Click();
+  }
+  // Adds items, whose views show them then.
+  void Add(ItemKind kind, int items) {
+    for (int i = 0; i < items; ++i) module.browser.files.Add(kind);
+    clock.Run(Milliseconds(10));
+  }
+
+  DataSheet& sheet = module.sheet;
+};
+
 }  // namespace oriolemark
