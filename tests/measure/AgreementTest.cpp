@@ -11,11 +11,9 @@
 namespace oriolemark {
 namespace {
 
-using namespace std::chrono_literals;
-
 // The program linked to an instrument that has stopped. The screen shows a whole signal that the
 // test knows, and at least one period of it.
-struct Picture : ProgramBench {
+struct Picture : LinkedBench {
   explicit Picture(unsigned seed) : random(seed) {
     const std::string range = Any({"5.00mV", "200mV", "1.00V", "5.00V"});
     const std::string time = Any({"5.000ns", "20.00us", "500.0us", "200.0ms"});
@@ -30,9 +28,9 @@ struct Picture : ProgramBench {
                     kind + " " + std::to_string(1 / period) + " " + std::to_string(peak));
     instrument.Turn(":DATA:WinMemSize", Any({"600", "600", "600", "600", "600", "600", "17000"}));
     const std::string root = ":CHANNEL" + channel;
-    for (const std::string& command :
-         {root + ":RANGE:" + range, root + ":OFFSET:" + tx5000::FormatDivisions(offset * 4),
-          ":TimeBase:RANGE:" + time, ":TRIGGER:Source:CH" + channel}) {
+    for (const std::string& command : {std::string(":RUN"), root + ":RANGE:" + range,
+                                       root + ":OFFSET:" + tx5000::FormatDivisions(offset * 4),
+                                       ":TimeBase:RANGE:" + time, ":TRIGGER:Source:CH" + channel}) {
       instrument.Execute(command);
     }
     rolls = time == "200.0ms" && random() % 2 == 0;
@@ -40,21 +38,11 @@ struct Picture : ProgramBench {
     instrument.Advance(std::chrono::milliseconds(random() % 9000));
     instrument.Execute(":STOP");
     EXPECT_EQ(instrument.UnknownCommands(), 0);
-    module.main.Load();
-    clock.Run(10ms);
-    module.main.mnuToolsConnect.Click();
-  }
-  std::string Any(std::vector<const char*> texts) { return texts[random() % texts.size()]; }
-  void Read(ReadingView& view) {
-    clock.Run(10ms);
-    view.OptionCH.Select(channel == "1" ? 0 : 1);
-    view.cmdRefresh.Click();
-  }
-  // The volts of the samples, and the seconds between two, as the table's record has them.
-  void ReadTable() {
-    module.browser.files.AddDataItem();
-    Read(dynamic_cast<frmData&>(*module.sheet.DataViews[0]));
-    const DataRecord& record = module.sheet.Datas[0];
+    Add(ItemKind::Data, 1);
+    Add(ItemKind::Measure, 1);
+    Read(*sheet.MeasureViews[0]);
+    Read(*sheet.DataViews[0]);
+    const DataRecord& record = sheet.Datas[0];
     row = record.VoltRange / 25;
     step = 12 * record.TimeRange / record.Count;
     for (int i = 1; i <= record.Count; ++i) {
@@ -62,43 +50,43 @@ struct Picture : ProgramBench {
       trace.push_back((125 - byte) * row - record.VoltOffset);
     }
   }
+  std::string Any(std::vector<const char*> texts) { return texts[random() % texts.size()]; }
+  void Read(ItemView& item) {
+    auto& view = dynamic_cast<ReadingView&>(item);
+    view.OptionCH.Select(channel == "1" ? 0 : 1);
+    view.cmdRefresh.Click();
+  }
   // The seconds for which the trace is high and low. A flip is halfway through a band in the
   // middle, where single rows come and go. A rolling record has a seam, where no pulse ends. There
   // the signal's own times are returned.
   std::pair<double, double> Pulses(double low, double high) {
     std::vector<double> flips;
-    bool above = false, known = false, rises = false;
+    int side = 0;          // 1 above the band, -1 below
     std::size_t left = 0;  // the last sample outside the band
     for (std::size_t i = 0; i < trace.size() && flips.size() < 3; ++i) {
       const double place = (trace[i] - low) / (high - low) - 0.5;
       if (std::abs(place) < 1.0 / 16) continue;
-      if (known && above != (place > 0)) {
-        if (flips.empty()) rises = !above;
-        flips.push_back(double(left + i) / 2 * step);
-      }
+      const int now = place > 0 ? 1 : -1;
+      if (side == -now) flips.push_back(double(left + i) / 2 * step);
       left = i;
-      above = place > 0;
-      known = true;
+      side = now;
     }
     if (rolls || flips.size() < 3) return {period / 2, period / 2};
     const double first = flips[1] - flips[0], second = flips[2] - flips[1];
-    return rises ? std::pair(first, second) : std::pair(second, first);
+    return side > 0 ? std::pair(first, second) : std::pair(second, first);
   }
 
   std::mt19937 random;
   std::string kind, channel;
-  double rows, row = 0;  // from the middle to the peak, and volts of one
-  double period, step = 0;
+  double rows, row;     // from the middle to the peak, and volts of one
+  double period, step;  // seconds, and those between two samples of the table
   bool rolls;
-  std::vector<double> trace;
+  std::vector<double> trace;  // volts of the samples of the table
 };
 
 TEST(Agreement, OfMeasuresWithTheTableWithinOneRowOrOneSample) {
   for (unsigned seed = 1; seed <= 50; ++seed) {
     Picture p(seed);
-    p.ReadTable();
-    p.module.browser.files.AddMeasureItem();
-    p.Read(dynamic_cast<frmMeasure&>(*p.module.sheet.MeasureViews[0]));
     ASSERT_FALSE(p.trace.empty());
     const auto [low, high] = std::ranges::minmax(p.trace);
     const double count = double(p.trace.size());
@@ -138,7 +126,7 @@ TEST(Agreement, OfMeasuresWithTheTableWithinOneRowOrOneSample) {
     };
     for (const auto& [name, expected, tolerance] : rows) {
       const Quantity& quantity = *QuantityNamed(name);
-      const std::string& text = p.module.sheet.Measures[0].Values[quantity.index].Text;
+      const std::string& text = p.sheet.Measures[0].Values[quantity.index].Text;
       const bool bound = text.starts_with('<');
       const auto [value, valid] = quantity.family.toNumber(text.substr(bound ? 1 : 0));
       EXPECT_TRUE(valid) << name << text;
