@@ -7,22 +7,16 @@
 namespace oriolemark {
 namespace {
 
-// The program linked to an instrument that stands still, with two open tables of samples.
-struct DataViews : ProgramBench, FileFolder, testing::Test {
-  DataViews() {
-    instrument.Turn(":STOP", "");
-    module.main.Load();
-    clock.Run(Milliseconds(10));
-    module.main.mnuToolsConnect.Click();
-    for (int i = 0; i < 2; ++i) module.browser.files.AddDataItem();
-    clock.Run(Milliseconds(10));
-    prompts.toSave = MessageAnswer::No;
-    prompts.shown.clear();
+// With the open table of the first item.
+struct DataViews : LinkedBench, FileFolder, testing::Test {
+  frmData& Open() {
+    Add(ItemKind::Data, 1);
+    return dynamic_cast<frmData&>(*sheet.DataViews[0]);
   }
-  frmData& View(std::size_t slot) { return dynamic_cast<frmData&>(*sheet.DataViews[slot]); }
-  DataRecord& Record() { return sheet.Datas[0]; }
 
-  DataSheet& sheet = module.sheet;
+  DataRecord& record = sheet.Datas[0];
+  frmData& view = Open();
+  ListView& table = view.MeasureView;
 };
 
 TEST(SampleTable, EachSampleHasItsVoltageAndItsTime) {
@@ -50,10 +44,6 @@ TEST(SampleTable, EachSampleHasItsVoltageAndItsTime) {
 
 TEST_F(DataViews, TheTableHasTheRowsThatTheRecordHolds) {
   // The count, the tokens that there are, index 0 included, and the rows.
-  DataRecord& record = Record();
-  ListView& table = View(0).MeasureView;
-  EXPECT_EQ(table.Count(), 1000) << "blank";
-  EXPECT_EQ(table.Text(999, 0), "");
   record.HasData = true;
   for (const auto& row : Rows("-1 | 17001 | 0 || 0 | 17001 | 0 || 3 | 17001 | 3 || 5 | 3 | 2 ||"
                               " 17001 | 17001 | 17000 || 5 | 0 | 0 || 2147483647 | 17001 | 17000 ||"
@@ -62,7 +52,7 @@ TEST_F(DataViews, TheTableHasTheRowsThatTheRecordHolds) {
     record.Count = std::stoi(row[0]);
     record.Samples.assign(std::stoul(row[1]), "0x7D");
     const int expected = std::stoi(row[2]);
-    View(0).LoadData();
+    view.LoadData();
     EXPECT_EQ(table.Count(), expected);
     EXPECT_EQ(table.Text(expected - 1, 0), expected > 0 ? std::to_string(expected) : "");
     EXPECT_EQ(table.Text(expected, 1) + table.Text(-1, 1) + SampleText(record, 0, 1), "");
@@ -75,105 +65,59 @@ TEST_F(DataViews, TheTableHasTheRowsThatTheRecordHolds) {
   EXPECT_EQ(table.ColumnWidths(), std::vector<double>(3, 0));
 }
 
-TEST_F(DataViews, AnExportAndACopyHaveTheRowsOfTheTable) {
-  const std::string lines = "Tavik Technologies -[Data]|||||||NO.\tVoltage\tTime||";
-  const std::string row = " 2 \t0.00E+00\t5.0000E-04|";
-  DataRecord& record = Record();
+TEST_F(DataViews, ABlankTableExportsItsHeadAndACopyHasTheRowsOfTheTable) {
+  const std::string path = folder + "/table.xls";
   record.Title = "CH1 of before";
+  prompts.paths = {path, folder};
+  for (int i = 0; i < 3; ++i) view.cmdExport.Click();
+  EXPECT_EQ(Bytes(path),
+            Filled("Tavik Technologies -[Data]|||||||NO.\tVoltage\tTime||", '|', "\r\n"));
+  EXPECT_EQ(prompts.shown, std::vector<Message>{Message(
+                               {.systemText = "Is a directory", .icon = MessageIcon::Critical})})
+      << "the last one was cancelled";
+  EXPECT_EQ(prompts.questions.back().title + prompts.questions.back().filter,
+            "Export FileMicrosoft Excel Files (*.xls)|*.xls|Text Files (*.txt)|*.txt|"
+            "All Files (*.*)|*.*");
+  table.SelectAll();
+  EXPECT_EQ(table.SelectedText(), "") << "blank";
+  record.HasData = true;
   record.Count = 2;
   record.Samples = {"", "0x4B", "0x7D"};
   record.VoltRange = 1;
   record.TimeRange = 0.1;
-  const std::string path = folder + "/table.xls";
-  for (const bool hasData : {false, true}) {
-    record.HasData = hasData;
-    View(0).LoadData();
-    prompts.paths = {path};
-    View(0).cmdExport.Click();
-    std::string expected = lines;
-    if (hasData) {
-      expected.insert(expected.find("|NO.") - 2, record.Title);
-      expected += " 1 \t2.00E+00\t0.0000E+00|" + row;
-    }
-    EXPECT_EQ(Bytes(path), Filled(expected, '|', "\r\n"));
-  }
-  ListView& table = View(0).MeasureView;
+  view.LoadData();
   table.Select({{1, 7}, {-1, -1}, {1, 1}});
-  EXPECT_EQ(table.SelectedText(), Filled(row, '|', "\r\n")) << "inside the table and once";
-  record.HasData = false;
-  View(0).LoadData();
-  table.SelectAll();
-  EXPECT_EQ(table.SelectedText(), "") << "a blank table";
-
-  View(0).cmdExport.Click();
-  EXPECT_TRUE(prompts.shown.empty()) << "cancelled";
-  prompts.paths = {folder};
-  View(0).cmdExport.Click();
-  EXPECT_EQ(prompts.shown, std::vector<Message>{Message(
-                               {.systemText = "Is a directory", .icon = MessageIcon::Critical})});
-  EXPECT_EQ(prompts.questions.back().title + prompts.questions.back().filter,
-            "Export FileMicrosoft Excel Files (*.xls)|*.xls|Text Files (*.txt)|*.txt|"
-            "All Files (*.*)|*.*");
+  EXPECT_EQ(table.SelectedText(), " 2 \t0.00E+00\t5.0000E-04\r\n") << "inside it and once";
 }
 
 TEST_F(DataViews, ARefreshReadsTheChannelThatIsSelectedAndNothingWithBothOff) {
-  // The channels that are on, whether the selection is taken away, and the channel that is read.
-  for (const auto& row : Rows("ON | ON | no | CH1 || ON | ON | yes | CH2 || OFF | ON | no | CH2 ||"
-                              " ON | OFF | no | CH1 || OFF | OFF | no | -")) {
+  instrument.Turn(":CHANNEL2:RANGE", "2.00V");
+  // The channels that are on, whether the selection is taken away, the channel that is read with
+  // its volts a division, and its offset.
+  for (const auto& row : Rows(R"(
+ON | ON | no | CH1 1.00V | 2 || ON | ON | yes | CH2 2.00V | -6 || OFF | ON | no | CH2 2.00V | -6
+ON | OFF | no | CH1 1.00V | 2 || OFF | OFF | no | - | -
+)")) {
     SCOPED_TRACE(testing::PrintToString(row));
     module.settings.CH1Display = row[0];
     module.settings.CH2Display = row[1];
-    View(0).OptionCH.Select(OptionGroup::kNone);
+    view.OptionCH.Select(OptionGroup::kNone);
     clock.Run(Milliseconds(500));
-    if (row[2] == "yes") View(0).OptionCH.Select(OptionGroup::kNone);
-    DataRecord& record = Record();
+    if (row[2] == "yes") view.OptionCH.Select(OptionGroup::kNone);
     record.HasData = sheet.Modified = false;
-    View(0).KeyDown(116, 0);
+    view.KeyDown(kF5Key, kShiftHeld);
+    EXPECT_FALSE(record.HasData) << "a key of its own";
+    view.KeyDown(kF5Key, 0);
     const bool reads = !row[3].empty();
     EXPECT_EQ(Bits(record.HasData, sheet.Modified, prompts.shown.empty()), reads ? "111" : "001");
     if (!reads) continue;
-    EXPECT_TRUE(record.Title.starts_with(row[3] + " 1.00V")) << record.Title;
-    const auto block = Split(*instrument.Execute(":DATA:CHANNEL" + row[3].substr(2)), ' ');
-    ASSERT_EQ(View(0).MeasureView.Count(), static_cast<int>(block.size()) - 1);
+    EXPECT_TRUE(record.Title.starts_with(row[3])) << record.Title;
+    EXPECT_EQ(record.VoltOffset, std::stod(row[4]));
+    const auto block = Split(*instrument.Execute(":DATA:CHANNEL" + row[3].substr(2, 1)), ' ');
+    ASSERT_EQ(table.Count(), static_cast<int>(block.size()) - 1);
     EXPECT_TRUE(std::equal(block.begin(), block.end() - 1, record.Samples.begin() + 1));
-    EXPECT_EQ(std::pair(record.VoltRange, record.TimeRange), std::pair(1.0, 0.0002));
   }
   EXPECT_FALSE(module.Transfer().TransferActive);
-}
-
-// While the item in slot 1 is read.
-TEST_F(DataViews, AReadingFollowsItsItemAndOutlivesItsWindow) {
-  // What happens, which of the slots have data then, and how each open table looks.
-  using Row = std::tuple<const char*, std::function<void()>, const char*, const char*>;
-  const auto remove = [this](std::size_t slot) {
-    return [this, slot] {
-      module.browser.DataSheetTree.Select(sheet.Datas[slot].TreeNode);
-      module.browser.mnuRemove.Click();
-    };
-  };
-  const Row rows[] = {{"nothing", [] {}, "01", "blank full "},
-                      {"the item before it is removed", remove(0), "10", "full "},
-                      {"it is removed", remove(1), "00", "blank "},
-                      {"a new sheet", [this] { module.browser.mnuNewDataSheet_Click(); }, "00", ""},
-                      {"its window is closed", [this] { View(1).Unload(); }, "01", "blank "}};
-  for (const auto& [what, action, filled, looks] : rows) {
-    SCOPED_TRACE(what);
-    module.browser.mnuNewDataSheet_Click();
-    for (int i = 0; i < 2; ++i) module.browser.files.AddDataItem();
-    clock.Run(Milliseconds(10));
-    View(1).OptionCH.Select(0);
-    At(400, action);
-    View(1).cmdRefresh.Click();
-    clock.Run(Milliseconds(10));
-    EXPECT_EQ(Bits(sheet.Datas[0].HasData, sheet.Datas[1].HasData), filled);
-    std::string tables;
-    for (std::size_t i = 0; i < 2; ++i) {
-      if (!View(i).Loaded()) continue;
-      tables += View(i).MeasureView.Count() == sheet.Datas[i].Count ? "full " : "blank ";
-    }
-    EXPECT_EQ(tables, looks);
-    for (DataRecord& item : sheet.Datas) item.Count = -1;
-  }
 }
 
 }  // namespace
