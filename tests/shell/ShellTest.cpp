@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "support/ProgramBench.h"
+#include "values/Number.h"
 
 namespace oriolemark {
 namespace {
@@ -93,6 +94,54 @@ TEST(Options, DropTheLinkBeforeTheyOpenAndLeaveItDown) {
   Open(bench, [&](frmOptions& options) { options.cmdCancel.Click(); });
   EXPECT_EQ(bench.port.written, connecting + ":KEY:LOCK:ENABLE\r");
   EXPECT_TRUE(bench.module.main.picLED_OFF.Visible());
+}
+
+TEST(WholeProgram, OneLampShinesAndTheStatusGoesTwoSecondsAfterTheLastEvent) {
+  ProgramBench bench;
+  frmMain& main = bench.module.main;
+  for (const int at : {200, 2000}) bench.At(at, [&] { main.mnuToolsConnect.Click(); });
+  for (const int at : {8000, 9000}) bench.At(at, [&] { bench.port.onEvent(1009); });
+  bench.At(10900, [&] { EXPECT_EQ(main.StatusPanel.Text(), "Status: Parity Error"); });
+  bench.At(11100, [&] { EXPECT_EQ(main.StatusPanel.Text(), "Status: "); });
+  bench.RunUntil(12000);
+  EXPECT_EQ(Bits(main.picLED_ON.Visible(), main.picLED_OFF.Visible()), "10");
+}
+
+TEST(WholeProgram, WindowsComeBackWhereTheyStoodUnlessThatIsOutOfSight) {
+  for (const bool minimised : {false, true}) {
+    ProgramBench bench;
+    bench.At(500, [&] { bench.module.main.Minimised = minimised; });
+    bench.RunUntil(1000);
+    EXPECT_EQ(bench.store.values.contains({"Settings", "MainWidth"}), !minimised);
+    EXPECT_EQ(bench.module.main.Place().width, 6500);
+  }
+  // What is stored, and the place.
+  for (const auto& row : Rows(R"(
+- | 500,800 || abc | 500,800 || -20.5 | -20.5,-20.5 || -9000 | 400,600 || 15000 | 15000,15000
+15001 | 400,600
+)")) {
+    ProgramBench bench;
+    frmPrgress& progress = bench.module.progress;
+    progress.screenWidth = progress.screenHeight = 15000;
+    for (const char* key : {"ProgressLeft", "ProgressTop"}) bench.Store("Settings", key, row[0]);
+    progress.Load();
+    EXPECT_EQ(NumberText(progress.Place().left) + "," + NumberText(progress.Place().top), row[1]);
+  }
+}
+
+TEST(WholeProgram, HelpOpensTheFileBesideTheProgramAndTellsWhenItCannot) {
+  ProgramBench bench;
+  bench.module.main.mnuHelpContents.Click();
+  bench.module.main.ShowHelp(HelpCommand::Context, "#page");
+  EXPECT_TRUE(bench.prompts.shown.empty());
+  bench.help.error = "no such file";
+  bench.module.main.mnuHelpSearchForHelpOn.Click();
+  const std::string file = "/program/Oriolemark.hlp";
+  const decltype(bench.help.opened) opened = {{file, HelpCommand::Contents},
+                                              {file + "#page", HelpCommand::Context},
+                                              {file, HelpCommand::PartialKey}};
+  EXPECT_EQ(bench.help.opened, opened);
+  EXPECT_EQ(bench.prompts.shown, std::vector<Message>{{.systemText = "no such file"}});
 }
 
 }  // namespace
