@@ -15,6 +15,7 @@
 #include "drivers/SerialSettings.h"
 #include "link/SerialEvents.h"
 #include "support/RecordingPrompts.h"
+#include "support/Tables.h"
 
 namespace oriolemark {
 namespace {
@@ -167,37 +168,36 @@ TEST_F(BadLine, ALineThatTakesNothingIsClosedWithinTwoSecondsAndDropsWhatHasNotL
 }
 
 TEST_F(BadLine, APortThatDoesNotOpenNamesItselfAndTheCure) {
-  const auto expectRefusal = [](const std::string& path, const char* baud, const std::string& why) {
+  // "$" is where the port is named.
+  const auto expectRefusal = [](const std::string& path, const std::string& why,
+                                const char* baud = "9600") {
     Line line(path);
     line.settings.BaudRate = baud;
     line.rs232.RS232Init();
     EXPECT_FALSE(line.state.LinkOpened);
     EXPECT_FALSE(line.port.IsOpen());
-    EXPECT_EQ(line.prompts.shown, std::vector{Failure("RS232 Init", why)});
+    const std::string text = Filled(why, '$', "\n\nCOM1 is " + path + ". ");
+    EXPECT_EQ(line.prompts.shown, std::vector{Failure("RS232 Init", text)});
   };
   // Of this process alone: ports are locked by their names.
-  const std::string none = "/dev/none" + std::to_string(::getpid());
-  expectRefusal(none, "9600",
-                "No such file or directory\n\nCOM1 is " + none +
-                    ". Plug it in, or choose another port in the options.");
+  expectRefusal("/dev/none" + std::to_string(::getpid()),
+                "No such file or directory$Plug it in, or choose another port in the options.");
   Cable cable;
-  expectRefusal(cable.path, "fast", "Invalid argument\n\nInvalid serial settings: fast,n,8,1.");
-  const std::string is = "\n\nCOM1 is " + cable.path + ". ";
+  expectRefusal(cable.path, "Invalid argument\n\nInvalid serial settings: fast,n,8,1.", "fast");
   {
     Line other(cable.path);
     other.rs232.RS232Init();
-    expectRefusal(cable.path, "9600",
-                  "Permission error while locking the device" + is +
-                      "Close the other program that is using it.");
+    expectRefusal(cable.path,
+                  "Permission error while locking the device$"
+                  "Close the other program that is using it.");
   }
   const std::string owner = QFileInfo(QString::fromStdString(cable.path)).group().toStdString();
   const std::string group = owner.empty() || owner == "root" ? "dialout" : owner;
   ::chmod(cable.path.c_str(), 0);
   // With the rights of somebody else, where the test has others to give up.
   const bool stranger = ::geteuid() == 0 && ::seteuid(65534) == 0;
-  expectRefusal(
-      cable.path, "9600",
-      "Permission denied" + is + "To get access, join the group " + group + ", then log in again.");
+  expectRefusal(cable.path, "Permission denied$To get access, join the group " + group +
+                                ", then log in again.");
   EXPECT_EQ(stranger ? ::seteuid(0) : 0, 0);
 }
 

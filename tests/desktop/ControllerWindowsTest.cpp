@@ -52,11 +52,11 @@ TEST_F(Windows, ASettingIsEditedByKeysAlone) {
        },
        Later(Keys({Qt::Key_V, Qt::Key_Return})),
        [](MainModule& module) {
-         auto* tree = dynamic_cast<QTreeWidget*>(Focus());
-         ASSERT_NE(tree, nullptr);
-         ASSERT_NE(tree->currentItem(), nullptr);
-         EXPECT_EQ(tree->currentItem()->text(0), "Method [VIDEO]") << "in the tree built anew";
-         EXPECT_TRUE(tree->currentItem()->parent()->isExpanded());
+         EXPECT_EQ(Focus(), Shown("CtrlTreeView"));
+         const QTreeWidgetItem* item = The<QTreeWidget>("CtrlTreeView").currentItem();
+         ASSERT_NE(item, nullptr);
+         EXPECT_EQ(item->text(0), "Method [VIDEO]") << "in the tree built anew";
+         EXPECT_TRUE(item->parent()->isExpanded());
          module.controlDocument.CtrlChanged = false;  // no question at the end
        }},
       16);
@@ -69,7 +69,25 @@ struct PromptsTest : testing::Test, Application {
   static void Then(const std::function<void(QWidget&)>& act) {
     QTimer::singleShot(50, [act] { act(*QApplication::activeModalWidget()); });
   }
+  // The name that a new dialog gives when the user has gone down its filters and typed this.
+  // Nothing typed cancels it.
+  std::string Save(const QString& typed, int filter = 0) {
+    Then([=, this](QWidget& dialog) {
+      began = dynamic_cast<QFileDialog&>(dialog).directory().absolutePath();
+      for (int down = 0; down < filter; ++down)
+        QTest::keyClick(dialog.findChild<QComboBox*>("fileTypeCombo"), Qt::Key_Down);
+      dialog.findChild<QLineEdit*>("fileNameEdit")->setText(typed);
+      QTest::keyClick(&dialog, typed.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
+    });
+    QtSettingsStore anew;
+    return QtPrompts(waiting, anew, printer)
+        .AskFileName({.action = FileAction::Save,
+                      .title = "Save",
+                      .filter = "Control Files (*.cfx)|*.cfx|Text Files (*.txt)|*.txt|"
+                                "All Files (*.*)|*.*"});
+  }
 
+  QString began;  // the folder that the dialog began in
   QtEventSource events;
   Waiting waiting{events};
   const QTemporaryDir home;
@@ -81,66 +99,52 @@ struct PromptsTest : testing::Test, Application {
 
 TEST_F(PromptsTest, ANameIsSavedWithTheChosenFiltersExtensionInTheFolderOfTheLastOne) {
   const QTemporaryDir folder;
-  const std::string path = folder.filePath("name").toStdString();
+  const QString path = folder.filePath("name");
   const char* const endings[] = {".cfx", ".txt", ""};
   for (int filter = 0; filter < 3; ++filter) {
-    Then([&](QWidget& dialog) {
-      for (int down = 0; down < filter; ++down)
-        QTest::keyClick(dialog.findChild<QComboBox*>("fileTypeCombo"), Qt::Key_Down);
-      auto* line = dialog.findChild<QLineEdit*>("fileNameEdit");
-      for (const QString& typed : {folder.path(), QString("name")}) {
-        if (filter > 0 && typed != "name") continue;
-        line->setText(typed);
-        QTest::keyClick(line, Qt::Key_Return);
-      }
-    });
-    EXPECT_EQ(prompts.AskFileName({.action = FileAction::Save,
-                                   .title = "Save",
-                                   .filter = "Control Files (*.cfx)|*.cfx|Text Files (*.txt)|*.txt|"
-                                             "All Files (*.*)|*.*"}),
-              path + endings[filter]);
+    EXPECT_EQ(Save(filter == 0 ? path : "name", filter), path.toStdString() + endings[filter]);
   }
 }
 
 TEST_F(PromptsTest, ADialogBeginsInTheFolderOfTheLastFileAlsoAfterARestartUnlessItHasGone) {
   auto folder = std::make_unique<QTemporaryDir>();
-  // The folder that the dialog begins in, and the name typed there.
-  const auto ask = [&](const QString& typed) {
-    QString began;
-    Then([&](QWidget& dialog) {
-      began = dynamic_cast<QFileDialog&>(dialog).directory().absolutePath();
-      dialog.findChild<QLineEdit*>("fileNameEdit")->setText(typed);
-      QTest::keyClick(&dialog, typed.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
-    });
-    QtSettingsStore anew;
-    QtPrompts(waiting, anew, printer)
-        .AskFileName({.action = FileAction::Save, .title = "", .filter = ""});
-    return began;
-  };
-  EXPECT_EQ(ask(folder->filePath("name")), QDir::homePath());
-  EXPECT_EQ(ask({}), folder->path());
-  EXPECT_EQ(ask({}), folder->path()) << "cancelled before";
+  Save(folder->filePath("name"));
+  EXPECT_EQ(began, QDir::homePath());
+  for (const char* what : {"saved", "cancelled"}) {
+    Save({});
+    EXPECT_EQ(began, folder->path()) << what << " before";
+  }
   folder.reset();
-  EXPECT_EQ(ask({}), QDir::homePath());
+  Save({});
+  EXPECT_EQ(began, QDir::homePath());
+}
+
+TEST_F(PromptsTest, AMessageOfAMegabyteIsShownInPart) {
+  Then([](QWidget& box) {
+    EXPECT_LT(box.property("text").toString().size(), 3000);
+    EXPECT_LT(box.width(), 1300);
+    QTest::keyClick(&box, Qt::Key_Escape);
+  });
+  prompts.Show({.text = "Save?", .systemText = std::string(1'000'000, 'w')});
 }
 
 TEST_F(PromptsTest, AMessageIsAnsweredByItsButtonsAndMutedWhereItsBoxIsTicked) {
   constexpr auto kEscape = QMessageBox::NoButton, kReturn = QMessageBox::Help;  // keys
   using enum MessageButtons;
-  const std::tuple<MessageButtons, bool, bool, QMessageBox::StandardButton, MessageAnswer> rows[] =
-      {{Ok, false, false, QMessageBox::Ok, MessageAnswer::Ok},
-       {Ok, true, true, QMessageBox::Ok, MessageAnswer::OkAndMute},
-       {YesNoCancel, false, false, kReturn, MessageAnswer::Yes},
-       {YesNoCancel, false, false, QMessageBox::No, MessageAnswer::No},
-       {YesNoCancel, false, false, kEscape, MessageAnswer::Cancel},
-       {YesNo, false, false, QMessageBox::Yes, MessageAnswer::Yes},
-       {YesNo, false, false, kReturn, MessageAnswer::No},
-       {YesNo, false, false, kEscape, MessageAnswer::No}};
-  for (const auto& [buttons, mayMute, ticked, button, answer] : rows) {
-    Then([mayMute = mayMute, ticked = ticked, button = button](QWidget& widget) {
+  const std::tuple<MessageButtons, bool, QMessageBox::StandardButton, MessageAnswer> rows[] = {
+      {Ok, false, QMessageBox::Ok, MessageAnswer::Ok},
+      {Ok, true, QMessageBox::Ok, MessageAnswer::OkAndMute},
+      {YesNoCancel, false, kReturn, MessageAnswer::Yes},
+      {YesNoCancel, false, QMessageBox::No, MessageAnswer::No},
+      {YesNoCancel, false, kEscape, MessageAnswer::Cancel},
+      {YesNo, false, QMessageBox::Yes, MessageAnswer::Yes},
+      {YesNo, false, kReturn, MessageAnswer::No},
+      {YesNo, false, kEscape, MessageAnswer::No}};
+  for (const auto& [buttons, mayMute, button, answer] : rows) {
+    Then([mayMute = mayMute, button = button](QWidget& widget) {
       const auto& box = dynamic_cast<QMessageBox&>(widget);
       EXPECT_EQ(box.checkBox() != nullptr, mayMute);
-      if (ticked) QTest::keyClick(box.checkBox(), Qt::Key_Space);
+      if (mayMute) QTest::keyClick(box.checkBox(), Qt::Key_Space);
       const bool byKey = button == kEscape || button == kReturn;
       QTest::keyClick(byKey ? &widget : box.button(button),
                       button == kEscape ? Qt::Key_Escape : Qt::Key_Return);

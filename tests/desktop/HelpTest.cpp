@@ -6,14 +6,10 @@
 #include "desktop/HelpFile.h"
 #include "desktop/HelpWindow.h"
 #include "desktop/RunWindows.h"
+#include "support/FileFolder.h"
 
 namespace oriolemark {
 namespace {
-
-QByteArray ReadAll(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 struct Help : testing::Test, Application {};
 
@@ -21,7 +17,8 @@ TEST_F(Help, NoLinkNoEntryOfTheContentsAndNoKeywordLeadsNowhere) {
   HelpFile file(HELP_FILE_PATH);
   ASSERT_FALSE(file.Failure()) << file.Failure()->toStdString();
   EXPECT_FALSE(file.Engine().documentsForKeyword("Zoom").isEmpty());
-  QMap<QUrl, QByteArray> sources{{file.StartPage(), ReadAll(HELP_PROJECT_PATH)}};
+  QMap<QUrl, QByteArray> sources{
+      {file.StartPage(), QByteArray::fromStdString(FileFolder::Bytes(HELP_PROJECT_PATH))}};
   const auto pages = file.Engine().files(file.StartPage().host(), QString(), "html");
   for (const QUrl& page : pages) sources[page] += file.Engine().fileData(page);
   static const QRegularExpression kLink("(?:href|src|ref)=\"([^\"]*)\"");
@@ -38,19 +35,18 @@ TEST_F(Help, NoLinkNoEntryOfTheContentsAndNoKeywordLeadsNowhere) {
 }
 
 TEST_F(Help, AFileThatCannotBeShownIsDescribedAndShowsNoWindow) {
-  const QByteArray good = ReadAll(HELP_FILE_PATH);
-  const QTemporaryDir folder;
-  QFile file(folder.filePath("broken.hlp"));
+  const std::string good = FileFolder::Bytes(HELP_FILE_PATH);
+  const FileFolder files;
+  const std::string broken = files.folder + "/broken.hlp";
   HelpWindow window(nullptr);
-  const auto open = [&](const QString& path) {
-    return window.Open(path.toStdString(), HelpCommand::Contents, {}).value_or("");
+  const auto open = [&](const std::string& path) {
+    return window.Open(path, HelpCommand::Contents, {}).value_or("");
   };
-  EXPECT_NE(open(folder.path()), "");
-  for (const auto& bytes : {QByteArray(), QByteArray("no help"), good.left(good.size() / 2)}) {
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    file.close();
-    EXPECT_NE(open(file.fileName()), "") << bytes.size();
+  EXPECT_NE(open(files.folder), "");
+  for (const auto& bytes :
+       {std::string(), std::string("no help"), good.substr(0, good.size() / 2)}) {
+    FileFolder::Put(broken, bytes);
+    EXPECT_NE(open(broken), "") << bytes.size();
     EXPECT_FALSE(window.isVisible());
   }
   EXPECT_EQ(open(HELP_FILE_PATH), "");

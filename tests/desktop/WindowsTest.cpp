@@ -228,10 +228,9 @@ TEST_F(Windows, TheMainWindowFitsASmallScreenWithItsLamp) {
        }});
 }
 
-TEST_F(Windows, ANameOfAMegabyteMakesNoTitleNoEntryAndNoMessageLong) {
+TEST_F(Windows, ANameOfAMegabyteMakesNoTitleAndNoEntryLong) {
   const std::string name = "[*]&" + std::string(1'000'000, 'w') + ".ctl";
-  Run({AddView,
-       [&](MainModule& module) {
+  Run({AddView, [&](MainModule& module) {
          module.sheet.WaveViews[0]->SetCaption(name);
          module.main.mnuFileNew.SetCaption(name);
          module.main.StatusPanel.SetText(name);
@@ -242,17 +241,6 @@ TEST_F(Windows, ANameOfAMegabyteMakesNoTitleNoEntryAndNoMessageLong) {
            EXPECT_LT(widget->windowTitle().size() + widget->minimumSizeHint().width(), 5000)
                << widget->metaObject()->className() << widget->objectName().toStdString();
          }
-         module.controlDocument.CtrlChanged = true;
-         module.controlDocument.CtrlFileName = name;
-       },
-       Later([](MainModule& module) { module.main.mnuFileExit.Click(); }),
-       [](MainModule& module) {
-         QWidget* box = QApplication::activeModalWidget();
-         ASSERT_NE(box, nullptr);
-         EXPECT_LT(box->property("text").toString().size(), 3000);
-         EXPECT_LT(box->width(), 1300);
-         Press({Qt::Key_Escape});
-         module.controlDocument.CtrlChanged = false;
        }});
 }
 
@@ -299,10 +287,9 @@ TEST_F(Windows, AFileIsDroppedAnywhereOnTheMainWindowButNotBehindADialog) {
     steps.push_back(told);
   }
   steps.push_back(Later([](MainModule& module) { module.main.mnuFileNew.Click(); }));
-  steps.push_back([=](MainModule& module) {
+  steps.push_back([=](MainModule&) {
     EXPECT_FALSE(drop("frmMain", gone));
     Press({Qt::Key_Escape});
-    module.sheet.Modified = false;
   });
   Run(steps);
 }
