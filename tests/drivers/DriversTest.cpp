@@ -10,9 +10,7 @@
 #include "drivers/ChosenUsb.h"
 #include "drivers/LibraryGpib.h"
 #include "drivers/QtSettingsStore.h"
-#include "libs/Scripts.h"
-#include "link/GPIBFunc.h"
-#include "link/USB_FUNC.h"
+#include "libs/Script.h"
 #include "support/ProgramBench.h"
 
 namespace oriolemark {
@@ -23,35 +21,34 @@ using Texts = std::vector<std::string>;
 const std::string kLibraries = TEST_LIBRARIES;  // their folder, with its slash
 
 struct DriversTest : ::testing::Test {
-  template <typename Script>
-  Script& UseLibrary(const std::string& key, const std::string& name) {
-    store.Write("Drivers", key, kLibraries + name);
-    held.emplace_back(Texts{kLibraries + name}, Exports{{"Script"}});
-    return *held.back().Find<Script*()>("Script")() = {};
-  }
-  GpibScript& UseGpib(const std::string& name) {
-    return UseLibrary<GpibScript>("GpibLibrary", "gpib_by_" + name + ".so");
+  // The library that gives its status words by function or by variable.
+  LibraryScript& Use(const std::string& key, const std::string& name) {
+    const std::string path = kLibraries + "by_" + name + ".so";
+    store.Write("Drivers", key, path);
+    held.emplace_back(Texts{path}, Exports{{"Script"}});
+    return *held.back().Find<LibraryScript*()>("Script")() = {};
   }
 
   std::vector<SharedLibrary> held;
   MemoryStore store;
   VirtualClock clock;
   RecordingPrompts prompts{clock};
-  LinkSettings settings;
-  LinkState state;
   LibraryGpib gpibDriver{store};
-  GPIBFunc gpib{gpibDriver, {settings, state, clock.waiting, prompts}};
   int eventsServed = 0;
   Milliseconds now{0};
   ChosenUsb usbDriver{store,
                       {[this] { return now; }, [this](auto time) { now += time; },
                        [this] { return eventsServed; }}};
-  USB_FUNC usb{usbDriver, {settings, state, clock.waiting, prompts}};
+  FakeSerialPort port{clock};
+  const LinkSettings settings;
+  ScopeLink link{port, gpibDriver, usbDriver, settings, clock.waiting, prompts};
+  GPIBFunc& gpib = link.gpib;
+  USB_FUNC& usb = link.usb;
 };
 
 TEST_F(DriversTest, GpibLibraryThatDoesNotServeFailsEachCallAndSaysWhy) {
   const std::string kCutShort = ::testing::TempDir() + "cut_short.so";
-  std::filesystem::copy_file(kLibraries + "gpib_by_function.so", kCutShort,
+  std::filesystem::copy_file(kLibraries + "by_function.so", kCutShort,
                              std::filesystem::copy_options::overwrite_existing);
   std::filesystem::resize_file(kCutShort, 1000);
   const std::pair<std::string, std::string> rows[] = {
@@ -72,10 +69,10 @@ TEST_F(DriversTest, GpibLibraryThatDoesNotServeFailsEachCallAndSaysWhy) {
 }
 
 TEST_F(DriversTest, EachConnectLooksForTheLibraryThatIsAskedForThen) {
-  const GpibScript& first = UseGpib("function");
+  const LibraryScript& first = Use("GpibLibrary", "function");
   gpib.GPIBInit();
-  const GpibScript& second = UseGpib("variable");
-  EXPECT_EQ(gpibDriver.Meaning(), "GPIB library: " + kLibraries + "gpib_by_variable.so");
+  const LibraryScript& second = Use("GpibLibrary", "variable");
+  EXPECT_EQ(gpibDriver.Meaning(), "GPIB library: " + kLibraries + "by_variable.so");
   gpib.GPIBSend("a");
   gpibDriver.ibwrt(0, "");
   gpib.GPIBInit();
@@ -85,7 +82,7 @@ TEST_F(DriversTest, EachConnectLooksForTheLibraryThatIsAskedForThen) {
 
 TEST_F(DriversTest, StatusWordsComeWholeHoweverTheLibraryGivesThem) {
   for (const char* name : {"function", "variable"}) {
-    GpibScript& script = UseGpib(name);
+    LibraryScript& script = Use("GpibLibrary", name);
     gpib.GPIBInit();
     for (int bit = 0; bit < 32; ++bit) {
       script.ibsta = static_cast<int>(1U << bit);
@@ -106,8 +103,8 @@ TEST_F(DriversTest, StatusWordsComeWholeHoweverTheLibraryGivesThem) {
 }
 
 TEST_F(DriversTest, RepliesOfEverySizeComeThroughBothLibraries) {
-  GpibScript& gpibScript = UseGpib("function");
-  UsbScript& usbScript = UseLibrary<UsbScript>("UsbLibrary", "usb.so");
+  LibraryScript& gpibScript = Use("GpibLibrary", "function");
+  LibraryScript& usbScript = Use("UsbLibrary", "variable");
   gpib.GPIBInit();
   const auto progress = [](std::size_t) {};
   for (const std::size_t size : {1, 2, 254, 255, 256, 1024, 1025, 100000}) {
@@ -122,18 +119,18 @@ TEST_F(DriversTest, RepliesOfEverySizeComeThroughBothLibraries) {
 }
 
 TEST_F(DriversTest, UsbLibraryIsUsedIfItServesAndEachFailureComesThrough) {
-  UsbScript& script = UseLibrary<UsbScript>("UsbLibrary", "usb.so");
+  LibraryScript& script = Use("UsbLibrary", "variable");
   EXPECT_EQ(usbDriver.GetDeviceNum(), 3);
   std::array<std::uint8_t, 4> screen{};
   usb.USBReadScreen(1, screen, 3);
-  EXPECT_EQ(script.controls, "8 0 80 0 9 3 0 0 7 1 9 0 ");
+  EXPECT_EQ(script.calls, "8 0 80 0 9 3 0 0 7 1 9 0 ");
   EXPECT_EQ(screen, (std::array<std::uint8_t, 4>{0, 7, 7, 7}));
   EXPECT_FALSE(usbDriver.Bulk_DataTransfer_Read(0, 5, screen));
   for (const std::string operation : {"Write_USB", "count", "fetch"}) {
-    script = {.reply = "1\n", .failing = operation};
+    script = {.failing = operation, .reply = "1\n"};
     usb.USBSend("A");
     usb.USBRead();
-    EXPECT_EQ(script.written, operation == "Write_USB" ? "A" : "A\r");
+    EXPECT_EQ(script.calls, operation == "Write_USB" ? "A" : "A\r");
     EXPECT_EQ(prompts.Told(), Texts{"Can't Connect to USB Device"});
   }
   store.Write("Drivers", "UsbLibrary", "libm.so.6");
@@ -143,7 +140,7 @@ TEST_F(DriversTest, UsbLibraryIsUsedIfItServesAndEachFailureComesThrough) {
 }
 
 TEST_F(DriversTest, SilentInstrumentEndsAWaitThatServesNoEventsAfterFiveSeconds) {
-  UseLibrary<UsbScript>("UsbLibrary", "usb.so");
+  Use("UsbLibrary", "variable");
   usb.USBSend("?");
   EXPECT_EQ(usb.USBRead() + usb.USBRead(), "");
   EXPECT_EQ(now, Milliseconds(10000));
