@@ -4,54 +4,33 @@
 
 namespace oriolemark {
 
-// The settings in the order of the record.
-#define NAMED(setting) \
-  { #setting, &CtrlSettings::setting }
-inline constexpr std::pair<const char*, std::string CtrlSettings::*> kRecord[] = {
-    NAMED(RunStop),       NAMED(CH1Display),   NAMED(CH1VoltDiv),    NAMED(CH1Offset),
-    NAMED(CH1Coupling),   NAMED(CH1BWLimit),   NAMED(CH1Probe),      NAMED(CH1Invert),
-    NAMED(CH2Display),    NAMED(CH2VoltDiv),   NAMED(CH2Offset),     NAMED(CH2Coupling),
-    NAMED(CH2BWLimit),    NAMED(CH2Probe),     NAMED(CH2Invert),     NAMED(TimeDiv),
-    NAMED(TimeDelay),     NAMED(Holdoff),      NAMED(MemorySize),    NAMED(MemOffset),
-    NAMED(TimeFormat),    NAMED(TrigMethod),   NAMED(TrigSlope),     NAMED(TrigSource),
-    NAMED(TrigMode),      NAMED(TrigCoupling), NAMED(PulseMode),     NAMED(PulseWidth),
-    NAMED(VideoPolarity), NAMED(VideoSync),    NAMED(VideoStandard), NAMED(LineNumber),
-    NAMED(TrigLevel),     NAMED(SamplingMode), NAMED(Acquisition),   NAMED(Averages),
-    NAMED(Intensity),     NAMED(AntiAliasing), NAMED(DisplayType),   NAMED(Persist),
-    NAMED(Grid)};
-#undef NAMED
-static_assert(std::size(kRecord) == 41);
+// The settings in the order of the record, without the offset in the memory, which never goes over
+// the wire.
+inline const auto kSettings = Split(
+    "RunStop CH1Display CH1VoltDiv CH1Offset CH1Coupling CH1BWLimit CH1Probe CH1Invert CH2Display "
+    "CH2VoltDiv CH2Offset CH2Coupling CH2BWLimit CH2Probe CH2Invert TimeDiv TimeDelay Holdoff "
+    "MemorySize TimeFormat TrigMethod TrigSlope TrigSource TrigMode TrigCoupling PulseMode "
+    "PulseWidth VideoPolarity VideoSync VideoStandard LineNumber TrigLevel SamplingMode "
+    "Acquisition Averages Intensity AntiAliasing DisplayType Persist Grid",
+    ' ');
 
-// What stands before the value on the wire, in the order of the record. The run state is asked for
-// under another name, and the offset in the memory never goes over the wire.
-inline const auto kHeads = Rows(R"(
-:TRIGGER:STATUS: || :CHANNEL1:DISPLAY: || :CHANNEL1:RANGE: || :CHANNEL1:OFFSET:
-:CHANNEL1:COUPLING: || :CHANNEL1:BWLimit: || :CHANNEL1:PROBE: || :CHANNEL1:INVERT:
-:CHANNEL2:DISPLAY: || :CHANNEL2:RANGE: || :CHANNEL2:OFFSET: || :CHANNEL2:COUPLING:
-:CHANNEL2:BWLimit: || :CHANNEL2:PROBE: || :CHANNEL2:INVERT: || :TimeBase:RANGE:
-:TimeBase:TRIGGER DELAY: || :TimeBase:Holdoff: || :DATA:SysMemSize: || - || :TimeBase:FORMAT:
-:TRIGGER:METHOD: || :TRIGGER:SLOPE: || :TRIGGER:Source: || :TRIGGER:MODE: || :TRIGGER:COUPLING:
-:TRIGGER:PULSE MODE: || :TRIGGER:PULSE WIDTH: || :TRIGGER:POLARITY: || :TRIGGER:SYNC:
-:TRIGGER:VIDEO STANDARD: || :TRIGGER:LINE_NUM: || :TRIGGER:LEVEL: || :ACQUIRE:SAMPLING:
-:ACQUIRE:ACQUISITION: || :ACQUIRE:AVERAGES: || :ACQUIRE:INTENSITY: || :ACQUIRE:ANTI-ALIASING:
-:DISPLAY:TYPE: || :DISPLAY:PERSIST: || :DISPLAY:GRID:
-)");
-
-inline std::size_t PlaceOf(std::string_view setting) {
-  const auto found = std::ranges::find(kRecord, setting, [](auto& row) { return row.first; });
-  if (found == std::end(kRecord)) throw std::invalid_argument(std::string(setting));
-  return static_cast<std::size_t>(found - kRecord);
+inline const Parameter& ParameterNamed(std::string_view setting) {
+  const auto found = std::ranges::find(kSettings, setting);
+  if (found == kSettings.end()) throw std::invalid_argument(std::string(setting));
+  return Parameters()[static_cast<std::size_t>(found - kSettings.begin())];
 }
 inline std::string& ValueOf(CtrlSettings& settings, std::string_view setting) {
-  return settings.*kRecord[PlaceOf(setting)].second;
+  return setting == "MemOffset" ? settings.MemOffset : settings.*ParameterNamed(setting).field;
 }
-inline const std::string& HeadOf(std::string_view setting) {
-  return kHeads[PlaceOf(setting)][0];
+// What stands before the value in a command.
+inline std::string HeadOf(std::string_view setting) {
+  return ParameterNamed(setting).Setting("");
 }
 // Every setting holds this text and its own name.
 inline CtrlSettings Named(const std::string& text) {
   CtrlSettings settings;
-  for (const auto& [name, field] : kRecord) settings.*field = text + name;
+  settings.MemOffset = text + "MemOffset";
+  for (const auto& name : kSettings) ValueOf(settings, name) = text + name;
   return settings;
 }
 // Sets some: "RunStop=STOP; CH1Display=OFF".
@@ -62,9 +41,9 @@ inline void Set(CtrlSettings& settings, const std::string& changes) {
   }
 }
 // The 41 values with bars between them.
-inline std::string Listed(const CtrlSettings& settings) {
-  std::string values;
-  for (const auto& [name, field] : kRecord) values += settings.*field + "|";
+inline std::string Listed(CtrlSettings settings) {
+  std::string values = settings.MemOffset;
+  for (const auto& name : kSettings) values += "|" + ValueOf(settings, name);
   return values;
 }
 
@@ -83,7 +62,8 @@ struct ControllerBench : ProgramBench {
   }
   // Each question is answered by this text and the name of its setting.
   void AnswerNamed(const std::string& text) {
-    for (const auto& [name, field] : kRecord) port.lies[HeadOf(name) + "?"] = text + name + "\n";
+    for (const auto& name : kSettings)
+      port.lies[ParameterNamed(name).Question()] = text + name + "\n";
   }
   // Commands since the last call, with ';' between them.
   std::string Sent() {
