@@ -40,7 +40,7 @@ struct DriversTest : ::testing::Test {
                       {[this] { return now; }, [this](auto time) { now += time; },
                        [this] { return eventsServed; }}};
   FakeSerialPort port{clock};
-  const LinkSettings settings;
+  const LinkSettings settings{.UsbDevice = 2};
   ScopeLink link{port, gpibDriver, usbDriver, settings, clock.waiting, prompts};
   GPIBFunc& gpib = link.gpib;
   USB_FUNC& usb = link.usb;
@@ -121,11 +121,6 @@ TEST_F(DriversTest, RepliesOfEverySizeComeThroughBothLibraries) {
 TEST_F(DriversTest, UsbLibraryIsUsedIfItServesAndEachFailureComesThrough) {
   LibraryScript& script = Use("UsbLibrary", "variable");
   EXPECT_EQ(usbDriver.GetDeviceNum(), 3);
-  std::array<std::uint8_t, 4> screen{};
-  usb.USBReadScreen(1, screen, 3);
-  EXPECT_EQ(script.calls, "8 0 80 0 9 3 0 0 7 1 9 0 ");
-  EXPECT_EQ(screen, (std::array<std::uint8_t, 4>{0, 7, 7, 7}));
-  EXPECT_FALSE(usbDriver.Bulk_DataTransfer_Read(0, 5, screen));
   for (const std::string operation : {"Write_USB", "count", "fetch"}) {
     script = {.failing = operation, .reply = "1\n"};
     usb.USBSend("A");
@@ -137,6 +132,28 @@ TEST_F(DriversTest, UsbLibraryIsUsedIfItServesAndEachFailureComesThrough) {
   EXPECT_EQ(usbDriver.GetDeviceNum(), 0);
   EXPECT_TRUE(usbDriver.Meaning().starts_with(
       "Built-in USB driver. The library named in the settings cannot be used: libm.so.6: lacks "));
+}
+
+TEST_F(DriversTest, UsbScreenIsSelectedCountedAddressedAndReadUntilOneFails) {
+  LibraryScript& script = Use("UsbLibrary", "variable");
+  std::vector<std::uint8_t> buffer(76801 + 16, 1);
+  std::string calls;
+  // What fails, and the last call then.
+  for (const auto& row :
+       Rows("8 | 2 8 0 80 0 || 9 | 2 9 11264 1 0 || 7 | 2 7 16 9 0 || bulk | 2")) {
+    EXPECT_EQ(buffer, std::vector<std::uint8_t>(buffer.size(), 1));
+    script = {.failing = row[0]};
+    usb.USBReadScreen(16, buffer, 76800);
+    calls += row[1] + " ";
+    EXPECT_EQ(script.calls, calls);
+  }
+  script = {};
+  usb.USBReadScreen(16, buffer, 76800);
+  const std::set<std::uint8_t> screen(buffer.begin() + 16, buffer.end() - 1);
+  EXPECT_EQ(screen, std::set<std::uint8_t>{7});
+  EXPECT_EQ(buffer[15] + buffer.back(), 2);
+  EXPECT_TRUE(prompts.shown.empty());
+  EXPECT_FALSE(usbDriver.Bulk_DataTransfer_Read(0, 5, std::span(buffer).first(4)));
 }
 
 TEST_F(DriversTest, SilentInstrumentEndsAWaitThatServesNoEventsAfterFiveSeconds) {

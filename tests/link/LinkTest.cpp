@@ -162,25 +162,6 @@ TEST_F(TransportsTest, UsbBlockReadEndsAfterFiftyTicksOrByTheClose) {
   ExpectShown({});
 }
 
-TEST(Transports, UsbScreenIsSelectedCountedAddressedAndReadUntilOneFails) {
-  const std::vector<std::vector<int>> transfers{
-      {2, 8, 0, 80}, {2, 9, 11264, 1}, {2, 7, 16, 9}, {2, 76800}};
-  for (std::size_t succeed = 0; succeed <= transfers.size(); ++succeed) {
-    LinkBench bench;
-    bench.settings.UsbDevice = 2;
-    bench.usbDriver.screen = "abc";
-    bench.usbDriver.operationsLeft = static_cast<int>(succeed);
-    std::vector<std::uint8_t> buffer(76801 + 16, '-');
-    bench.usb.USBReadScreen(16, buffer, 76800);
-    std::vector<std::vector<int>> asked = transfers;
-    asked.resize(std::min(succeed + 1, transfers.size()));
-    EXPECT_EQ(bench.usbDriver.transfers, asked);
-    EXPECT_EQ(std::string(buffer.begin() + 15, buffer.begin() + 20),
-              succeed == transfers.size() ? "-abc-" : "-----");
-    EXPECT_TRUE(bench.prompts.shown.empty());
-  }
-}
-
 TEST(Transports, ClosingProgramAsksNothingButStillSends) {
   for (const int ioType : {kLinkUsb, kLinkGpib, kLinkRS232}) {
     LinkBench bench;

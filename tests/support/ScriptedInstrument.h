@@ -114,37 +114,26 @@ class FakeUsb : public UsbDriver {
   }
   bool Read_USB(int, int phase, int count, std::span<std::uint8_t> buffer) override {
     if (operationsLeft-- <= 0) return false;
-    if (phase != 0) return Take(offered_, count, buffer);
+    if (phase != 0) {
+      std::copy_n(offered_.begin(), count, buffer.begin());
+      offered_.erase(0, static_cast<std::size_t>(count));
+      return true;
+    }
     const bool ready = !offered_.empty() && clock_.Now() >= readyAt_;
     buffer[0] = ready ? static_cast<std::uint8_t>(std::min<std::size_t>(offered_.size(), 255)) : 0;
     emptyPolls_ = ready ? 0 : emptyPolls_ + 1;
-    if (!ready) clock_.Block(pollTime);
-    return emptyPolls_ * pollTime < Milliseconds(5000);
+    if (!ready) clock_.Block(kPollTime);
+    return emptyPolls_ * kPollTime < Milliseconds(5000);
   }
-  bool Control_Command_Send(int device, int request, int value, int index) override {
-    transfers.push_back({device, request, value, index});
-    return operationsLeft-- > 0;
-  }
-  bool Bulk_DataTransfer_Read(int device, int count, std::span<std::uint8_t> buffer) override {
-    transfers.push_back({device, count});
-    return operationsLeft-- > 0 && Take(screen, count, buffer);
-  }
+  bool Control_Command_Send(int, int, int, int) override { return false; }
+  bool Bulk_DataTransfer_Read(int, int, std::span<std::uint8_t>) override { return false; }
 
   int devices = 1;
-  Milliseconds pollTime{2};                 // of an empty poll
-  std::string written;                      // every byte, terminators and all
-  std::vector<std::vector<int>> transfers;  // the arguments of control and of bulk transfers
-  std::string screen;                       // what the bulk read gives, from its first byte on
-  int operationsLeft = 1'000'000'000;       // how many more succeed
+  std::string written;                 // every byte, terminators and all
+  int operationsLeft = 1'000'000'000;  // how many more succeed
 
  private:
-  static bool Take(std::string& from, int count, std::span<std::uint8_t> buffer) {
-    const std::size_t taken =
-        std::min({from.size(), static_cast<std::size_t>(count), buffer.size()});
-    std::copy_n(from.begin(), taken, buffer.begin());
-    from.erase(0, taken);
-    return true;
-  }
+  static constexpr Milliseconds kPollTime{2};  // of an empty poll
 
   VirtualClock& clock_;
   InstrumentScript& script_;

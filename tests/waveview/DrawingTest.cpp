@@ -223,9 +223,14 @@ TEST(CursorReadout, TextsOfVoltsTimesAndFrequencies) {
   }
 }
 
-// The cursors of a view over Record().
+// The cursors of a view over Record(), with the pairs of these letters on.
 struct View {
-  explicit View(double atZoom = 1.0) : zoom(atZoom) { PlaceCursors(cursors); }
+  explicit View(std::string_view pairs = "XY", double atZoom = 1.0) : zoom(atZoom) {
+    PlaceCursors(cursors);
+    cursors.CursorXOn = pairs.find('X') != pairs.npos;
+    cursors.CursorYOn = pairs.find('Y') != pairs.npos;
+    Texts();
+  }
 
   Calls Texts() {
     canvas.Clear({});
@@ -237,12 +242,11 @@ struct View {
   double zoom;
   RecordingCanvas canvas;
   WaveRecord record = Record("DT");
-  WaveCursors cursors{.CursorXOn = true, .CursorYOn = true};
+  WaveCursors cursors;
 };
 
 TEST(DrawCursors, LinesAndMarksComeFromACopyAndTextsFollow) {
   View view;
-  view.Texts();
   // Of each pair the two lines come first, then the marks of each.
   const Calls lines = view.canvas.CallsOf("line ");
   ASSERT_EQ(lines.size(), 28);
@@ -266,9 +270,7 @@ TEST(DrawCursors, ReadoutsStackByWhatIsShownInAColumnThatFollowsTheZoom) {
       {1.2, "X", 3, "1ms", "275,30 FF00FF;275,50 FF00FF;"},
   };
   for (const auto& [zoom, pairs, channels, timeRange, places] : rows) {
-    View view(zoom);
-    view.cursors.CursorXOn = pairs.find('X') != std::string::npos;
-    view.cursors.CursorYOn = pairs.find('Y') != std::string::npos;
+    View view(pairs, zoom);
     view.record.Channels = channels;
     view.record.TimeRange = timeRange;
     std::string found;
@@ -306,17 +308,13 @@ TEST(DescribeWave, WordsWhatIsShown) {
       {"DTR", 2, "Y",
        "Rolling waveform. CH2 2mV per division." + time + " Y cursors apart: CH2 8.0mV."}};
   for (const auto& [kind, channels, pairs, words] : rows) {
-    View view;
-    view.record = Record(kind, channels);
-    view.cursors.CursorXOn = *pairs == 'X';
-    view.cursors.CursorYOn = *pairs == 'Y';
-    view.Texts();
-    EXPECT_EQ(DescribeWave(view.record, view.cursors, view.zoom), words);
+    View view(pairs);
+    EXPECT_EQ(DescribeWave(Record(kind, channels), view.cursors, view.zoom), words);
   }
 }
 
 TEST(DrawCursors, ACursorBeyondTheGridIsDrawnAndMeasuredAtTheClamp) {
-  View view(2.0);
+  View view("XY", 2.0);
   view.cursors.X1Base = -50;
   view.cursors.X2Base = 1000;
   view.cursors.Y1Base = -1;
@@ -330,29 +328,24 @@ TEST(DrawCursors, ACursorBeyondTheGridIsDrawnAndMeasuredAtTheClamp) {
 TEST(SeizeCursors, TakesWhatIsWithinThreePixels) {
   // Which pairs are on, the mouse (cursors stand at 75 and 275 across, 75 and 175 down), which of
   // X1, X2, Y1 and Y2 is seized, and the pointer there.
-  using Held = std::vector<bool>;
   using enum MousePointer;
-  const std::tuple<const char*, bool, bool, Point, Held, MousePointer> rows[] = {
-      {"just within reach", true, false, {277.9, 100}, {false, true, false, false}, WestEast},
-      {"just out of reach", true, false, {278, 100}, {false, false, false, false}, Arrow},
-      {"one of each pair", true, true, {75, 175}, {true, false, false, true}, NorthSouth},
-      {"off the grid, though an arrow", true, true, {75, 20}, {true, false, false, false}, Arrow},
-      {"left of the grid", false, true, {25, 75}, {false, false, true, false}, Arrow},
-      {"just inside the grid", false, true, {25.5, 75}, {false, false, true, false}, NorthSouth}};
-  for (const auto& [name, xOn, yOn, mouse, held, hover] : rows) {
-    View view;
-    view.Texts();
-    WaveCursors& cursors = view.cursors;
-    cursors.CursorXOn = xOn;
-    cursors.CursorYOn = yOn;
+  const std::tuple<const char*, const char*, Point, const char*, MousePointer> rows[] = {
+      {"just within reach", "X", {277.9, 100}, "0100", WestEast},
+      {"just out of reach", "X", {278, 100}, "0000", Arrow},
+      {"one of each pair", "XY", {75, 175}, "1001", NorthSouth},
+      {"off the grid, though an arrow", "XY", {75, 20}, "1000", Arrow},
+      {"left of the grid", "Y", {25, 75}, "0010", Arrow},
+      {"just inside the grid", "Y", {25.5, 75}, "0010", NorthSouth}};
+  for (const auto& [name, pairs, mouse, held, hover] : rows) {
+    WaveCursors cursors = View(pairs).cursors;
     EXPECT_EQ(PointerOver(cursors, mouse, 1.0), hover) << name;
     SeizeCursors(cursors, mouse);
-    EXPECT_EQ((Held{cursors.DragX1, cursors.DragX2, cursors.DragY1, cursors.DragY2}), held) << name;
+    EXPECT_EQ(Bits(cursors.DragX1, cursors.DragX2, cursors.DragY1, cursors.DragY2), held) << name;
   }
 }
 
 TEST(DragCursor, HoldsOneCursorAcrossBeforeOneDown) {
-  View view(2.0);
+  View view("XY", 2.0);
   WaveCursors& cursors = view.cursors;
   cursors.X2Base = cursors.X1Base;
   view.Texts();

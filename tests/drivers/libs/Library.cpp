@@ -72,13 +72,14 @@ short Read_USB(int, int phase, int count, unsigned char* buffer) {
   Take(buffer, count);
   return script.failing != "fetch";
 }
-short Control_Command_Send(int, int request, int value, int index, int length) {
-  for (const int number : {request, value, index, length}) {
+short Control_Command_Send(int device, int request, int value, int index, int length) {
+  for (const int number : {device, request, value, index, length}) {
     script.calls += std::to_string(number) + ' ';
   }
-  return 1;
+  return script.failing != std::to_string(request);
 }
-short Bulk_DataTransfer_Read(int, int count, unsigned char* address) {
+short Bulk_DataTransfer_Read(int device, int count, unsigned char* address) {
+  script.calls += std::to_string(device) + ' ';
   std::fill_n(address, count, static_cast<unsigned char>(7));
   return script.failing != "bulk";
 }
