@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
 #include <filesystem>
 #include <numeric>
 #include <set>
@@ -11,6 +9,7 @@
 #include "drivers/LibraryGpib.h"
 #include "drivers/QtSettingsStore.h"
 #include "libs/Script.h"
+#include "support/FileFolder.h"
 #include "support/ProgramBench.h"
 
 namespace oriolemark {
@@ -47,10 +46,9 @@ struct DriversTest : ::testing::Test {
 };
 
 TEST_F(DriversTest, GpibLibraryThatDoesNotServeFailsEachCallAndSaysWhy) {
-  const std::string kCutShort = ::testing::TempDir() + "cut_short.so";
-  std::filesystem::copy_file(kLibraries + "by_function.so", kCutShort,
-                             std::filesystem::copy_options::overwrite_existing);
-  std::filesystem::resize_file(kCutShort, 1000);
+  const FileFolder place;
+  const std::string kCutShort = place.folder + "/cut_short.so";
+  place.Put(kCutShort, place.Bytes(kLibraries + "by_function.so").substr(0, 1000));
   const std::pair<std::string, std::string> rows[] = {
       {"", "libgpib.so.0: not found; libni4882.so: not found; libgpibapi.so: not found"},
       {"/nowhere/lib.so", "/nowhere/lib.so: not found"},
@@ -200,29 +198,24 @@ TEST_F(DriversTest, ColoursComeFromTwoPalettes) {
 }
 
 TEST(SettingsStore, KeepsTextsAsTheyAreAndReadsWhatAHandHasWritten) {
-  const QString folder = QString::fromStdString(::testing::TempDir()) + "settings";
-  QDir(folder).removeRecursively();
-  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder);
-  QFile file(folder + "/Oriolemark/Oriolemark.ini");
+  const FileFolder home;
+  const std::string file = home.folder + "/Oriolemark/Oriolemark.ini";
+  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, home.folder.c_str());
   const std::string path = "/tmp/\xC3\xBC a,b;\"c\".cfx";
   QtSettingsStore().Write("Recent Ctrl", "RecentFile1", path);
   EXPECT_EQ(QtSettingsStore().Read("Recent Ctrl", "RecentFile1"), path);
-  ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-  EXPECT_TRUE(file.readAll().contains("[Recent%20Ctrl]\nRecentFile1="));
-  file.resize(0);
-  file.write("[General]\nStartupLoadSheet=True\n\n[IO%20Settings]\nBaudRate=1,2\n");
-  file.close();
+  EXPECT_NE(home.Bytes(file).find("[Recent%20Ctrl]\nRecentFile1="), std::string::npos);
+  home.Put(file, "[General]\nStartupLoadSheet=True\n\n[IO%20Settings]\nBaudRate=1,2\n");
   EXPECT_EQ(QtSettingsStore().Read("General", "StartupLoadSheet"), "True");
   EXPECT_EQ(QtSettingsStore().Read("IO Settings", "BaudRate"), "1,2");
   // A text of a size that no program has written counts as none, and goes at the next write.
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write("[Settings]\nA=" + QByteArray(8192, 'x') + "\nB=" + QByteArray(8193, 'x') + "\n");
-  file.close();
+  const std::string longest(8192, 'x');
+  home.Put(file, "[Settings]\nA=" + longest + "\nB=" + longest + "x\n");
   QtSettingsStore store;
-  EXPECT_EQ(store.Read("Settings", "A"), std::string(8192, 'x'));
+  EXPECT_EQ(store.Read("Settings", "A"), longest);
   EXPECT_EQ(store.Read("Settings", "B"), std::nullopt);
   store.Write("Settings", "C", "1");
-  EXPECT_LT(file.size(), 9000);
+  EXPECT_LT(std::filesystem::file_size(file), 9000U);
 }
 
 }  // namespace

@@ -92,12 +92,6 @@ struct Bus : Program {
   Bus() : Program("--socket") { store.Write("Drivers", "GpibLibrary", words.Name()); }
 
   int Open(int address) { return gpib.ibdev(0, address, 0, /* 100 ms */ 9, 1, 0); }
-  // In the order of the calls.
-  static std::string Join(std::initializer_list<std::string> replies) {
-    std::string joined;
-    for (const std::string& reply : replies) joined += reply + ";";
-    return joined;
-  }
   // The status after the command, and the error where it has one.
   std::string Put(int device, const std::string& text) {
     gpib.ibwrt(device, text);
@@ -114,6 +108,10 @@ struct Bus : Program {
     bytes.resize(static_cast<std::size_t>(words.Find<long()>("ThreadIbcntl")()));
     return bytes + (sta == 0xC100 ? "|TIMO" : sta == 0x2100 ? "|END" : "");
   }
+  std::string Ask(int device, const std::string& text, std::size_t count) {
+    const std::string put = Put(device, text);
+    return put + ";" + Get(device, count);
+  }
 
   MemoryStore store;
   LibraryGpib gpib{store};
@@ -122,9 +120,9 @@ struct Bus : Program {
 
 TEST_F(Bus, GpibRepliesComeInPiecesAndADeadHandleStaysDead) {
   const int device = Open(7);
-  EXPECT_EQ(Join({Put(device, "*IDN?"), Get(device, 5)}), "sent;TAVIK;") << "no END yet";
+  EXPECT_EQ(Ask(device, "*IDN?", 5), "sent;TAVIK") << "no END yet";
   EXPECT_EQ(Get(device, 1024), " TECHNOLOGIES,TX-5102CA,S1009837,03.01.15\n|END");
-  EXPECT_EQ(Join({Put(device, "*IDN?\r"), Get(device, 9)}), "sent;|TIMO;") << "not understood";
+  EXPECT_EQ(Ask(device, "*IDN?\r", 9), "sent;|TIMO") << "not understood";
   Put(device, "*IDN?");
   gpib.ibclr(device);
   EXPECT_EQ(gpib.Status().ibsta, 0x100);
@@ -132,11 +130,12 @@ TEST_F(Bus, GpibRepliesComeInPiecesAndADeadHandleStaysDead) {
   EXPECT_EQ(Put(Open(9), "*IDN?"), "error 2") << "nobody is there";
   Put(device, "*IDN?");
   Kill();
-  EXPECT_EQ(Join({Get(device, 9), Put(device, "*IDN?")}), "|TIMO;error 2;");
+  EXPECT_EQ(Get(device, 9), "|TIMO");
+  EXPECT_EQ(Put(device, "*IDN?"), "error 2");
   Start();
-  EXPECT_EQ(Join({Put(device, ":TRIGGER:STATUS:?"), Get(device, 9)}), "sent;RUN\n|END;");
+  EXPECT_EQ(Ask(device, ":TRIGGER:STATUS:?", 9), "sent;RUN\n|END");
   gpib.ibonl(device, 0);
-  EXPECT_EQ(Join({Put(device, "*IDN?"), Get(device, 9)}), "dead;dead;");
+  EXPECT_EQ(Ask(device, "*IDN?", 9), "dead;dead");
 }
 
 }  // namespace
