@@ -2,6 +2,7 @@
 
 #include "platform/Form.h"
 #include "platform/Timer.h"
+#include "platform/TreeView.h"
 #include "support/Tables.h"
 #include "support/VirtualClock.h"
 
@@ -33,6 +34,30 @@ TEST(Form, ASecondOpeningOfAModalWindowReturnsAtOnce) {
   form.ShowModal(clock.waiting);
   EXPECT_EQ(clock.Now(), Ms(200));
   EXPECT_EQ(Bits(form.Loaded(), form.Modal()), "00");
+}
+
+TEST(TreeView, ATreeBuiltAnewIsEnteredWhereItWasLeft) {
+  TreeView tree;
+  TreeNode group = kNoNode, row = kNoNode;
+  const auto build = [&](const std::string& value, bool expanded, const std::string& label) {
+    tree.Clear();
+    const TreeNode root = tree.Add(kNoNode, "TX5000", 1);
+    group = tree.Add(root, "Trigger", 2);
+    tree.Add(group, "Mode [" + value + "]", 3);
+    row = tree.Add(group, label + " [" + value + "]", 3);
+    tree.SetExpanded(root, true);
+    tree.SetExpanded(group, expanded);
+  };
+  build("1", true, "Level");
+  tree.Select(row);
+  build("2", true, "Level");
+  EXPECT_EQ(tree.ReturnToPlace(), row);
+  EXPECT_EQ(tree.Selected(), row) << "a value in brackets is no part of the place";
+  build("3", false, "Level");
+  EXPECT_EQ(tree.ReturnToPlace(), group) << "the nearest that shows";
+  build("3", true, "Slope");
+  EXPECT_EQ(tree.ReturnToPlace(), group) << "the row has gone";
+  EXPECT_EQ(tree.Selected(), kNoNode);
 }
 
 }  // namespace

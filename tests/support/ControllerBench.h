@@ -22,10 +22,6 @@ inline const Parameter& ParameterNamed(std::string_view setting) {
 inline std::string& ValueOf(CtrlSettings& settings, std::string_view setting) {
   return setting == "MemOffset" ? settings.MemOffset : settings.*ParameterNamed(setting).field;
 }
-// What stands before the value in a command.
-inline std::string HeadOf(std::string_view setting) {
-  return ParameterNamed(setting).Setting("");
-}
 // Every setting holds this text and its own name.
 inline CtrlSettings Named(const std::string& text) {
   CtrlSettings settings;
