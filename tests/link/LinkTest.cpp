@@ -122,16 +122,6 @@ TEST_F(TransportsTest, SerialBytesBehindTheLineEndAreAppendedToTheCutReply) {
   EXPECT_EQ(state.RxBuffer, "1.53");
 }
 
-TEST_F(TransportsTest, SerialReplyIsGivenUpAfterTwoSecondsWithoutBytesAndThrownAwayByTheNextSend) {
-  for (int chunk = 1; chunk <= 10; ++chunk) port.ArriveAfter(Milliseconds(1800 * chunk + 50), "x");
-  EXPECT_EQ(scope.AskScope(":A:?"), "");
-  EXPECT_EQ(clock.Now(), Milliseconds(20000));
-  EXPECT_EQ(state.RxBuffer, "xxxxxxxxxx");
-  EXPECT_EQ(Bits(state.ReplyPending, prompts.shown.empty()), "11");
-  script.Answer(":B:?", "2\n");
-  EXPECT_EQ(scope.AskScope(":B:?"), "2");
-}
-
 TEST_F(TransportsTest, SerialReplyGoesToTheInnerRequestAndIsTheOutersToo) {
   script.Answer(":OUTER:?", "1\n", Milliseconds(500));
   script.Answer(":INNER:?", "2\n", Milliseconds(700));

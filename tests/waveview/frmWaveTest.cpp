@@ -105,19 +105,16 @@ TEST(frmWave, BestFitTakesTheSmallerRatioKeepsItWhenClearedAndShowsNoBar) {
 
 TEST(frmWave, ScrollBarsShowWhereThePictureIsLarger) {
   // The room, which at zoom 2 is for a picture of 700 by 500, and the bars that show.
-  const std::tuple<double, double, bool, bool> rows[] = {{700, 500, false, false},
-                                                         {600, 500, true, false},
-                                                         {700, 400, false, true},
-                                                         {350, 100, true, true}};
-  for (const auto& [width, height, across, down] : rows) {
+  for (const auto& row :
+       Rows("700 | 500 | 00 || 600 | 500 | 10 || 700 | 400 | 01 || 350 | 100 | 11")) {
+    const double width = std::stod(row[0]), height = std::stod(row[1]);
     SCOPED_TRACE(width);
     WaveBench bench(width, height);
     frmWave& view = bench.view;
     view.ZoomCombo.EndEdit("200%");
-    EXPECT_EQ(view.HScroll.Visible(), across);
-    EXPECT_EQ(view.VScroll.Visible(), down);
+    EXPECT_EQ(Bits(view.HScroll.Visible(), view.VScroll.Visible()), row[2]);
     EXPECT_EQ(view.HScroll.Place(),
-              (UnitRect{1120, height * 15 - 180, width * 15 - (across && down ? 290 : 40), 250}));
+              (UnitRect{1120, height * 15 - 180, width * 15 - (row[2] == "11" ? 290 : 40), 250}));
     EXPECT_DOUBLE_EQ(view.HScroll.PageStep(), width / 7);
     view.HScroll.SetValue(50);
     view.VScroll.SetValue(50);
