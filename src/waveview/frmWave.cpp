@@ -290,10 +290,17 @@ void frmWave::RepaintPicture() {
   BackPic.SetBackground(surface.colors.background);
   if (WavePic.Surface().Width() > 0) {
     DrawScrGrid(surface, record.GridOn ? GridDots::Shown : GridDots::Hidden);
-    DrawOSC(surface, record);
+    oriolemark::DrawOSC(surface, record);
     DrawCursors(surface, record, Cursors);
   }
   WavePic.SetDescription(DescribeWave(record, Cursors, ZoomFactor));
+  WavePic.NoteDrawn();
+}
+
+void frmWave::DrawOSC() {
+  if (InitPending || WavePic.Surface().Width() == 0) return;
+  const WaveRecord& record = Record();
+  oriolemark::DrawOSC({WavePic.Surface(), ZoomFactor, ColorsOf(record.ColorOn)}, record);
   WavePic.NoteDrawn();
 }
 

@@ -48,6 +48,9 @@ class frmWave : public ReadingView {
   void Form_Load() override;
   void Form_Resize() override;
   void ShowReading() override { Form_Resize(); }
+  // Draws the traces and texts of the record over the picture as it is. The next repaint puts the
+  // grid below and the cursors above them. Does nothing while there is no picture.
+  void DrawOSC();
   // Only the toolkit's side calls this: picture pixels per window pixel. It is 1, except on screens
   // with a fractional scale.
   void NoteCanvasScale(double scale);
