@@ -21,6 +21,7 @@
 #include "transfers/WaveReader.h"
 #include "transfers/frmPrgress.h"
 #include "waveview/frmWave.h"
+#include "waveview/frmWaveSetting.h"
 
 namespace oriolemark {
 
@@ -95,6 +96,7 @@ class MainModule {
   frmOpenDoc openDoc;
   frmOptions options;
   frmPassFailed passFailed;
+  frmWaveSetting waveSetting;
   frmDataSheetTree browser;
   frmCtrlList controller;
   frmMain main;

@@ -162,7 +162,16 @@ void frmMain::BuildToolBar() {
   }
   Tools.push_back(separator);
   Tools.push_back({"Options", "Options", "Setting", click(mnuToolsOptions)});
-  for (const Tool& tool : Tools) ToolButtons.emplace_back(tool.action);
+  for (const Tool& tool : Tools) {
+    ToolButtons.emplace_back([this, key = tool.key] { tbToolBar_ButtonClick(key); });
+  }
+}
+
+void frmMain::tbToolBar_ButtonClick(const std::string& key) {
+  // Without a button, because the trace that the dialog makes is not a spectrum yet.
+  if (key == "FFT") context_.waveSetting.ShowModal(context_.waiting);
+  const auto tool = std::ranges::find(Tools, key, &Tool::key);
+  if (tool != Tools.end() && tool->action) tool->action();
 }
 
 void frmMain::Form_Load() {

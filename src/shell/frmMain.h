@@ -21,6 +21,7 @@
 #include "shell/SoftwareSetting.h"
 #include "shell/frmAbout.h"
 #include "shell/frmOptions.h"
+#include "waveview/frmWaveSetting.h"
 
 namespace oriolemark {
 
@@ -51,6 +52,7 @@ struct MainContext {
   frmNewDoc& newDoc;
   frmOpenDoc& openDoc;
   frmOptions& options;
+  frmWaveSetting& waveSetting;
   HelpViewer& help;
   std::string helpFile;
 };
@@ -91,7 +93,7 @@ class frmMain : public Form {
   Control sbrStatus;
   Label StatusPanel;  // the panel with the key "Status"
   std::vector<Tool> Tools;
-  std::deque<Button> ToolButtons;  // a click runs the action at the same index
+  std::deque<Button> ToolButtons;  // one for each position
   Lamp picLED_ON;
   Lamp picLED_OFF;
   TabDock tabDock;
@@ -106,6 +108,10 @@ class frmMain : public Form {
   bool Minimised = false;
 
   void Form_Load() override;
+
+  // Runs the action of the tool with this key. The key "FFT" has no button and opens its dialog.
+  // Ignores any other key.
+  void tbToolBar_ButtonClick(const std::string& key);
 
   // The user closes the window. Asks about unsaved changes. If the user cancels, or if the question
   // is already on the screen, returns false. Otherwise the program ends as soon as all running
