@@ -21,6 +21,7 @@ constexpr DialogPage kPages[] = {
     {"frmOptions", "options.html"},
     {"CtrlDialog", "controller.html#edit"},
     {"frmPassFailed", "limits.html"},
+    {"frmWaveSetting", "fft.html"},
     {"frmNewDoc", "controlfile.html"},
     {"frmOpenDoc", "controlfile.html"},
     {"QPrintDialog", "output.html#setup"},

@@ -7,6 +7,7 @@
 #include "desktop/CtrlDialogWindow.h"
 #include "desktop/DataWindow.h"
 #include "desktop/Dialogs.h"
+#include "desktop/FftWindow.h"
 #include "desktop/HelpKey.h"
 #include "desktop/HelpWindow.h"
 #include "desktop/Icons.h"
@@ -76,6 +77,7 @@ struct Program::Parts {
   OptionsWindow options{module.options, &main};
   CtrlDialogWindow ctrlDialog{module.controller.dialog, &main};
   PassFailedWindow passFailed{module.passFailed, &main};
+  FftWindow waveSetting{module.waveSetting, &main};
   ProgressWindow progress{module.progress, &main};
   HelpKey helpKey{
       help, [this](const std::string& page) { module.main.ShowHelp(HelpCommand::Context, page); }};

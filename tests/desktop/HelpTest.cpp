@@ -63,6 +63,7 @@ TEST_F(Windows, F1InADialogOpensItsPageInAHelpWindowThatIsNotBlocked) {
   const std::pair<void (*)(MainModule&), QString> rows[] = {
       {[](MainModule& module) { module.main.mnuToolsOptions.Click(); }, "options.html"},
       {[](MainModule& module) { module.main.mnuHelpAbout.Click(); }, "index.html"},
+      {[](MainModule& module) { module.main.tbToolBar_ButtonClick("FFT"); }, "fft.html"},
       {[](MainModule& module) { View(module).cmdRefresh.Click(); }, "messages.html"},
   };
   std::vector<Step> steps{AddView};

@@ -52,6 +52,21 @@ TEST_F(Windows, TheLinkPageShowsWhatStandsBehindEachLinkToBeReadAndCopied) {
        }});
 }
 
+TEST_F(Windows, TheFftDialogIsWorkedByKeysAlone) {
+  Run({AddView, Later([](MainModule& module) {
+         module.sheet.Waves[0].HasData = true;
+         module.sheet.Waves[0].Channels = 2;
+         module.main.tbToolBar_ButtonClick("FFT");
+       }),
+       [](MainModule& module) {
+         EXPECT_EQ(The<QComboBox>("SourceCombo").currentText(), "CH2");
+         EXPECT_EQ(Focus(), Shown("TargetCombo"));
+         Press({Qt::ALT | Qt::Key_W, Qt::Key_Down, Qt::Key_Tab, Qt::Key_Right, Qt::Key_Return});
+         const WaveRecord& made = module.sheet.Waves[0];
+         EXPECT_TRUE(made.FFTOn && !made.FFTFull && made.FFTWindow == "Hanning");
+       }});
+}
+
 TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
   Run({[](MainModule&) { Shown("tool_New")->setFocus(Qt::TabFocusReason); },
        [](MainModule&) {
