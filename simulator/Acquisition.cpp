@@ -20,49 +20,46 @@ bool IsOn(const Settings& settings, Setting first, Channel channel, std::string_
   return settings.Is(OfChannel(first, channel), value);
 }
 
-// Applies the coupling, the probe and the inverter to a voltage.
-double Condition(const Settings& settings, const Inputs& inputs, Channel channel, double volts) {
-  if (IsOn(settings, Setting::kCoupling1, channel, "AC")) volts -= inputs.Of(channel).mean;
-  if (IsOn(settings, Setting::kInvert1, channel, "ON")) volts = -volts;
-  return volts * settings.ProbeFactor(channel);
-}
-
 // Turns one moment of the signal into a sample, for one channel of one record.
 class Digitiser {
  public:
   Digitiser(const Settings& settings, const Inputs& inputs, Channel channel)
-      : settings_(settings),
-        inputs_(inputs),
+      : seed_(inputs.seed),
         signal_(inputs.Of(channel)),
-        channel_(channel),
+        channel_(channel == Channel::k1 ? 0 : 1),
         offset_(settings.Divisions(OfChannel(Setting::kOffset1, channel))),
         range_(settings.VoltsPerDivision(channel)),
+        stage_(settings, inputs, channel),
         averaged_(settings.Is(Setting::kAcquisition, "AVERAGE")),
         noise_(IsOn(settings, Setting::kBandwidth1, channel, "ON") ? kNoiseBehindLimit : 1) {
     if (averaged_) noise_ /= std::sqrt(settings.Number(Setting::kAverages));
   }
 
-  // The sample in counts, not yet limited to a byte. The record's start is the sample's own time.
-  // `point` distinguishes moments within one sample.
-  double CountsAt(const Record& record, int index, int point) const {
-    const double clean = averaged_ ? MeanValueAt(signal_, record.start)
-                                   : ValueAt(signal_, record.start, record.clock);
-    const int channel = channel_ == Channel::k1 ? 0 : 1;
+  // The volts at the input, without noise.
+  double CleanAt(double time, double clock) const {
+    return averaged_ ? MeanValueAt(signal_, time) : ValueAt(signal_, time, clock);
+  }
+  // Whether they depend on the clock.
+  bool Breathes() const { return !averaged_ && ModulationPeriodOf(signal_) > 0; }
+
+  // The sample in counts, not yet limited to a byte. `record` is the record's number, `point`
+  // distinguishes moments within one sample.
+  double CountsOf(double clean, std::uint64_t record, int index, int point) const {
     const auto sample = static_cast<std::uint64_t>(index) * kEnvelopePoints + point;
-    const double noise = noise_ * NoiseAt(inputs_.seed, record.number, channel, sample);
+    const double noise = noise_ * NoiseAt(seed_, record, channel_, sample);
     const bool noisy = signal_.kind == SignalKind::kNoise;
     const double volts = clean + (noisy ? noise * signal_.amplitude : 0);
-    const double divisions = offset_ + Condition(settings_, inputs_, channel_, volts) / range_;
+    const double divisions = offset_ + stage_.Pass(volts) / range_;
     return kCentre - kCountsPerDivision * divisions + kOwnNoise * noise;
   }
 
  private:
-  const Settings& settings_;
-  const Inputs& inputs_;
+  std::uint32_t seed_;
   const Signal& signal_;
-  Channel channel_;
+  int channel_;
   double offset_;
   double range_;
+  InputStage stage_;
   bool averaged_;
   double noise_;
 };
@@ -86,12 +83,13 @@ double EnvelopeAt(const Inputs& inputs, const Digitiser& digitiser, const Record
                   double step, int index, Trace trace) {
   // Counts grow downwards, so the upper trace is the smallest count.
   double reached = trace == Trace::kUpper ? 1e9 : -1e9;
-  for (int times = 0; times < kEnvelopeRecords; ++times) {
-    const Record before = RecordBefore(inputs, record, times);
-    for (int point = 0; point < kEnvelopePoints; ++point) {
-      Record moment = before;
-      moment.start += step * point / kEnvelopePoints;
-      const double counts = digitiser.CountsAt(moment, index, point);
+  for (int point = 0; point < kEnvelopePoints; ++point) {
+    const double time = record.start + step * point / kEnvelopePoints;
+    double clean = digitiser.CleanAt(time, record.clock);
+    for (int times = 0; times < kEnvelopeRecords; ++times) {
+      const Record before = RecordBefore(inputs, record, times);
+      if (digitiser.Breathes()) clean = digitiser.CleanAt(time, before.clock);
+      const double counts = digitiser.CountsOf(clean, before.number, index, point);
       reached = trace == Trace::kUpper ? std::min(reached, counts) : std::max(reached, counts);
     }
   }
@@ -100,9 +98,7 @@ double EnvelopeAt(const Inputs& inputs, const Digitiser& digitiser, const Record
 
 // To the left of the writing position is the present pass, to its right the pass before. Each
 // sample has the noise of its own pass, so it stays the same until it is overwritten.
-Record RolledRecord(const Settings& settings, const Record& record, int index) {
-  const double pass = ScreenSeconds(settings);
-  const double column = pass * index / settings.Number(Setting::kWindowMemory);
+Record RolledRecord(const Record& record, double pass, double column) {
   double passes = std::floor(record.clock / pass);
   if (passes * pass + column > record.clock) passes -= 1;
   return {passes * pass + column, 0, static_cast<std::uint64_t>(passes + 1)};
@@ -110,16 +106,17 @@ Record RolledRecord(const Settings& settings, const Record& record, int index) {
 
 }  // namespace
 
-double VoltsAt(const Settings& settings, const Inputs& inputs, Channel channel, double time,
-               double clock) {
-  return Condition(settings, inputs, channel, ValueAt(inputs.Of(channel), time, clock));
+InputStage::InputStage(const Settings& settings, const Inputs& inputs, Channel channel)
+    : factor_(settings.ProbeFactor(channel)) {
+  if (IsOn(settings, Setting::kCoupling1, channel, "AC")) blocked_ = inputs.Of(channel).mean;
+  if (IsOn(settings, Setting::kInvert1, channel, "ON")) factor_ = -factor_;
 }
 
 Extremes ExtremesOf(const Settings& settings, const Inputs& inputs, Channel channel) {
   const Signal& signal = inputs.Of(channel);
-  const auto [lowest, highest] =
-      std::minmax({Condition(settings, inputs, channel, signal.mean - signal.amplitude),
-                   Condition(settings, inputs, channel, signal.mean + signal.amplitude)});
+  const InputStage stage(settings, inputs, channel);
+  const auto [lowest, highest] = std::minmax(
+      {stage.Pass(signal.mean - signal.amplitude), stage.Pass(signal.mean + signal.amplitude)});
   return {lowest, highest};
 }
 
@@ -136,15 +133,18 @@ std::vector<std::uint8_t> TakeSamples(const Settings& settings, const Inputs& in
                                       const Record& record, Channel channel, Trace trace) {
   const int count = settings.Number(Setting::kWindowMemory);
   const bool rolling = settings.Is(Setting::kScan, "ON");
-  const double step = ScreenSeconds(settings) / count;
+  const double width = ScreenSeconds(settings);
+  const double step = width / count;
+  const double left = TimeOfSample(settings, 0);
   const Digitiser digitiser(settings, inputs, channel);
   std::vector<std::uint8_t> samples(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) {
-    Record seen = rolling ? RolledRecord(settings, record, i) : record;
-    if (!rolling) seen.start += TimeOfSample(settings, i);
-    samples[static_cast<std::size_t>(i)] =
-        ToByte(trace == Trace::kPlain ? digitiser.CountsAt(seen, i, 0)
-                                      : EnvelopeAt(inputs, digitiser, seen, step, i, trace));
+    Record seen = rolling ? RolledRecord(record, width, width * i / count) : record;
+    if (!rolling) seen.start += left + width * i / count;
+    samples[static_cast<std::size_t>(i)] = ToByte(
+        trace == Trace::kPlain
+            ? digitiser.CountsOf(digitiser.CleanAt(seen.start, seen.clock), seen.number, i, 0)
+            : EnvelopeAt(inputs, digitiser, seen, step, i, trace));
   }
   return samples;
 }

@@ -35,9 +35,18 @@ struct RollingGap {
   int width = 0;
 };
 
-// The signal behind the input stage: volts at the probe's tip, coupled, without noise.
-double VoltsAt(const Settings& settings, const Inputs& inputs, Channel channel, double time,
-               double clock);
+// The coupling, the probe and the inverter of a channel, as they are when it is made.
+class InputStage {
+ public:
+  InputStage(const Settings& settings, const Inputs& inputs, Channel channel);
+
+  // Volts at the input to volts at the probe's tip.
+  double Pass(double volts) const { return (volts - blocked_) * factor_; }
+
+ private:
+  double blocked_ = 0;  // the mean that AC coupling keeps out
+  double factor_;
+};
 
 struct Extremes {
   double lowest;

@@ -16,13 +16,13 @@ enum class Edge { kRising, kFalling };
 class Source {
  public:
   Source(const Settings& settings, const Inputs& inputs, Channel channel, double clock)
-      : settings_(settings), inputs_(inputs), channel_(channel), clock_(clock) {
+      : signal_(inputs.Of(channel)), stage_(settings, inputs, channel), clock_(clock) {
     // The level counts from the channel's own zero, so moving a trace does not stop its trigger.
     level_ = settings.Divisions(Setting::kLevel) * settings.VoltsPerDivision(channel);
     const bool coupled = settings.Is(Setting::kTrigCoupling, "AC");
     const auto [lowest, highest] = ExtremesOf(settings, inputs, channel);
     if (coupled) level_ += (lowest + highest) / 2;
-    repetition_ = RepetitionOf(inputs.Of(channel));
+    repetition_ = RepetitionOf(signal_);
   }
 
   double Repetition() const { return repetition_; }
@@ -37,7 +37,7 @@ class Source {
 
  private:
   bool IsBefore(double time, Edge edge) const {
-    const double volts = VoltsAt(settings_, inputs_, channel_, time, clock_);
+    const double volts = stage_.Pass(ValueAt(signal_, time, clock_));
     return edge == Edge::kRising ? volts < level_ : volts > level_;
   }
 
@@ -49,9 +49,8 @@ class Source {
     return from + step;
   }
 
-  const Settings& settings_;
-  const Inputs& inputs_;
-  Channel channel_;
+  const Signal& signal_;
+  InputStage stage_;
   double clock_;
   double level_ = 0;
   double repetition_ = 0;
