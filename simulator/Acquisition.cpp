@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tx5000 {
 namespace {
@@ -79,10 +80,11 @@ Record RecordBefore(const Inputs& inputs, const Record& record, int times) {
   return before;
 }
 
-double EnvelopeAt(const Inputs& inputs, const Digitiser& digitiser, const Record& record,
-                  double step, int index, Trace trace) {
-  // Counts grow downwards, so the upper trace is the smallest count.
-  double reached = trace == Trace::kUpper ? 1e9 : -1e9;
+// The smallest and the largest count. Counts grow downwards, so the smallest is the upper trace.
+std::pair<double, double> EnvelopeAt(const Inputs& inputs, const Digitiser& digitiser,
+                                     const Record& record, double step, int index) {
+  double smallest = 1e9;
+  double largest = -1e9;
   for (int point = 0; point < kEnvelopePoints; ++point) {
     const double time = record.start + step * point / kEnvelopePoints;
     double clean = digitiser.CleanAt(time, record.clock);
@@ -90,10 +92,11 @@ double EnvelopeAt(const Inputs& inputs, const Digitiser& digitiser, const Record
       const Record before = RecordBefore(inputs, record, times);
       if (digitiser.Breathes()) clean = digitiser.CleanAt(time, before.clock);
       const double counts = digitiser.CountsOf(clean, before.number, index, point);
-      reached = trace == Trace::kUpper ? std::min(reached, counts) : std::max(reached, counts);
+      smallest = std::min(smallest, counts);
+      largest = std::max(largest, counts);
     }
   }
-  return reached;
+  return {smallest, largest};
 }
 
 // To the left of the writing position is the present pass, to its right the pass before. Each
@@ -102,6 +105,22 @@ Record RolledRecord(const Record& record, double pass, double column) {
   double passes = std::floor(record.clock / pass);
   if (passes * pass + column > record.clock) passes -= 1;
   return {passes * pass + column, 0, static_cast<std::uint64_t>(passes + 1)};
+}
+
+// Calls `visit` with the index of each sample and with the record that it is of, which begins at
+// the sample's own time.
+template <typename Visit>
+void ForEachSample(const Settings& settings, const Record& record, Visit visit) {
+  const int count = settings.Number(Setting::kWindowMemory);
+  const bool rolling = settings.Is(Setting::kScan, "ON");
+  const double width = ScreenSeconds(settings);
+  const double left = TimeOfSample(settings, 0);
+  for (int i = 0; i < count; ++i) {
+    const double column = width * i / count;
+    Record seen = rolling ? RolledRecord(record, width, column) : record;
+    if (!rolling) seen.start += left + column;
+    visit(i, seen);
+  }
 }
 
 }  // namespace
@@ -131,22 +150,30 @@ double TimeOfSample(const Settings& settings, int index) {
 
 std::vector<std::uint8_t> TakeSamples(const Settings& settings, const Inputs& inputs,
                                       const Record& record, Channel channel, Trace trace) {
-  const int count = settings.Number(Setting::kWindowMemory);
-  const bool rolling = settings.Is(Setting::kScan, "ON");
-  const double width = ScreenSeconds(settings);
-  const double step = width / count;
-  const double left = TimeOfSample(settings, 0);
-  const Digitiser digitiser(settings, inputs, channel);
-  std::vector<std::uint8_t> samples(static_cast<std::size_t>(count));
-  for (int i = 0; i < count; ++i) {
-    Record seen = rolling ? RolledRecord(record, width, width * i / count) : record;
-    if (!rolling) seen.start += left + width * i / count;
-    samples[static_cast<std::size_t>(i)] = ToByte(
-        trace == Trace::kPlain
-            ? digitiser.CountsOf(digitiser.CleanAt(seen.start, seen.clock), seen.number, i, 0)
-            : EnvelopeAt(inputs, digitiser, seen, step, i, trace));
+  if (trace != Trace::kPlain) {
+    auto [upper, lower] = TakeEnvelope(settings, inputs, record, channel);
+    return trace == Trace::kUpper ? upper : lower;
   }
+  const Digitiser digitiser(settings, inputs, channel);
+  std::vector<std::uint8_t> samples;
+  ForEachSample(settings, record, [&](int index, const Record& seen) {
+    const double clean = digitiser.CleanAt(seen.start, seen.clock);
+    samples.push_back(ToByte(digitiser.CountsOf(clean, seen.number, index, 0)));
+  });
   return samples;
+}
+
+Envelope TakeEnvelope(const Settings& settings, const Inputs& inputs, const Record& record,
+                      Channel channel) {
+  const double step = ScreenSeconds(settings) / settings.Number(Setting::kWindowMemory);
+  const Digitiser digitiser(settings, inputs, channel);
+  Envelope envelope;
+  ForEachSample(settings, record, [&](int index, const Record& seen) {
+    const auto [smallest, largest] = EnvelopeAt(inputs, digitiser, seen, step, index);
+    envelope.upper.push_back(ToByte(smallest));
+    envelope.lower.push_back(ToByte(largest));
+  });
+  return envelope;
 }
 
 int WrittenSamples(const Settings& settings, const Record& record) {

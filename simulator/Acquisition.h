@@ -69,6 +69,14 @@ double TimeOfSample(const Settings& settings, int index);
 std::vector<std::uint8_t> TakeSamples(const Settings& settings, const Inputs& inputs,
                                       const Record& record, Channel channel, Trace trace);
 
+// The two traces of an envelope, in less time than one after the other.
+struct Envelope {
+  std::vector<std::uint8_t> upper;
+  std::vector<std::uint8_t> lower;
+};
+Envelope TakeEnvelope(const Settings& settings, const Inputs& inputs, const Record& record,
+                      Channel channel);
+
 // How many samples the rolling display's present pass has written, which follow those of the pass
 // before in time. 0 for a record that does not roll.
 int WrittenSamples(const Settings& settings, const Record& record);
