@@ -292,7 +292,8 @@ void Instrument::SetLevelToMiddle() {
 
 void Instrument::CopyScreen() {
   const Record& record = CurrentRecord();
-  screenMemory_ = DrawScreen(settings_, recorded_, record, {IsRunning(), menuShown_});
+  screenMemory_ =
+      DrawScreen(settings_, recorded_, record, {IsRunning(), menuShown_, identity_.model});
 }
 
 void Instrument::FitChannel(Channel channel, double heightDivisions, double centreDivisions) {

@@ -1,38 +1,45 @@
 #include "simulator/Screen.h"
 
 #include <algorithm>
-#include <array>
+#include <cmath>
 #include <string>
 #include <string_view>
+
+#include "simulator/Font.h"
+#include "simulator/Values.h"
 
 namespace tx5000 {
 namespace {
 
 constexpr int kTraceWidth = 300;
 constexpr int kTraceHeight = 200;
+constexpr int kRight = kTraceLeft + kTraceWidth;  // the frame's lines
+constexpr int kBottom = kTraceTop + kTraceHeight;
 constexpr int kDivision = 25;
 constexpr int kLowestSample = 26;
 constexpr int kHighestSample = 225;
 constexpr int kCentreSample = 125;
-constexpr int kMenuWidth = 56;
+constexpr int kCentreColumn = kTraceLeft + kTraceWidth / 2;
+constexpr int kDotDistance = 5;
 
-// Three by five dots. Each octal digit is one row.
-struct Glyph {
-  char letter;
-  int rows;
-};
-constexpr Glyph kGlyphs[] = {
-    {'0', 075557}, {'1', 026227}, {'2', 071747}, {'3', 071717}, {'4', 055711}, {'5', 074717},
-    {'6', 074757}, {'7', 071111}, {'8', 075757}, {'9', 075717}, {'A', 025755}, {'B', 065656},
-    {'C', 074447}, {'D', 065556}, {'E', 074747}, {'F', 074744}, {'G', 074557}, {'H', 055755},
-    {'I', 072227}, {'J', 011157}, {'K', 055655}, {'L', 044447}, {'M', 057755}, {'N', 065555},
-    {'O', 075557}, {'P', 075744}, {'Q', 075571}, {'R', 075655}, {'S', 074717}, {'T', 072222},
-    {'U', 055557}, {'V', 055552}, {'W', 055775}, {'X', 055255}, {'Y', 055222}, {'Z', 071247},
-    {'.', 000002}, {'-', 000700}, {'+', 002720}, {':', 002020}, {'%', 051245}, {'/', 011244},
-};
+constexpr Ink kInks[] = {kChannel1Ink, kChannel2Ink};
+
+Ink InkOf(Channel channel) {
+  return kInks[channel == Channel::k1 ? 0 : 1];
+}
 
 int RowOf(int sample) {
   return kTraceTop + std::clamp(sample, kLowestSample, kHighestSample) - kLowestSample;
+}
+
+// The row of a height in divisions above the middle.
+int RowAt(double divisions) {
+  return RowOf(static_cast<int>(std::lround(kCentreSample - kDivision * divisions)));
+}
+
+int ColumnAt(double divisions) {
+  const double column = kCentreColumn + kDivision * std::clamp(divisions, -99.0, 99.0);
+  return std::clamp(static_cast<int>(std::lround(column)), kTraceLeft, kRight - 1);
 }
 
 bool IsShown(const Settings& settings, Channel channel) {
@@ -41,111 +48,88 @@ bool IsShown(const Settings& settings, Channel channel) {
 
 class Painter {
  public:
-  Painter(const Settings& settings, const Inputs& inputs, const Record& record)
-      : settings_(settings), inputs_(inputs), record_(record), pixels_(kScreenBytes) {}
+  Painter(const Settings& settings, const Inputs& inputs, const Record& record,
+          const ScreenState& state)
+      : settings_(settings), inputs_(inputs), record_(record), state_(state) {}
 
   void DrawGrid();
   void DrawTraces();
-  void DrawReadouts(bool running);
+  void DrawMarks();
+  void WriteStatus();
+  void WriteChannel(Channel channel, int x);
+  void WriteTrigger();
   void DrawMenu();
-  std::vector<std::uint8_t> Take() { return std::move(pixels_); }
+  std::vector<std::uint8_t> Take() { return bitmap_.Take(); }
 
  private:
-  void Dot(int x, int y, Ink ink) { pixels_[static_cast<std::size_t>(y * kScreenWidth + x)] = ink; }
-  void Fill(int left, int top, int right, int bottom, Ink ink);  // includes both ends
-  void Write(int x, int y, std::string_view text, Ink ink);
-  std::vector<std::uint8_t> Samples(Channel channel, Trace trace) {
-    return TakeSamples(settings_, inputs_, record_, channel, trace);
+  using Samples = std::vector<std::uint8_t>;
+
+  bool Is(Setting setting, std::string_view value) const { return settings_.Is(setting, value); }
+  const std::string& Text(Setting setting) const { return settings_.Text(setting); }
+  Samples Read(Channel channel) const {
+    return TakeSamples(settings_, inputs_, record_, channel, Trace::kPlain);
   }
   void DrawFigure();
-  void DrawTrace(Channel channel, Ink ink);
+  void DrawTrace(const Samples& samples, Ink ink);
   void DrawEnvelope(Channel channel, Ink ink);
+  void DrawZero(Channel channel);
 
   const Settings& settings_;
   const Inputs& inputs_;
   const Record& record_;
-  std::vector<std::uint8_t> pixels_;
+  const ScreenState& state_;
+  Bitmap bitmap_;
 };
 
-void Painter::Fill(int left, int top, int right, int bottom, Ink ink) {
-  for (int y = top; y <= bottom; ++y) {
-    for (int x = left; x <= right; ++x) Dot(x, y, ink);
-  }
-}
-
-void Painter::Write(int x, int y, std::string_view text, Ink ink) {
-  constexpr int kAdvance = 8;  // three dots and a gap, each two pixels wide and high
-  for (char c : text) {
-    if (x + kAdvance > kScreenWidth) return;
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    const auto glyph = std::find_if(std::begin(kGlyphs), std::end(kGlyphs),
-                                    [&](const Glyph& g) { return g.letter == c; });
-    for (int bit = 0; glyph != std::end(kGlyphs) && bit < 15; ++bit) {
-      if ((glyph->rows >> (14 - bit) & 1) == 0) continue;
-      const int left = x + bit % 3 * 2;
-      const int top = y + bit / 3 * 2;
-      Fill(left, top, left + 1, top + 1, ink);
-    }
-    x += kAdvance;
-  }
-}
-
 void Painter::DrawGrid() {
-  constexpr int kRight = kTraceLeft + kTraceWidth;
-  constexpr int kBottom = kTraceTop + kTraceHeight;
-  Fill(kTraceLeft - 1, kTraceTop - 1, kRight, kTraceTop - 1, kGridInk);
-  Fill(kTraceLeft - 1, kBottom, kRight, kBottom, kGridInk);
-  Fill(kTraceLeft - 1, kTraceTop, kTraceLeft - 1, kBottom, kGridInk);
-  Fill(kRight, kTraceTop, kRight, kBottom, kGridInk);
-  if (settings_.Is(Setting::kGrid, "NONE")) return;
-  const bool full = settings_.Is(Setting::kGrid, "FULL");
-  constexpr int kDotDistance = 5;
+  for (const int y : {kTraceTop - 1, kBottom}) bitmap_.Fill(kTraceLeft - 1, y, kRight, y, kGridInk);
+  for (const int x : {kTraceLeft - 1, kRight}) bitmap_.Fill(x, kTraceTop, x, kBottom, kGridInk);
+  if (Is(Setting::kGrid, "NONE")) return;
+  const int lines = Is(Setting::kGrid, "FULL") ? kDivision : kTraceWidth;
+  // Dots along each line, in step with the middle, where the lines of a half grid are.
   const int centreRow = RowOf(kCentreSample);
-  const int centreColumn = kTraceLeft + kTraceWidth / 2;
-  for (int x = kTraceLeft; x < kRight; ++x) {
-    for (int y = kTraceTop; y < kBottom; ++y) {
-      const int right = x - centreColumn;
-      const int down = y - centreRow;
-      const bool onRow = full ? down % kDivision == 0 : down == 0;
-      const bool onColumn = full ? right % kDivision == 0 : right == 0;
-      const bool dotted =
-          (onRow && right % kDotDistance == 0) || (onColumn && down % kDotDistance == 0);
-      if (dotted) Dot(x, y, kGridInk);
+  for (int x = kCentreColumn % lines; x < kRight; x += lines) {
+    if (x < kTraceLeft) continue;
+    for (int y = centreRow % kDotDistance; y < kBottom; y += kDotDistance) {
+      if (y >= kTraceTop) bitmap_.Dot(x, y, kGridInk);
+    }
+  }
+  for (int y = centreRow % lines; y < kBottom; y += lines) {
+    if (y < kTraceTop) continue;
+    for (int x = kCentreColumn % kDotDistance; x < kRight; x += kDotDistance) {
+      if (x >= kTraceLeft) bitmap_.Dot(x, y, kGridInk);
     }
   }
 }
 
 void Painter::DrawTraces() {
-  if (settings_.Is(Setting::kFormat, "X-Y")) {
+  if (Is(Setting::kFormat, "X-Y")) {
     DrawFigure();
     return;
   }
-  const bool envelope =
-      settings_.Is(Setting::kAcquisition, "ENVELOPE") && !settings_.Is(Setting::kScan, "ON");
+  const bool envelope = Is(Setting::kAcquisition, "ENVELOPE") && !Is(Setting::kScan, "ON");
   // Channel 1 is drawn last, in front.
-  for (const auto& [channel, ink] :
-       {std::pair(Channel::k2, kChannel2Ink), std::pair(Channel::k1, kChannel1Ink)}) {
+  for (const Channel channel : {Channel::k2, Channel::k1}) {
     if (!IsShown(settings_, channel)) continue;
     if (envelope) {
-      DrawEnvelope(channel, ink);
+      DrawEnvelope(channel, InkOf(channel));
     } else {
-      DrawTrace(channel, ink);
+      DrawTrace(Read(channel), InkOf(channel));
     }
   }
 }
 
 void Painter::DrawFigure() {
-  const auto across = Samples(Channel::k1, Trace::kPlain);
-  const auto upwards = Samples(Channel::k2, Trace::kPlain);
+  const auto across = Read(Channel::k1);
+  const auto upwards = Read(Channel::k2);
   for (std::size_t i = 0; i < std::min(across.size(), upwards.size()); ++i) {
-    const int x = kTraceLeft + kTraceWidth / 2 + kCentreSample - across[i];
-    Dot(std::clamp(x, kTraceLeft, kTraceLeft + kTraceWidth - 1), RowOf(upwards[i]), kChannel1Ink);
+    const int x = kCentreColumn + kCentreSample - across[i];
+    bitmap_.Dot(std::clamp(x, kTraceLeft, kRight - 1), RowOf(upwards[i]), kChannel1Ink);
   }
 }
 
-void Painter::DrawTrace(Channel channel, Ink ink) {
-  const auto samples = Samples(channel, Trace::kPlain);
-  const bool joined = settings_.Is(Setting::kType, "VECT");
+void Painter::DrawTrace(const Samples& samples, Ink ink) {
+  const bool joined = Is(Setting::kType, "VECT");
   const RollingGap gap = GapOf(settings_, record_);
   int before = -1;
   for (std::size_t i = 0; i < samples.size(); ++i) {
@@ -155,60 +139,122 @@ void Painter::DrawTrace(Channel channel, Ink ink) {
     if (!blank) {
       const int from = joined && before >= 0 ? before : row;
       const int x = kTraceLeft + column;
-      Fill(x, std::min(from, row), x, std::max(from, row), ink);
+      bitmap_.Fill(x, std::min(from, row), x, std::max(from, row), ink);
     }
     before = blank ? -1 : row;
   }
 }
 
 void Painter::DrawEnvelope(Channel channel, Ink ink) {
-  const auto upper = Samples(channel, Trace::kUpper);
-  const auto lower = Samples(channel, Trace::kLower);
+  const auto [upper, lower] = TakeEnvelope(settings_, inputs_, record_, channel);
   for (std::size_t i = 0; i < upper.size(); ++i) {
     const int x = kTraceLeft + static_cast<int>(i * kTraceWidth / upper.size());
-    Fill(x, RowOf(upper[i]), x, RowOf(lower[i]), ink);
+    bitmap_.Fill(x, RowOf(upper[i]), x, RowOf(lower[i]), ink);
   }
 }
 
-void Painter::DrawReadouts(bool running) {
-  constexpr int kTopLine = 4;
-  constexpr int kBottomLine = 225;
-  const auto text = [&](Setting setting) { return settings_.Text(setting); };
-  Write(kTraceLeft, kTopLine, running ? "RUN" : "STOP", kTextInk);
-  Write(60, kTopLine, text(Setting::kDelay), kTextInk);
-  Write(160, kTopLine, text(Setting::kMethod) + " " + text(Setting::kSource), kTextInk);
-  Write(250, kTopLine, text(Setting::kLevel), kTextInk);
-  Write(240, kBottomLine, text(Setting::kTimeRange), kTextInk);
-  if (IsShown(settings_, Channel::k1)) {
-    Write(kTraceLeft, kBottomLine, "CH1 " + text(Setting::kRange1), kChannel1Ink);
+// The channel's number and an arrow at the row of its 0 V, in the left margin.
+void Painter::DrawZero(Channel channel) {
+  const int row = RowAt(settings_.Divisions(OfChannel(Setting::kOffset1, channel)));
+  const std::string_view number = channel == Channel::k1 ? "1" : "2";
+  bitmap_.Fill(0, row - 4, kTraceLeft - 2, row + 4, kDarkInk);
+  bitmap_.Write(0, row - kGlyphHeight / 2, number, InkOf(channel));
+  for (int size = 0; size < 3; ++size) {
+    bitmap_.Fill(8 - size, row - size, 8 - size, row + size, InkOf(channel));
   }
-  if (IsShown(settings_, Channel::k2)) {
-    Write(120, kBottomLine, "CH2 " + text(Setting::kRange2), kChannel2Ink);
+}
+
+// Zero of the channels, moment of the trigger, and its level at the right end of what can be seen.
+void Painter::DrawMarks() {
+  if (Is(Setting::kFormat, "X-Y")) return;
+  for (const Channel channel : {Channel::k2, Channel::k1}) {
+    if (IsShown(settings_, channel)) DrawZero(channel);
   }
+  const int moment =
+      ColumnAt(-settings_.Seconds(Setting::kDelay) / settings_.Seconds(Setting::kTimeRange));
+  const std::string_view source = Text(Setting::kSource);
+  const bool levelled = source.starts_with("CH") && !Is(Setting::kMethod, "VIDEO");
+  const Setting offset = source == "CH2" ? Setting::kOffset2 : Setting::kOffset1;
+  const int row = RowAt(settings_.Divisions(offset) + settings_.Divisions(Setting::kLevel));
+  const int end = (state_.menuShown ? kMenuLeft : kScreenWidth) - 6;
+  for (int size = 0; size < 4; ++size) {
+    bitmap_.Fill(moment - size, 17 - size, moment + size, 17 - size, kTriggerInk);
+    if (levelled) bitmap_.Fill(end + size, row - size, end + size, row + size, kTriggerInk);
+  }
+}
+
+void Painter::WriteStatus() {
+  constexpr int kLine = 4;
+  const std::string delay = FormatSeconds(settings_.Seconds(Setting::kDelay));
+  const bool average = Is(Setting::kAcquisition, "AVERAGE");
+  const std::string acquisition = Is(Setting::kScan, "ON") ? "ROLL" : Text(Setting::kAcquisition);
+  if (state_.running) {
+    bitmap_.Write(2, kLine, "RUN", kTextInk);
+  } else {
+    bitmap_.WriteInverse(2, kLine, "STOP", kTextInk);
+  }
+  bitmap_.Write(40, kLine, "M " + Text(Setting::kTimeRange), kTextInk);
+  bitmap_.Write(104, kLine, "D " + delay, kTriggerInk);
+  bitmap_.Write(176, kLine, acquisition + (average ? " " + Text(Setting::kAverages) : ""),
+                kTextInk);
+  bitmap_.Write(kMenuLeft + 10, kLine, state_.model, kTextInk);
+}
+
+void Painter::WriteChannel(Channel channel, int x) {
+  constexpr int kLine = 223;
+  if (!IsShown(settings_, channel)) return;
+  const auto of = [&](Setting first) { return OfChannel(first, channel); };
+  const auto mark = [&](Setting first, std::string_view text) {
+    return Is(of(first), "ON") ? " " + std::string(text) : "";
+  };
+  const std::string name = channel == Channel::k1 ? "CH1" : "CH2";
+  bitmap_.Write(x, kLine, name, InkOf(channel));
+  bitmap_.Write(x + 4 * kGlyphAdvance, kLine,
+                Text(of(Setting::kRange1)) + " " + Text(of(Setting::kCoupling1)) +
+                    mark(Setting::kBandwidth1, "B") + mark(Setting::kInvert1, "I") + " " +
+                    Text(of(Setting::kOffset1)),
+                InkOf(channel));
+}
+
+void Painter::WriteTrigger() {
+  constexpr int kLine = 232;
+  const std::string method = Text(Setting::kMethod);
+  std::string text = method + " " + Text(Setting::kSource) + " ";
+  if (method == "VIDEO") {
+    text += Text(Setting::kStandard) + " " + Text(Setting::kSync) + " " + Text(Setting::kPolarity);
+  } else {
+    text += method == "EDGE" ? Text(Setting::kSlope)
+                             : Text(Setting::kPulseMode) + " " + Text(Setting::kPulseWidth);
+    text += " " + Text(Setting::kLevel) + " " + Text(Setting::kTrigMode);
+  }
+  bitmap_.Write(2, kLine, text, kTriggerInk);
 }
 
 void Painter::DrawMenu() {
   constexpr int kKeys = 5;
-  constexpr int kKeyHeight = kTraceHeight / kKeys;
-  const int left = kTraceLeft + kTraceWidth - kMenuWidth;
-  const int right = left + kMenuWidth - 1;
-  Fill(left, kTraceTop, right, kTraceTop + kTraceHeight - 1, kDarkInk);
+  constexpr int kHeight = kTraceHeight / kKeys;
+  constexpr int kLast = kScreenWidth - 1;
+  bitmap_.Fill(kMenuLeft, 0, kLast, kBottom, kDarkInk);
   for (int key = 0; key < kKeys; ++key) {
-    const int top = kTraceTop + key * kKeyHeight;
-    Fill(left, top, right, top + kKeyHeight - 2, kGridInk);
-    Fill(left + 1, top + 1, right - 1, top + kKeyHeight - 3, kDarkInk);
-    Write(left + 20, top + 14, "F" + std::to_string(key + 1), kTextInk);
+    const int top = kTraceTop + key * kHeight;
+    bitmap_.Fill(kMenuLeft, top, kLast, top + kHeight - 2, kGridInk);
+    bitmap_.Fill(kMenuLeft + 1, top + 1, kLast - 1, top + kHeight - 3, kDarkInk);
+    bitmap_.Write(kMenuLeft + 28, top + 14, "F" + std::to_string(key + 1), kTextInk);
   }
 }
 
 }  // namespace
 
 std::vector<std::uint8_t> DrawScreen(const Settings& settings, const Inputs& inputs,
-                                     const Record& record, ScreenState state) {
-  Painter painter(settings, inputs, record);
+                                     const Record& record, const ScreenState& state) {
+  Painter painter(settings, inputs, record, state);
   painter.DrawGrid();
   painter.DrawTraces();
-  painter.DrawReadouts(state.running);
+  painter.DrawMarks();
+  painter.WriteStatus();
+  painter.WriteChannel(Channel::k1, 2);
+  painter.WriteChannel(Channel::k2, 162);
+  painter.WriteTrigger();
   if (state.menuShown) painter.DrawMenu();
   return painter.Take();
 }

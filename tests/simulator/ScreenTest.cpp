@@ -1,0 +1,75 @@
+#include <gtest/gtest.h>
+
+#include "simulator/InstrumentBench.h"
+#include "simulator/Screen.h"
+
+namespace oriolemark {
+namespace {
+
+struct Screen : Bench {
+  int InkAt(int x, int y) {
+    return instrument.ScreenMemory()[static_cast<std::size_t>(y * tx5000::kScreenWidth + x)];
+  }
+  bool IsNear(int x, int y, int ink) {
+    return InkAt(x, y - 1) == ink || InkAt(x, y) == ink || InkAt(x, y + 1) == ink;
+  }
+};
+
+TEST(ScreenTest, ATraceLiesWhereABlockPutsItsSamples) {
+  for (const auto& row : Rows(R"(
+:CHANNEL1 | :KEY:CH1
+:CHANNEL1 | :KEY:V_SCALE_DEC;:KEY:V_SCALE_DEC;:KEY:V_POS_DEC;:KEY:TRIG_LVL_INC
+:CHANNEL1 | :KEY:H_SCALE_DEC;:KEY:H_SCALE_DEC;:KEY:H_POS_INC;:KEY:H_POS_INC;:DISPLAY:TYPE:DOT
+:CHANNEL2 | :KEY:CH1;:KEY:CH_OFF;:KEY:CH2;:KEY:V_SCALE_INC;:KEY:V_POS_INC;:KEY:H_SCALE_INC
+:CHANNEL2 | :KEY:CH1;:KEY:CH_OFF;:CHANNEL2:INVERT:ON;:CHANNEL2:PROBE:10X;:KEY:TRIG%50
+)")) {
+    Screen screen;
+    EXPECT_TRUE(screen.Send(row[1] + ";:DISPLAY:MENU STATUS:OFF;:HARD_COPY")) << row[1];
+    const int ink = row[0] == ":CHANNEL1" ? tx5000::kChannel1Ink : tx5000::kChannel2Ink;
+    const auto samples = screen.Read(":DATA" + row[0]);
+    int off = 0;
+    for (int i = 0; i < 600; ++i) {
+      const int sample = std::clamp(samples.at(static_cast<std::size_t>(i)), 26, 225);
+      off += screen.IsNear(10 + i / 2, 19 + sample - 26, ink) ? 0 : 1;
+    }
+    EXPECT_EQ(off, 0) << row[1];
+    // Nothing is lit above the highest sample.
+    const int top = 19 + std::max(26, *std::ranges::min_element(samples)) - 26;
+    for (int i = 0; i < 300 * (top - 20); ++i)
+      off += screen.InkAt(10 + i % 300, 19 + i / 300) == ink;
+    EXPECT_EQ(off, 0) << row[1];
+  }
+}
+
+TEST(ScreenTest, APictureHoldsUntilTheNextCopy) {
+  Screen screen;
+  screen.Send(":HARD_COPY");
+  const auto before = screen.instrument.ScreenMemory();
+  screen.Send(":KEY:H_SCALE_INC;:STOP");
+  EXPECT_EQ(screen.instrument.ScreenMemory(), before);
+  screen.Send(":HARD_COPY");
+  EXPECT_NE(screen.instrument.ScreenMemory(), before);
+}
+
+TEST(ScreenTest, MarksAreWhereTheirSettingsPutThem) {
+  // Commands, then one dot: its ink in hexadecimal, column and row.
+  for (const auto& row : Rows(R"(
+:CHANNEL1:OFFSET:-1.00div | FC | 8 | 143
+:CHANNEL2:OFFSET:-12.00div | 1F | 8 | 218
+:CHANNEL2:DISPLAY:OFF | 0 | 8 | 193
+:TimeBase:TRIGGER DELAY:200.0us | F0 | 135 | 17
+:TimeBase:TRIGGER DELAY:0.5s | F0 | 10 | 17
+:TRIGGER:LEVEL:-1.00div;:DISPLAY:MENU STATUS:OFF | F0 | 314 | 93
+:TRIGGER:LEVEL:-1.00div;:DISPLAY:MENU STATUS:ON | F0 | 246 | 93
+:TRIGGER:LEVEL:0.52div;:TRIGGER:Source:CH2;:DISPLAY:MENU STATUS:OFF | F0 | 314 | 180
+:TRIGGER:METHOD:VIDEO;:DISPLAY:MENU STATUS:OFF | 0 | 314 | 68
+)")) {
+    Screen screen;
+    EXPECT_TRUE(screen.Send(row[0] + ";:HARD_COPY")) << row[0];
+    EXPECT_EQ(screen.InkAt(std::stoi(row[2]), std::stoi(row[3])), std::stoi(row[1], nullptr, 16))
+        << row[0];
+  }
+}
+
+}  // namespace
+}  // namespace oriolemark
