@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <cmath>
+#include <variant>
 
 #include "simulator/Instrument.h"
 #include "simulator/Values.h"
@@ -9,21 +11,78 @@ namespace {
 constexpr double kPositionStep = 0.2;  // divisions
 constexpr double kDelayStep = 0.1;
 
-struct Knob {
-  std::string_view command;
-  Setting setting;  // that of channel 1, if each channel has one
-  int steps;
-};
-
-constexpr Knob kKnobs[] = {
-    {":KEY:H_SCALE_DEC", Setting::kTimeRange, -1}, {":KEY:H_SCALE_INC", Setting::kTimeRange, 1},
-    {":KEY:H_POS_DEC", Setting::kDelay, -1},       {":KEY:H_POS_INC", Setting::kDelay, 1},
-    {":KEY:V_SCALE_DEC", Setting::kRange1, -1},    {":KEY:V_SCALE_INC", Setting::kRange1, 1},
-    {":KEY:V_POS_DEC", Setting::kOffset1, -1},     {":KEY:V_POS_INC", Setting::kOffset1, 1},
-    {":KEY:TRIG_LVL_DEC", Setting::kLevel, -1},    {":KEY:TRIG_LVL_INC", Setting::kLevel, 1},
-};
+// A time with as many digits as a step needs to be seen, four or more.
+std::string FormatDelay(double seconds, double step) {
+  int digits = 4;
+  std::string text = FormatSeconds(seconds, digits);
+  constexpr int kMostDigits = 14;
+  while (std::fabs(*ParseSeconds(text) - seconds) > step / 4 && digits < kMostDigits) {
+    text = FormatSeconds(seconds, ++digits);
+  }
+  return text;
+}
 
 }  // namespace
+
+// A front key turns a setting or carries out an order.
+struct Instrument::Key {
+  struct Knob {
+    Setting setting;  // that of channel 1, if each channel has one
+    int steps;
+  };
+
+  std::string_view name;
+  std::variant<Knob, Action> effect;
+};
+
+bool Instrument::PressKey(std::string_view name) {
+  using Knob = Key::Knob;
+  static constexpr Key kKeys[] = {
+      {"ACQUIRE", &Instrument::DoNothing},
+      {"AUTO", &Instrument::AutoSet},
+      {"CH_OFF", &Instrument::SwitchChannelOff},
+      {"CH1", &Instrument::SelectChannel1},
+      {"CH2", &Instrument::SelectChannel2},
+      {"CURSOR", &Instrument::DoNothing},
+      {"DISPLAY", &Instrument::DoNothing},
+      {"F1", &Instrument::DoNothing},
+      {"F2", &Instrument::DoNothing},
+      {"F3", &Instrument::DoNothing},
+      {"F4", &Instrument::DoNothing},
+      {"F5", &Instrument::DoNothing},
+      {"H_SCALE_DEC", Knob{Setting::kTimeRange, -1}},
+      {"H_SCALE_INC", Knob{Setting::kTimeRange, 1}},
+      {"H_POS_DEC", Knob{Setting::kDelay, -1}},
+      {"H_POS_INC", Knob{Setting::kDelay, 1}},
+      {"Math", &Instrument::DoNothing},
+      {"MEASURE", &Instrument::DoNothing},
+      {"PROMPT_V", &Instrument::CentreChannel},
+      {"PROMPT_H", &Instrument::CentreTime},
+      {"REF", &Instrument::DoNothing},
+      {"RUN", &Instrument::PressRun},
+      {"STORAGE", &Instrument::DoNothing},
+      {"MNU_TIME", &Instrument::DoNothing},
+      {"TRIG%50", &Instrument::SetLevelToMiddle},
+      {"FORCE", &Instrument::ForceTrigger},
+      {"TRIG_LVL_DEC", Knob{Setting::kLevel, -1}},
+      {"TRIG_LVL_INC", Knob{Setting::kLevel, 1}},
+      {"MNU_TRIG", &Instrument::DoNothing},
+      {"UTILITY", &Instrument::DoNothing},
+      {"V_SCALE_DEC", Knob{Setting::kRange1, -1}},
+      {"V_SCALE_INC", Knob{Setting::kRange1, 1}},
+      {"V_POS_DEC", Knob{Setting::kOffset1, -1}},
+      {"V_POS_INC", Knob{Setting::kOffset1, 1}},
+  };
+  const auto* const key = std::ranges::find(kKeys, name, &Key::name);
+  if (key == std::end(kKeys)) return false;
+  IsRunning();  // a shot that is due still uses the old settings
+  if (const auto* const knob = std::get_if<Knob>(&key->effect)) {
+    Step(knob->setting, knob->steps);
+  } else {
+    (this->*std::get<Action>(key->effect))();
+  }
+  return true;
+}
 
 void Instrument::SelectChannel(Channel channel) {
   selected_ = channel;
@@ -34,17 +93,19 @@ void Instrument::SwitchChannelOff() {
   settings_.Set(OfChannel(Setting::kDisplay1, selected_), "OFF", Turner::kHand);
 }
 
-bool Instrument::TurnKnob(std::string_view command) {
-  const auto* const knob = std::ranges::find(kKnobs, command, &Knob::command);
-  if (knob == std::end(kKnobs)) return false;
-  IsRunning();  // a shot that is due still uses the old setting
-  const bool vertical = knob->setting == Setting::kRange1 || knob->setting == Setting::kOffset1;
-  Step(vertical ? OfChannel(knob->setting, selected_) : knob->setting, knob->steps);
-  return true;
+void Instrument::CentreChannel() {
+  settings_.Set(OfChannel(Setting::kOffset1, selected_), FormatDivisions(0), Turner::kHand);
+}
+
+void Instrument::CentreTime() {
+  settings_.Set(Setting::kDelay, FormatSeconds(0), Turner::kHand);
 }
 
 // A setting at the end of its range stays there.
 void Instrument::Step(Setting setting, int steps) {
+  if (setting == Setting::kRange1 || setting == Setting::kOffset1) {
+    setting = OfChannel(setting, selected_);
+  }
   if (const auto rows = settings_.Choices(setting); !rows.empty()) {
     const auto last = static_cast<std::ptrdiff_t>(rows.size()) - 1;
     const auto row = std::ranges::find(rows, settings_.Text(setting)) - rows.begin();
@@ -52,7 +113,8 @@ void Instrument::Step(Setting setting, int steps) {
     settings_.Set(setting, rows[static_cast<std::size_t>(next)], Turner::kHand);
   } else if (setting == Setting::kDelay) {
     const double step = kDelayStep * settings_.Seconds(Setting::kTimeRange);
-    settings_.Set(setting, FormatSeconds(settings_.Seconds(setting) + steps * step), Turner::kHand);
+    const double delay = settings_.Seconds(setting) + steps * step;
+    settings_.Set(setting, FormatDelay(delay, step), Turner::kHand);
   } else {
     const double divisions = settings_.Divisions(setting) + steps * kPositionStep;
     settings_.Set(setting, FormatDivisions(NearestPosition(divisions)), Turner::kHand);

@@ -69,30 +69,6 @@ const Instrument::Command* Instrument::FindCommand(std::string_view text) {
       {":KEY:LOCK:DISABLE", &Instrument::DisableKeys},
       {":MEASURE:CURRENT_SRC:CH1", &Instrument::MeasureChannel1},
       {":MEASURE:CURRENT_SRC:CH2", &Instrument::MeasureChannel2},
-      {":KEY:ACQUIRE", &Instrument::DoNothing},
-      {":KEY:AUTO", &Instrument::AutoSet},
-      {":KEY:CH_OFF", &Instrument::SwitchChannelOff},
-      {":KEY:CH1", &Instrument::SelectChannel1},
-      {":KEY:CH2", &Instrument::SelectChannel2},
-      {":KEY:CURSOR", &Instrument::DoNothing},
-      {":KEY:DISPLAY", &Instrument::DoNothing},
-      {":KEY:F1", &Instrument::DoNothing},
-      {":KEY:F2", &Instrument::DoNothing},
-      {":KEY:F3", &Instrument::DoNothing},
-      {":KEY:F4", &Instrument::DoNothing},
-      {":KEY:F5", &Instrument::DoNothing},
-      {":KEY:Math", &Instrument::DoNothing},
-      {":KEY:MEASURE", &Instrument::DoNothing},
-      {":KEY:PROMPT_V", &Instrument::DoNothing},
-      {":KEY:PROMPT_H", &Instrument::DoNothing},
-      {":KEY:REF", &Instrument::DoNothing},
-      {":KEY:RUN", &Instrument::PressRun},
-      {":KEY:STORAGE", &Instrument::DoNothing},
-      {":KEY:MNU_TIME", &Instrument::DoNothing},
-      {":KEY:TRIG%50", &Instrument::SetLevelToMiddle},
-      {":KEY:FORCE", &Instrument::ForceTrigger},
-      {":KEY:MNU_TRIG", &Instrument::DoNothing},
-      {":KEY:UTILITY", &Instrument::DoNothing},
   };
   const auto found = std::find_if(std::begin(kCommands), std::end(kCommands),
                                   [&](const Command& c) { return c.text == text; });
@@ -123,7 +99,9 @@ std::optional<std::string> Instrument::Execute(std::string_view command) {
 bool Instrument::Do(std::string_view command) {
   const Command* known = FindCommand(command);
   if (known) (this->*known->action)();
-  return known != nullptr || TurnKnob(command);
+  if (known) return true;
+  constexpr std::string_view kKey = ":KEY:";
+  return command.starts_with(kKey) && PressKey(command.substr(kKey.size()));
 }
 
 std::optional<std::string> Instrument::AnswerQuery(std::string_view path) {

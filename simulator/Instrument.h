@@ -95,12 +95,16 @@ class Instrument {
   void DoNothing() {}
   void MeasureChannel1() { measured_ = Channel::k1; }
   void MeasureChannel2() { measured_ = Channel::k2; }
+
+  // The front keys. PressKey returns false if there is no key with this name.
+  struct Key;
+  bool PressKey(std::string_view name);
   void SelectChannel1() { SelectChannel(Channel::k1); }
   void SelectChannel2() { SelectChannel(Channel::k2); }
   void SelectChannel(Channel channel);
   void SwitchChannelOff();
-  // Carries out a key that steps a setting up or down. Returns false for any other command.
-  bool TurnKnob(std::string_view command);
+  void CentreChannel();
+  void CentreTime();
   void Step(Setting setting, int steps);
 
   void Start();
