@@ -24,50 +24,54 @@ std::string FormatDelay(double seconds, double step) {
 
 }  // namespace
 
-// A front key turns a setting or carries out an order.
+// A front key opens a menu, chooses in it, turns a setting or carries out an order.
 struct Instrument::Key {
+  struct Soft {
+    std::size_t number;
+  };
   struct Knob {
     Setting setting;  // that of channel 1, if each channel has one
     int steps;
   };
 
   std::string_view name;
-  std::variant<Knob, Action> effect;
+  std::variant<Menu, Soft, Knob, Action> effect;
 };
 
 bool Instrument::PressKey(std::string_view name) {
+  using Soft = Key::Soft;
   using Knob = Key::Knob;
   static constexpr Key kKeys[] = {
-      {"ACQUIRE", &Instrument::DoNothing},
+      {"ACQUIRE", Menu::kAcquire},
       {"AUTO", &Instrument::AutoSet},
       {"CH_OFF", &Instrument::SwitchChannelOff},
-      {"CH1", &Instrument::SelectChannel1},
-      {"CH2", &Instrument::SelectChannel2},
-      {"CURSOR", &Instrument::DoNothing},
-      {"DISPLAY", &Instrument::DoNothing},
-      {"F1", &Instrument::DoNothing},
-      {"F2", &Instrument::DoNothing},
-      {"F3", &Instrument::DoNothing},
-      {"F4", &Instrument::DoNothing},
-      {"F5", &Instrument::DoNothing},
+      {"CH1", Menu::kChannel1},
+      {"CH2", Menu::kChannel2},
+      {"CURSOR", Menu::kCursor},
+      {"DISPLAY", Menu::kDisplay},
+      {"F1", Soft{0}},
+      {"F2", Soft{1}},
+      {"F3", Soft{2}},
+      {"F4", Soft{3}},
+      {"F5", Soft{4}},
       {"H_SCALE_DEC", Knob{Setting::kTimeRange, -1}},
       {"H_SCALE_INC", Knob{Setting::kTimeRange, 1}},
       {"H_POS_DEC", Knob{Setting::kDelay, -1}},
       {"H_POS_INC", Knob{Setting::kDelay, 1}},
-      {"Math", &Instrument::DoNothing},
-      {"MEASURE", &Instrument::DoNothing},
+      {"Math", Menu::kMath},
+      {"MEASURE", Menu::kMeasure},
       {"PROMPT_V", &Instrument::CentreChannel},
       {"PROMPT_H", &Instrument::CentreTime},
-      {"REF", &Instrument::DoNothing},
+      {"REF", Menu::kReference},
       {"RUN", &Instrument::PressRun},
-      {"STORAGE", &Instrument::DoNothing},
-      {"MNU_TIME", &Instrument::DoNothing},
+      {"STORAGE", Menu::kStorage},
+      {"MNU_TIME", Menu::kTime},
       {"TRIG%50", &Instrument::SetLevelToMiddle},
       {"FORCE", &Instrument::ForceTrigger},
       {"TRIG_LVL_DEC", Knob{Setting::kLevel, -1}},
       {"TRIG_LVL_INC", Knob{Setting::kLevel, 1}},
-      {"MNU_TRIG", &Instrument::DoNothing},
-      {"UTILITY", &Instrument::DoNothing},
+      {"MNU_TRIG", Menu::kTrigger},
+      {"UTILITY", Menu::kUtility},
       {"V_SCALE_DEC", Knob{Setting::kRange1, -1}},
       {"V_SCALE_INC", Knob{Setting::kRange1, 1}},
       {"V_POS_DEC", Knob{Setting::kOffset1, -1}},
@@ -76,7 +80,11 @@ bool Instrument::PressKey(std::string_view name) {
   const auto* const key = std::ranges::find(kKeys, name, &Key::name);
   if (key == std::end(kKeys)) return false;
   IsRunning();  // a shot that is due still uses the old settings
-  if (const auto* const knob = std::get_if<Knob>(&key->effect)) {
+  if (const auto* const menu = std::get_if<Menu>(&key->effect)) {
+    OpenMenu(*menu);
+  } else if (const auto* const soft = std::get_if<Soft>(&key->effect)) {
+    PressSoftKey(soft->number);
+  } else if (const auto* const knob = std::get_if<Knob>(&key->effect)) {
     Step(knob->setting, knob->steps);
   } else {
     (this->*std::get<Action>(key->effect))();
@@ -85,16 +93,16 @@ bool Instrument::PressKey(std::string_view name) {
 }
 
 void Instrument::SelectChannel(Channel channel) {
-  selected_ = channel;
+  panel_.selected = channel;
   settings_.Set(OfChannel(Setting::kDisplay1, channel), "ON", Turner::kHand);
 }
 
 void Instrument::SwitchChannelOff() {
-  settings_.Set(OfChannel(Setting::kDisplay1, selected_), "OFF", Turner::kHand);
+  settings_.Set(OfChannel(Setting::kDisplay1, panel_.selected), "OFF", Turner::kHand);
 }
 
 void Instrument::CentreChannel() {
-  settings_.Set(OfChannel(Setting::kOffset1, selected_), FormatDivisions(0), Turner::kHand);
+  settings_.Set(OfChannel(Setting::kOffset1, panel_.selected), FormatDivisions(0), Turner::kHand);
 }
 
 void Instrument::CentreTime() {
@@ -104,7 +112,7 @@ void Instrument::CentreTime() {
 // A setting at the end of its range stays there.
 void Instrument::Step(Setting setting, int steps) {
   if (setting == Setting::kRange1 || setting == Setting::kOffset1) {
-    setting = OfChannel(setting, selected_);
+    setting = OfChannel(setting, panel_.selected);
   }
   if (const auto rows = settings_.Choices(setting); !rows.empty()) {
     const auto last = static_cast<std::ptrdiff_t>(rows.size()) - 1;

@@ -5,7 +5,6 @@
 #include <cmath>
 
 #include "simulator/Measures.h"
-#include "simulator/Screen.h"
 #include "simulator/Values.h"
 
 namespace tx5000 {
@@ -270,8 +269,9 @@ void Instrument::SetLevelToMiddle() {
 
 void Instrument::CopyScreen() {
   const Record& record = CurrentRecord();
-  screenMemory_ =
-      DrawScreen(settings_, recorded_, record, {IsRunning(), menuShown_, identity_.model});
+  ScreenState state{IsRunning(), identity_.model, {}};
+  if (panel_.menuShown) state.menu = DescribeMenu();
+  screenMemory_ = DrawScreen(settings_, recorded_, record, panel_, state);
 }
 
 void Instrument::FitChannel(Channel channel, double heightDivisions, double centreDivisions) {

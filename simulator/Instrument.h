@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "simulator/Acquisition.h"
+#include "simulator/Panel.h"
+#include "simulator/Screen.h"
 #include "simulator/Settings.h"
 
 namespace tx5000 {
@@ -52,7 +54,7 @@ class Instrument {
   bool Turn(std::string_view path, std::string_view value);
 
   bool IsRunning();
-  bool IsMenuShown() const { return menuShown_; }
+  bool IsMenuShown() const { return panel_.menuShown; }
   bool AreKeysEnabled() const { return keysEnabled_; }
   const Identity& GetIdentity() const { return identity_; }
   void SetIdentity(Identity identity) { identity_ = std::move(identity); }
@@ -87,25 +89,35 @@ class Instrument {
   void AutoSet();
   void SetLevelToMiddle();
   void ForceTrigger();
-  void ShowMenu() { menuShown_ = true; }
-  void HideMenu() { menuShown_ = false; }
+  void ShowMenu() { panel_.menuShown = true; }
+  void HideMenu() { panel_.menuShown = false; }
   void EnableKeys() { keysEnabled_ = true; }
   void DisableKeys() { keysEnabled_ = false; }
   void CopyScreen();
-  void DoNothing() {}
   void MeasureChannel1() { measured_ = Channel::k1; }
   void MeasureChannel2() { measured_ = Channel::k2; }
 
   // The front keys. PressKey returns false if there is no key with this name.
   struct Key;
   bool PressKey(std::string_view name);
-  void SelectChannel1() { SelectChannel(Channel::k1); }
-  void SelectChannel2() { SelectChannel(Channel::k2); }
   void SelectChannel(Channel channel);
   void SwitchChannelOff();
   void CentreChannel();
   void CentreTime();
   void Step(Setting setting, int steps);
+
+  // The menus. A key that has opened its menu closes it.
+  struct SoftKey;
+  struct MenuRow;
+  const MenuRow& CurrentMenu() const;
+  Setting SettingOf(Setting setting) const;
+  void OpenMenu(Menu menu);
+  void PressSoftKey(std::size_t number);
+  MenuTexts DescribeMenu() const;
+  std::string ModelText() const { return identity_.model; }
+  std::string SerialText() const { return identity_.serial; }
+  std::string FirmwareText() const { return identity_.firmware; }
+  std::string KeysText() const { return keysEnabled_ ? "enabled" : "locked"; }
 
   void Start();
   void Acquire();
@@ -123,9 +135,8 @@ class Instrument {
   std::chrono::milliseconds now_{0};
   std::chrono::milliseconds startedAt_{0};  // start of the present run; times a single shot
   bool running_ = true;
-  bool menuShown_ = true;
   bool keysEnabled_ = true;
-  Channel selected_ = Channel::k1;  // chosen by its key; the vertical keys act on it
+  Panel panel_;
   Channel measured_ = Channel::k1;  // the measures are of its trace
   int unknownCount_ = 0;
   std::vector<std::string> unknown_;

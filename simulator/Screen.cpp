@@ -48,17 +48,16 @@ bool IsShown(const Settings& settings, Channel channel) {
 
 class Painter {
  public:
-  Painter(const Settings& settings, const Inputs& inputs, const Record& record,
-          const ScreenState& state)
-      : settings_(settings), inputs_(inputs), record_(record), state_(state) {}
+  Painter(const Settings& settings, const Inputs& inputs, const Record& record, const Panel& panel)
+      : settings_(settings), inputs_(inputs), record_(record), panel_(panel) {}
 
   void DrawGrid();
   void DrawTraces();
   void DrawMarks();
-  void WriteStatus();
+  void WriteStatus(const ScreenState& state);
   void WriteChannel(Channel channel, int x);
   void WriteTrigger();
-  void DrawMenu();
+  void DrawMenu(const MenuTexts& menu);
   std::vector<std::uint8_t> Take() { return bitmap_.Take(); }
 
  private:
@@ -77,7 +76,7 @@ class Painter {
   const Settings& settings_;
   const Inputs& inputs_;
   const Record& record_;
-  const ScreenState& state_;
+  const Panel& panel_;
   Bitmap bitmap_;
 };
 
@@ -176,19 +175,19 @@ void Painter::DrawMarks() {
   const bool levelled = source.starts_with("CH") && !Is(Setting::kMethod, "VIDEO");
   const Setting offset = source == "CH2" ? Setting::kOffset2 : Setting::kOffset1;
   const int row = RowAt(settings_.Divisions(offset) + settings_.Divisions(Setting::kLevel));
-  const int end = (state_.menuShown ? kMenuLeft : kScreenWidth) - 6;
+  const int end = (panel_.menuShown ? kMenuLeft : kScreenWidth) - 6;
   for (int size = 0; size < 4; ++size) {
     bitmap_.Fill(moment - size, 17 - size, moment + size, 17 - size, kTriggerInk);
     if (levelled) bitmap_.Fill(end + size, row - size, end + size, row + size, kTriggerInk);
   }
 }
 
-void Painter::WriteStatus() {
+void Painter::WriteStatus(const ScreenState& state) {
   constexpr int kLine = 4;
   const std::string delay = FormatSeconds(settings_.Seconds(Setting::kDelay));
   const bool average = Is(Setting::kAcquisition, "AVERAGE");
   const std::string acquisition = Is(Setting::kScan, "ON") ? "ROLL" : Text(Setting::kAcquisition);
-  if (state_.running) {
+  if (state.running) {
     bitmap_.Write(2, kLine, "RUN", kTextInk);
   } else {
     bitmap_.WriteInverse(2, kLine, "STOP", kTextInk);
@@ -197,7 +196,7 @@ void Painter::WriteStatus() {
   bitmap_.Write(104, kLine, "D " + delay, kTriggerInk);
   bitmap_.Write(176, kLine, acquisition + (average ? " " + Text(Setting::kAverages) : ""),
                 kTextInk);
-  bitmap_.Write(kMenuLeft + 10, kLine, state_.model, kTextInk);
+  bitmap_.Write(kMenuLeft + 10, kLine, state.model, kTextInk);
 }
 
 void Painter::WriteChannel(Channel channel, int x) {
@@ -208,7 +207,11 @@ void Painter::WriteChannel(Channel channel, int x) {
     return Is(of(first), "ON") ? " " + std::string(text) : "";
   };
   const std::string name = channel == Channel::k1 ? "CH1" : "CH2";
-  bitmap_.Write(x, kLine, name, InkOf(channel));
+  if (channel == panel_.selected) {
+    bitmap_.WriteInverse(x, kLine, name, InkOf(channel));
+  } else {
+    bitmap_.Write(x, kLine, name, InkOf(channel));
+  }
   bitmap_.Write(x + 4 * kGlyphAdvance, kLine,
                 Text(of(Setting::kRange1)) + " " + Text(of(Setting::kCoupling1)) +
                     mark(Setting::kBandwidth1, "B") + mark(Setting::kInvert1, "I") + " " +
@@ -230,32 +233,39 @@ void Painter::WriteTrigger() {
   bitmap_.Write(2, kLine, text, kTriggerInk);
 }
 
-void Painter::DrawMenu() {
-  constexpr int kKeys = 5;
-  constexpr int kHeight = kTraceHeight / kKeys;
+void Painter::DrawMenu(const MenuTexts& menu) {
+  const int height = kTraceHeight / static_cast<int>(menu.entries.size());
   constexpr int kLast = kScreenWidth - 1;
+  const auto middle = [](std::string_view text) {
+    return kMenuLeft + (kScreenWidth - kMenuLeft - WidthOf(text)) / 2;
+  };
   bitmap_.Fill(kMenuLeft, 0, kLast, kBottom, kDarkInk);
-  for (int key = 0; key < kKeys; ++key) {
-    const int top = kTraceTop + key * kHeight;
-    bitmap_.Fill(kMenuLeft, top, kLast, top + kHeight - 2, kGridInk);
-    bitmap_.Fill(kMenuLeft + 1, top + 1, kLast - 1, top + kHeight - 3, kDarkInk);
-    bitmap_.Write(kMenuLeft + 28, top + 14, "F" + std::to_string(key + 1), kTextInk);
+  bitmap_.Fill(kMenuLeft, 2, kLast, 14, kTextInk);
+  bitmap_.Write(middle(menu.title), 5, menu.title, kDarkInk);
+  int top = kTraceTop;
+  for (const auto& [label, value] : menu.entries) {
+    bitmap_.Fill(kMenuLeft, top, kLast, top + height - 2, kGridInk);
+    bitmap_.Fill(kMenuLeft + 1, top + 1, kLast - 1, top + height - 3, kDarkInk);
+    bitmap_.Write(middle(label), top + 8, label, kTextInk);
+    bitmap_.Write(middle(value), top + 22, value, kChannel1Ink);
+    top += height;
   }
 }
 
 }  // namespace
 
 std::vector<std::uint8_t> DrawScreen(const Settings& settings, const Inputs& inputs,
-                                     const Record& record, const ScreenState& state) {
-  Painter painter(settings, inputs, record, state);
+                                     const Record& record, const Panel& panel,
+                                     const ScreenState& state) {
+  Painter painter(settings, inputs, record, panel);
   painter.DrawGrid();
   painter.DrawTraces();
   painter.DrawMarks();
-  painter.WriteStatus();
+  painter.WriteStatus(state);
   painter.WriteChannel(Channel::k1, 2);
   painter.WriteChannel(Channel::k2, 162);
   painter.WriteTrigger();
-  if (state.menuShown) painter.DrawMenu();
+  if (panel.menuShown) painter.DrawMenu(state.menu);
   return painter.Take();
 }
 

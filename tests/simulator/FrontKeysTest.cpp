@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "simulator/InstrumentBench.h"
 
 namespace oriolemark {
@@ -37,6 +39,50 @@ TEST(FrontKeysTest, AKeyChangesItsSettingWithinItsLimits) {
     EXPECT_EQ(bench.Ask(row[2] + ":?"), row[3]) << row[1];
     for (const std::string& key : Split(row[1], ';')) EXPECT_TRUE(bench.Send(":KEY:" + key)) << key;
     EXPECT_EQ(bench.Ask(row[2] + ":?"), row[4]) << row[1];
+  }
+}
+
+TEST(FrontKeysTest, AMenuKeyOpensItsOwnMenuAndClosesIt) {
+  std::set<std::vector<std::uint8_t>> menus;
+  const auto keys = Split(
+      "ACQUIRE CH1 CH2 CURSOR DISPLAY Math MEASURE MNU_TIME MNU_TRIG REF STORAGE UTILITY", ' ');
+  for (const std::string& key : keys) {
+    Bench bench;
+    const auto picture = [&](const std::string& commands) {
+      EXPECT_TRUE(bench.Send(commands + ";:HARD_COPY")) << commands;
+      return bench.instrument.ScreenMemory();
+    };
+    const std::string press = ":KEY:" + key;
+    const auto closed = picture(press + ";:DISPLAY:MENU STATUS:OFF");
+    const auto open = picture(press);
+    EXPECT_TRUE(menus.insert(open).second) << key;
+    EXPECT_EQ(picture(press), closed) << key;
+    EXPECT_EQ(picture((key == "REF" ? ":KEY:Math;" : ":KEY:REF;") + press), open) << key;
+  }
+  EXPECT_EQ(menus.size(), keys.size());
+}
+
+TEST(FrontKeysTest, ASoftKeyStepsThroughTheValuesOfItsEntry) {
+  // Commands before, the soft key, and a query with its answers after one press and after two.
+  for (const auto& row : Rows(R"(
+:KEY:MNU_TRIG | F1 | :TRIGGER:METHOD | PULSE | VIDEO
+:TRIGGER:METHOD:PULSE;:KEY:MNU_TRIG | F3 | :TRIGGER:PULSE MODE | +MORE THAN | +EQUAL
+:TRIGGER:METHOD:VIDEO;:KEY:MNU_TRIG | F5 | :TRIGGER:POLARITY | NEGATIVE | POSITIVE
+:TRIGGER:Source:EXT5;:KEY:MNU_TRIG | F2 | :TRIGGER:Source | AC | CH1
+:TRIGGER:Source:AC;:TRIGGER:METHOD:PULSE;:KEY:MNU_TRIG | F2 | :TRIGGER:Source | CH1 | CH2
+:KEY:CH1;:KEY:CH2 | F2 | :CHANNEL2:INVERT | ON | OFF
+:CHANNEL1:PROBE:1000X;:KEY:CH2;:KEY:CH1 | F4 | :CHANNEL1:RANGE | 1.00V | 10.0V
+:ACQUIRE:INTENSITY:77%;:KEY:DISPLAY | F4 | :ACQUIRE:INTENSITY | 3% | 25%
+:KEY:MNU_TIME | F5 | :TimeBase:RANGE | 100.0ms | 100.0ms
+:TRIGGER:MODE:SINGLE;:STOP;:KEY:MNU_TRIG | F4 | :TRIGGER:STATUS | STOP | STOP
+:KEY:CH2;:DISPLAY:MENU STATUS:OFF | F1 | :CHANNEL2:COUPLING | DC | AC
+)")) {
+    Bench bench;
+    EXPECT_TRUE(bench.Send(row[0])) << row[0];
+    for (const std::size_t answer : {3, 4}) {
+      EXPECT_TRUE(bench.Send(":KEY:" + row[1])) << row[1];
+      EXPECT_EQ(bench.Ask(row[2] + ":?"), row[answer]) << row[0];
+    }
   }
 }
 
