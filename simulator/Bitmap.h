@@ -19,6 +19,9 @@ enum Ink : std::uint8_t {
   kGridInk = 0x49,
   kChannel1Ink = 0xFC,
   kChannel2Ink = 0x1F,
+  kMathInk = 0xE3,
+  kReferenceInk = 0x92,
+  kCursorInk = 0x1C,
   kTriggerInk = 0xF0,
   kTextInk = 0xFF,
 };

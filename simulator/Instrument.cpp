@@ -126,7 +126,7 @@ std::optional<std::string> Instrument::AnswerBlock(std::string_view command) {
 std::optional<std::string> Instrument::AnswerMeasureQuery(std::string_view command) {
   if (!command.starts_with(":MEASURE:")) return std::nullopt;
   const Record& record = CurrentRecord();
-  return AnswerMeasure(command, settings_, recorded_, record, measured_);
+  return AnswerMeasure(command, settings_, recorded_, record, panel_.ChannelOf(Option::kMeasured));
 }
 
 bool Instrument::SetFrom(std::string_view command) {

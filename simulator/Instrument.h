@@ -94,8 +94,8 @@ class Instrument {
   void EnableKeys() { keysEnabled_ = true; }
   void DisableKeys() { keysEnabled_ = false; }
   void CopyScreen();
-  void MeasureChannel1() { measured_ = Channel::k1; }
-  void MeasureChannel2() { measured_ = Channel::k2; }
+  void MeasureChannel1() { panel_.At(Option::kMeasured) = 0; }
+  void MeasureChannel2() { panel_.At(Option::kMeasured) = 1; }
 
   // The front keys. PressKey returns false if there is no key with this name.
   struct Key;
@@ -113,7 +113,16 @@ class Instrument {
   Setting SettingOf(Setting setting) const;
   void OpenMenu(Menu menu);
   void PressSoftKey(std::size_t number);
-  MenuTexts DescribeMenu() const;
+  MenuTexts DescribeMenu();
+  MenuTexts::Entry DescribeMeasure(const std::string& name);
+  void Replace(const Settings& settings);
+  void SaveSetup();
+  void RecallSetup();
+  void RestoreDefaults();
+  void SaveReference();
+  std::string DeltaText() const;
+  std::string SetupText() const;
+  std::string ReferenceText() const;
   std::string ModelText() const { return identity_.model; }
   std::string SerialText() const { return identity_.serial; }
   std::string FirmwareText() const { return identity_.firmware; }
@@ -137,7 +146,6 @@ class Instrument {
   bool running_ = true;
   bool keysEnabled_ = true;
   Panel panel_;
-  Channel measured_ = Channel::k1;  // the measures are of its trace
   int unknownCount_ = 0;
   std::vector<std::string> unknown_;
   std::vector<std::uint8_t> screenMemory_;

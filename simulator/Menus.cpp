@@ -1,8 +1,11 @@
 #include <algorithm>
+#include <cmath>
 #include <utility>
 #include <variant>
 
 #include "simulator/Instrument.h"
+#include "simulator/Measures.h"
+#include "simulator/Values.h"
 
 namespace tx5000 {
 namespace {
@@ -25,7 +28,7 @@ std::size_t NextOf(Texts texts, std::string_view shown) {
 
 }  // namespace
 
-// A key beside the screen, in one menu. It steps through the values of a setting, or does
+// A key beside the screen, in one menu. It steps through the values of a setting or option, or does
 // something of its own.
 struct Instrument::SoftKey {
   // A text and an order, either of which may be missing.
@@ -36,7 +39,7 @@ struct Instrument::SoftKey {
 
   std::string_view label;
   // A setting of channel 1 means that of the menu's channel.
-  std::variant<std::monostate, Special, Setting> kind;
+  std::variant<std::monostate, Special, Setting, Option> kind;
   Texts values{};  // all that the setting accepts, if empty
 };
 
@@ -72,9 +75,27 @@ const Instrument::MenuRow& Instrument::CurrentMenu() const {
          {"Grid", kGrid},
          {"Intensity", kIntensity, kIntensities},
          {"Menu off", Special{nullptr, &Instrument::HideMenu}}}}},
-      {Menu::kCursor, "CURSOR", {}},
-      {Menu::kMeasure, "MEASURE", {}},
-      {Menu::kStorage, "STORAGE", {}},
+      {Menu::kCursor,
+       "CURSOR",
+       {{{"Type", Option::kCursors},
+         {"Source", Option::kCursorSource},
+         {"Cursor 1", Option::kCursor1},
+         {"Cursor 2", Option::kCursor2},
+         {"Delta", Special{&Instrument::DeltaText}}}}},
+      {Menu::kMeasure,
+       "MEASURE",
+       {{{"Source", Option::kMeasured},
+         {"", Option::kMeasure1},
+         {"", Option::kMeasure2},
+         {"", Option::kMeasure3},
+         {"", Option::kMeasure4}}}},
+      {Menu::kStorage,
+       "STORAGE",
+       {{{"Setup", Option::kSetup},
+         {"Save", Special{&Instrument::SetupText, &Instrument::SaveSetup}},
+         {"Recall", Special{nullptr, &Instrument::RecallSetup}},
+         {"Default", Special{nullptr, &Instrument::RestoreDefaults}},
+         {}}}},
       {Menu::kUtility,
        "UTILITY",
        {{{"Model", Special{&Instrument::ModelText}},
@@ -82,8 +103,14 @@ const Instrument::MenuRow& Instrument::CurrentMenu() const {
          {"Firmware", Special{&Instrument::FirmwareText}},
          {"Front keys", Special{&Instrument::KeysText}},
          {"Memory", kSystemMemory, kMemories}}}},
-      {Menu::kMath, "MATH", {}},
-      {Menu::kReference, "REF", {}},
+      {Menu::kMath, "MATH", {{{"Operation", Option::kMath}, {}, {}, {}, {}}}},
+      {Menu::kReference,
+       "REF",
+       {{{"Source", Option::kReferenceSource},
+         {"Save", Special{&Instrument::ReferenceText, &Instrument::SaveReference}},
+         {"Show", Option::kReferenceShown},
+         {},
+         {}}}},
       {Menu::kTime,
        "TIME",
        {{{"Time/Div", kTimeRange},
@@ -138,6 +165,8 @@ void Instrument::PressSoftKey(std::size_t number) {
   const SoftKey& key = CurrentMenu().keys[number];
   if (const auto* const special = std::get_if<SoftKey::Special>(&key.kind)) {
     if (special->press) (this->*special->press)();
+  } else if (const auto* const option = std::get_if<Option>(&key.kind)) {
+    panel_.At(*option) = NextOf(OptionTexts(*option), panel_.Text(*option));
   } else if (const auto* const first = std::get_if<Setting>(&key.kind)) {
     const Setting setting = SettingOf(*first);
     const Texts values = key.values.empty() ? settings_.Choices(setting) : key.values;
@@ -145,7 +174,7 @@ void Instrument::PressSoftKey(std::size_t number) {
   }
 }
 
-MenuTexts Instrument::DescribeMenu() const {
+MenuTexts Instrument::DescribeMenu() {
   const MenuRow& row = CurrentMenu();
   MenuTexts menu{std::string(row.title), {}};
   for (std::size_t i = 0; i < row.keys.size(); ++i) {
@@ -156,9 +185,69 @@ MenuTexts Instrument::DescribeMenu() const {
       if (special->text) entry.value = (this->*special->text)();
     } else if (const auto* const setting = std::get_if<Setting>(&key.kind)) {
       entry.value = settings_.Text(SettingOf(*setting));
+    } else if (const auto* const option = std::get_if<Option>(&key.kind)) {
+      entry.value = panel_.Text(*option);
+      if (key.label.empty()) entry = DescribeMeasure(entry.value);
     }
   }
   return menu;
+}
+
+// The name of a measure, and its reply without name and equal sign.
+MenuTexts::Entry Instrument::DescribeMeasure(const std::string& name) {
+  const Record& record = CurrentRecord();
+  const auto reply = AnswerMeasure(":MEASURE:" + name, settings_, recorded_, record,
+                                   panel_.ChannelOf(Option::kMeasured));
+  const std::string value = reply.value_or(name).substr(name.size());
+  return {name, value.substr(value.starts_with('=') || value.starts_with(' ') ? 1 : 0)};
+}
+
+std::string Instrument::DeltaText() const {
+  const int divisions =
+      std::abs(panel_.DivisionsOf(Option::kCursor1) - panel_.DivisionsOf(Option::kCursor2));
+  switch (panel_.ShownCursors()) {
+    case Cursors::kVolt: {
+      const Channel source = panel_.ChannelOf(Option::kCursorSource);
+      return FormatVolts(divisions * settings_.VoltsPerDivision(source), 4);
+    }
+    case Cursors::kTime:
+      return FormatSeconds(divisions * settings_.Seconds(Setting::kTimeRange));
+    case Cursors::kOff:
+      break;
+  }
+  return "";
+}
+
+void Instrument::SaveSetup() {
+  panel_.setups[panel_.At(Option::kSetup)] = settings_;
+}
+
+void Instrument::RecallSetup() {
+  if (const auto& setup = panel_.setups[panel_.At(Option::kSetup)]) Replace(*setup);
+}
+
+void Instrument::RestoreDefaults() {
+  Replace(Settings());
+}
+
+void Instrument::Replace(const Settings& settings) {
+  IsRunning();  // a shot that is due still uses the old settings
+  settings_ = settings;
+  AfterChange(Setting::kTrigMode);
+}
+
+std::string Instrument::SetupText() const {
+  return panel_.setups[panel_.At(Option::kSetup)] ? "saved" : "empty";
+}
+
+void Instrument::SaveReference() {
+  const Record& record = CurrentRecord();
+  panel_.reference = TakeSamples(settings_, recorded_, record,
+                                 panel_.ChannelOf(Option::kReferenceSource), Trace::kPlain);
+}
+
+std::string Instrument::ReferenceText() const {
+  return panel_.reference.empty() ? "empty" : "saved";
 }
 
 }  // namespace tx5000

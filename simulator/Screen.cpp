@@ -53,6 +53,7 @@ class Painter {
 
   void DrawGrid();
   void DrawTraces();
+  void DrawCursors();
   void DrawMarks();
   void WriteStatus(const ScreenState& state);
   void WriteChannel(Channel channel, int x);
@@ -71,6 +72,7 @@ class Painter {
   void DrawFigure();
   void DrawTrace(const Samples& samples, Ink ink);
   void DrawEnvelope(Channel channel, Ink ink);
+  Samples Calculate() const;
   void DrawZero(Channel channel);
 
   const Settings& settings_;
@@ -106,6 +108,8 @@ void Painter::DrawTraces() {
     DrawFigure();
     return;
   }
+  if (panel_.At(Option::kReferenceShown) != 0) DrawTrace(panel_.reference, kReferenceInk);
+  if (panel_.Operation() != Math::kOff) DrawTrace(Calculate(), kMathInk);
   const bool envelope = Is(Setting::kAcquisition, "ENVELOPE") && !Is(Setting::kScan, "ON");
   // Channel 1 is drawn last, in front.
   for (const Channel channel : {Channel::k2, Channel::k1}) {
@@ -149,6 +153,42 @@ void Painter::DrawEnvelope(Channel channel, Ink ink) {
   for (std::size_t i = 0; i < upper.size(); ++i) {
     const int x = kTraceLeft + static_cast<int>(i * kTraceWidth / upper.size());
     bitmap_.Fill(x, RowOf(upper[i]), x, RowOf(lower[i]), ink);
+  }
+}
+
+// The sum or the difference, around the middle and in the scale of channel 1.
+Painter::Samples Painter::Calculate() const {
+  Samples result = Read(Channel::k1);
+  const Samples other = Read(Channel::k2);
+  const auto zero = [&](Setting offset) {
+    return kCentreSample - kDivision * settings_.Divisions(offset);
+  };
+  const double zero1 = zero(Setting::kOffset1);
+  const double zero2 = zero(Setting::kOffset2);
+  const double sign = panel_.Operation() == Math::kSum ? 1 : -1;
+  const double factor =
+      sign * settings_.VoltsPerDivision(Channel::k2) / settings_.VoltsPerDivision(Channel::k1);
+  for (std::size_t i = 0; i < result.size(); ++i) {
+    const double counts = kCentreSample + (result[i] - zero1) + factor * (other[i] - zero2);
+    result[i] = static_cast<std::uint8_t>(std::lround(std::clamp(counts, 0.0, 255.0)));
+  }
+  return result;
+}
+
+void Painter::DrawCursors() {
+  if (panel_.ShownCursors() == Cursors::kOff) return;
+  const bool level = panel_.ShownCursors() == Cursors::kVolt;
+  for (const Option cursor : {Option::kCursor1, Option::kCursor2}) {
+    const int divisions = panel_.DivisionsOf(cursor);
+    if (level) {
+      for (int x = kTraceLeft; x < kRight; x += 4) {
+        bitmap_.Fill(x, RowAt(divisions), x + 1, RowAt(divisions), kCursorInk);
+      }
+    } else {
+      for (int y = kTraceTop; y < kBottom; y += 4) {
+        bitmap_.Fill(ColumnAt(divisions), y, ColumnAt(divisions), y + 1, kCursorInk);
+      }
+    }
   }
 }
 
@@ -260,6 +300,7 @@ std::vector<std::uint8_t> DrawScreen(const Settings& settings, const Inputs& inp
   Painter painter(settings, inputs, record, panel);
   painter.DrawGrid();
   painter.DrawTraces();
+  painter.DrawCursors();
   painter.DrawMarks();
   painter.WriteStatus(state);
   painter.WriteChannel(Channel::k1, 2);
