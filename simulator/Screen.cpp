@@ -276,18 +276,20 @@ void Painter::WriteTrigger() {
 void Painter::DrawMenu(const MenuTexts& menu) {
   const int height = kTraceHeight / static_cast<int>(menu.entries.size());
   constexpr int kLast = kScreenWidth - 1;
-  const auto middle = [](std::string_view text) {
-    return kMenuLeft + (kScreenWidth - kMenuLeft - WidthOf(text)) / 2;
+  const auto write = [&](std::string_view text, int y, Ink ink) {
+    constexpr std::size_t kMostLetters = (kScreenWidth - kMenuLeft) / kGlyphAdvance;
+    text = text.substr(0, kMostLetters);
+    bitmap_.Write(kMenuLeft + (kScreenWidth - kMenuLeft - WidthOf(text)) / 2, y, text, ink);
   };
   bitmap_.Fill(kMenuLeft, 0, kLast, kBottom, kDarkInk);
   bitmap_.Fill(kMenuLeft, 2, kLast, 14, kTextInk);
-  bitmap_.Write(middle(menu.title), 5, menu.title, kDarkInk);
+  write(menu.title, 5, kDarkInk);
   int top = kTraceTop;
   for (const auto& [label, value] : menu.entries) {
     bitmap_.Fill(kMenuLeft, top, kLast, top + height - 2, kGridInk);
     bitmap_.Fill(kMenuLeft + 1, top + 1, kLast - 1, top + height - 3, kDarkInk);
-    bitmap_.Write(middle(label), top + 8, label, kTextInk);
-    bitmap_.Write(middle(value), top + 22, value, kChannel1Ink);
+    write(label, top + 8, kTextInk);
+    write(value, top + 22, kChannel1Ink);
     top += height;
   }
 }
@@ -304,7 +306,7 @@ std::vector<std::uint8_t> DrawScreen(const Settings& settings, const Inputs& inp
   painter.DrawMarks();
   painter.WriteStatus(state);
   painter.WriteChannel(Channel::k1, 2);
-  painter.WriteChannel(Channel::k2, 162);
+  painter.WriteChannel(Channel::k2, 165);
   painter.WriteTrigger();
   if (panel.menuShown) painter.DrawMenu(state.menu);
   return painter.Take();
