@@ -246,17 +246,20 @@ TEST_F(Browser, TheSortAndTheSheetOutliveThePaneAndTheSortTheSheet) {
 TEST_F(Browser, ARemovalMovesLaterItemsWithTheirViewsAndTheReadingThatRuns) {
   // The slot that is removed while slot 2 is read, or what else happens then; the items, and the
   // slot with the reading.
-  enum { NewSheet = -1, WindowCloses = -2 };
+  enum { NewSheet = -1, WindowCloses = -2, WindowReopens = -3 };
   constexpr std::tuple<int, const char*, int> kRows[] = {
       {0, "#1 #2(#21) #3(#32) ", 1},
       {1, "#0(#00) #2(#21) #3(#32) ", 1},
       {2, "#0(#00) #1 #3(#32) ", -1},
       {3, "#0(#00) #1 #2(#22) ", 2},
       {WindowCloses, "#0(#00) #1 #2 #3(#33) ", 2},
+      {WindowReopens, "#0(#00) #1 #2(#22) #3(#33) ", 2},
       {NewSheet, "", -1}};
   const auto act = [this](int removed, ItemKind kind) {
     if (removed == NewSheet) return browser.mnuNewDataSheet_Click();
-    if (removed == WindowCloses) return void(View(2, kind).Unload());
+    if (removed == WindowCloses || removed == WindowReopens) View(2, kind).Unload();
+    if (removed == WindowCloses) return;
+    if (removed == WindowReopens) return browser.files.ShowView(kind, 2);
     Select(removed, kind);
     browser.mnuRemove.Click();
   };
@@ -284,6 +287,37 @@ TEST_F(Browser, ARemovalMovesLaterItemsWithTheirViewsAndTheReadingThatRuns) {
         EXPECT_EQ(Taken(i, kind), i == readInto) << i;
         EXPECT_TRUE(i >= sheet.*RowOf(kind).count || View(i, kind).cmdRefresh.Enabled()) << i;
       }
+    }
+  }
+}
+
+TEST_F(Browser, AnAutoRefreshKeepsOtherKindsAwayAndEndsWithItsItem) {
+  module.preferences.refresh = {.RefreshType = "Auto", .RefreshInterval = 20000};
+  prompts.toSave = MessageAnswer::No;
+  for (const ItemKind running : kTreeOrder) {
+    for (const ItemKind asked : kTreeOrder) {
+      SCOPED_TRACE(std::string(RowOf(running).word) + " and " + RowOf(asked).word);
+      browser.mnuNewDataSheet_Click();
+      Add(running, 2);
+      Add(asked, 2);
+      At(10000, [&] {
+        ASSERT_FALSE(module.Transfer().TransferActive);
+        EXPECT_EQ(View(0, running).cmdRefresh.Face(), kStopFace);
+        if (running != asked) View(1, asked).cmdRefresh.Click();
+        EXPECT_FALSE(RowOf(asked).record(sheet, 1).HasData);
+        EXPECT_TRUE(module.Refreshing().OtherThan(asked) || running == asked);
+      });
+      At(30000, [&] {
+        EXPECT_EQ(View(0, running).cmdRefresh.Face(), kStopFace) << "it goes on";
+        Select(0, running);
+        browser.mnuRemove.Click();
+      });
+      View(0, running).cmdRefresh.Click();
+      const RefreshFlags& flags = module.Refreshing();
+      EXPECT_EQ(Bits(flags.WaveAutoRefresh, flags.MeasureAutoRefresh, flags.DataAutoRefresh),
+                "000");
+      EXPECT_EQ(View(0, running).cmdRefresh.Face(), kRefreshFace) << "of the item behind it";
+      EXPECT_FALSE(RowOf(running).record(sheet, 0).HasData);
     }
   }
 }

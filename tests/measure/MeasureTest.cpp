@@ -178,18 +178,5 @@ TEST_F(Measures, TheLimitsFollowAnItemThatMovesAndGoWithIt) {
   }
 }
 
-TEST_F(Measures, AnAutoRefreshOfWavesKeepsThoseOfMeasuresAway) {
-  module.preferences.refresh = {.RefreshType = "Auto", .RefreshInterval = 60000};
-  Add(ItemKind::Wave, 1);
-  At(30000, [this] {
-    ASSERT_FALSE(module.Transfer().TransferActive);
-    At(20000, [this] { View().cmdRefresh.Click(); });  // ends a loop that should not run
-    View().cmdRefresh.Click();
-    EXPECT_EQ(Bits(Record().HasData, wave->cmdRefresh.Face() == kStopFace), "01");
-    wave->cmdRefresh.Click();
-  });
-  wave->cmdRefresh.Click();
-}
-
 }  // namespace
 }  // namespace oriolemark
