@@ -72,6 +72,13 @@ void FileFunc::AddNode(ItemKind kind, int slot) {
 void FileFunc::Remove(ItemKind kind, int slot) {
   const ItemKindRow& row = RowOf(kind);
   sheet_.Modified = true;
+  // Before the views are shown again, because a view whose item is read shows that.
+  int& reading = scratch_.*row.readingSlot;
+  if (reading == slot) {
+    reading = kNoSlot;
+  } else if (reading > slot) {
+    --reading;
+  }
   const int last = sheet_.*row.count - 1;
   for (int i = slot; i < last; ++i) {
     UnloadView(kind, i);
@@ -81,12 +88,6 @@ void FileFunc::Remove(ItemKind kind, int slot) {
   UnloadView(kind, last);
   row.record(sheet_, last).HasData = false;
   --(sheet_.*row.count);
-  int& reading = scratch_.*row.readingSlot;
-  if (reading == slot) {
-    reading = kNoSlot;
-  } else if (reading > slot) {
-    --reading;
-  }
 }
 
 void FileFunc::CloseAllItems() {

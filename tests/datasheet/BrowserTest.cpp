@@ -274,10 +274,14 @@ TEST_F(Browser, ARemovalMovesLaterItemsWithTheirViewsAndTheReadingThatRuns) {
       for (DataRecord& item : sheet.Datas) item.Count = -1;
       View(1, kind).Unload();
       View(2, kind).OptionCH.Select(0);
-      At(400, [&, removed = removed] {
+      At(400, [&, removed = removed, readInto = readInto] {
         ASSERT_TRUE(module.Transfer().TransferActive);
         EXPECT_FALSE(View(2, kind).cmdRefresh.Enabled());
         act(removed, kind);
+        for (int i = 0; i < sheet.*RowOf(kind).count; ++i) {
+          const ReadingView& view = View(i, kind);
+          EXPECT_EQ(view.cmdRefresh.Enabled(), i != readInto || !view.Loaded()) << i;
+        }
       });
       View(2, kind).KeyDown(kF5Key, 0);
       clock.Run(Milliseconds(10));
