@@ -233,8 +233,9 @@ void Bind(QLabel& widget, Label& model) {
 
 void Bind(QProgressBar& widget, ProgressBar& model) {
   widget.setRange(0, RoundToInt(ProgressBar::kMaximum));
-  model.onRefresh = [guard = QPointer<QProgressBar>(&widget)] {
-    if (guard) guard->repaint();
+  // A block comes in hundreds of pieces, most of which leave the shown number as it is.
+  model.onRefresh = [guard = QPointer<QProgressBar>(&widget), painted = -1]() mutable {
+    if (guard && std::exchange(painted, guard->value()) != guard->value()) guard->repaint();
   };
   Follow(widget, model, [&] {
     widget.setValue(RoundToInt(model.Value()));
