@@ -95,8 +95,7 @@ void ReadItems(int count, const Read& read) {
   }
 }
 
-// Passes the items that have no slot, up to the items of the next kind. One record serves for all,
-// because making one takes far longer than reading a short item.
+// Passes the items that have no slot, up to the items of the next kind. One record serves for all.
 template <typename Record, typename Skip>
 void SkipItems(FieldReader& reader, int count, const Skip& skip) {
   if (count <= kSheetSlots) return;

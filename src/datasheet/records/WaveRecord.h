@@ -14,16 +14,19 @@ namespace oriolemark {
 inline constexpr int kLastSample = 17000;
 
 // Rows of the instrument's screen: 0 is the top, 199 the bottom, 25 rows per division. The caller
-// must not read an index outside 0 to 17000.
+// must not read an index outside 0 to 17000. All rows are 0 at first, and take no memory until one
+// is stored.
 class SampleArray {
  public:
-  SampleArray() : rows_(kLastSample + 1, 0) {}
-
   static bool Holds(int index) { return index >= 0 && index <= kLastSample; }
-  std::int32_t operator[](int index) const { return rows_[static_cast<std::size_t>(index)]; }
+  std::int32_t operator[](int index) const {
+    return rows_.empty() ? 0 : rows_[static_cast<std::size_t>(index)];
+  }
   // Ignores an index outside 0 to 17000.
   void Store(int index, std::int32_t row) {
-    if (Holds(index)) rows_[static_cast<std::size_t>(index)] = row;
+    if (!Holds(index)) return;
+    if (rows_.empty()) rows_.resize(kLastSample + 1);
+    rows_[static_cast<std::size_t>(index)] = row;
   }
 
  private:
