@@ -118,8 +118,8 @@ class Tour {
   void OpenItem(const QString& name) { OpenItem(Item(name)); }
   static void ClickItem(QTreeWidgetItem* item, Qt::MouseButton button);
   static void OpenItem(QTreeWidgetItem* item);
-  // Checks the printed page's measures.
-  void CheckPage();
+  // Checks the printed page's measures. The left edge is in inches.
+  void CheckPage(double left);
   // The whole picture of a waveform: as it is, and as a second start draws it. KeepPictures writes
   // one file for each.
   QImage Raster(int slot);

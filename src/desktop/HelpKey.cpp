@@ -13,30 +13,26 @@ namespace oriolemark {
 namespace {
 
 struct DialogPage {
-  const char* dialog;  // its object name or its class
+  const char* dialog;  // its object name, its title or its class
   const char* page;
 };
 
 constexpr DialogPage kPages[] = {
-    {"frmOptions", "options.html"},
-    {"CtrlDialog", "controller.html#edit"},
-    {"frmPassFailed", "limits.html"},
-    {"frmWaveSetting", "fft.html"},
-    {"frmNewDoc", "controlfile.html"},
-    {"frmOpenDoc", "controlfile.html"},
-    {"QPrintDialog", "output.html#setup"},
-    {"QPrintPreviewDialog", "output.html#preview"},
-    {"QFileDialog", "controlfile.html"},
-    {"frmPrgress", "reading.html#progress"},
-    {"QMessageBox", "messages.html"},
-    {"QDialog", "index.html"},
+    {"frmOptions", "options.html"},        {"CtrlDialog", "controller.html#edit"},
+    {"frmPassFailed", "limits.html"},      {"frmWaveSetting", "fft.html"},
+    {"frmNewDoc", "controlfile.html"},     {"frmOpenDoc", "controlfile.html"},
+    {"QPrintDialog", "output.html#setup"}, {"QPrintPreviewDialog", "output.html#preview"},
+    {"Export File", "output.html#export"}, {"Save As", "sheet.html#files"},
+    {"QFileDialog", "controlfile.html"},   {"frmPrgress", "reading.html#progress"},
+    {"QMessageBox", "messages.html"},      {"QDialog", "index.html"},
 };
 
 // The last row is for every dialog.
 const char* PageOf(const QDialog& dialog) {
   return std::find_if(std::begin(kPages), std::end(kPages) - 1,
                       [&dialog](const DialogPage& row) {
-                        return dialog.objectName() == row.dialog || dialog.inherits(row.dialog);
+                        return dialog.objectName() == row.dialog ||
+                               dialog.windowTitle() == row.dialog || dialog.inherits(row.dialog);
                       })
       ->page;
 }

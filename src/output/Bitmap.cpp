@@ -43,14 +43,13 @@ std::string BitmapBytes(std::span<const std::uint32_t> pixels, int width) {
   bytes.reserve(kFileHeader + kInfoHeader + rows * stride);
   AppendHeaders(bytes, static_cast<std::uint32_t>(columns), static_cast<std::uint32_t>(rows),
                 static_cast<std::uint32_t>(rows * stride));
+  bytes.resize(bytes.size() + rows * stride);
   // The file begins with the bottom row.
-  for (std::size_t row = rows; row-- > 0;) {
+  for (std::size_t row = 0; row < rows; ++row) {
+    char* byte = &bytes[bytes.size() - (row + 1) * stride];
     for (const std::uint32_t pixel : pixels.subspan(row * columns, columns)) {
-      bytes += static_cast<char>(pixel & 0xFF);
-      bytes += static_cast<char>(pixel >> 8 & 0xFF);
-      bytes += static_cast<char>(pixel >> 16 & 0xFF);
+      for (const int shift : {0, 8, 16}) *byte++ = static_cast<char>(pixel >> shift & 0xFF);
     }
-    bytes.append(stride - columns * kBytesPerPixel, '\0');
   }
   return bytes;
 }

@@ -27,27 +27,26 @@ void PictureOutput::Export(const Canvas& picture) const {
 }
 
 void PictureOutput::Preview(const Canvas& picture, const std::function<void()>& restore) const {
-  if (const auto report = MakePage(picture, kPreviewLeft)) report->ShowPreview();
-  restore();
+  PutOnPage(picture, kPreviewLeft, &PageReport::ShowPreview, restore);
 }
 
 void PictureOutput::Print(const Canvas& picture, const std::function<void()>& restore) const {
-  const auto report = MakePage(picture, kPrintLeft);
-  const auto reason = report ? report->SendToPrinter() : std::nullopt;
-  restore();
-  if (reason) context_.exporting.prompts.Show({.systemText = *reason});
+  PutOnPage(picture, kPrintLeft, &PageReport::SendToPrinter, restore);
 }
 
-std::shared_ptr<PageReport> PictureOutput::MakePage(const Canvas& picture, float left) const {
+void PictureOutput::PutOnPage(const Canvas& picture, float left, LastStep lastStep,
+                              const std::function<void()>& restore) const {
   SaveFile(context_.exporting, context_.handOverFile,
            BitmapBytes(picture.Pixels(), picture.Width()));
-  // A message of the save serves events, in which the window may be closed.
+  // Held here, because the window may be closed while a message or the preview is shown.
   const std::shared_ptr<PageReport> report = report_;
-  if (!report) return nullptr;
+  if (!report) return;
   report->StartReport();
   report->StartPage(kPageWidth, kPageHeight);
   report->AddPicture({left, kPictureTop, kPictureWidth, kPictureHeight}, context_.handOverFile);
-  return report;
+  const auto failure = ((*report).*lastStep)();
+  restore();
+  if (failure) context_.exporting.prompts.Show({.systemText = *failure});
 }
 
 }  // namespace oriolemark

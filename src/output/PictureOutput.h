@@ -30,14 +30,17 @@ class PictureOutput {
   // Asks for a file and saves the picture as it is after the answer.
   void Export(const Canvas& picture) const;
   // Both write the hand-over file and report a failure of that. Then they put on the page what the
-  // file holds, and show or print the page. `restore` runs after that.
-  void Preview(const Canvas& picture, const std::function<void()>& restore = [] {}) const;
-  // At the end also reports why the page could not be printed.
-  void Print(const Canvas& picture, const std::function<void()>& restore = [] {}) const;
+  // file holds, and show or print the page. `restore` runs after that. At the end they report why
+  // the page could not be printed.
+  void Preview(
+      const Canvas& picture, const std::function<void()>& restore = [] {}) const;
+  void Print(
+      const Canvas& picture, const std::function<void()>& restore = [] {}) const;
 
  private:
-  // The report with its one page. It stays until its user is done, even if the window is closed.
-  std::shared_ptr<PageReport> MakePage(const Canvas& picture, float left) const;
+  using LastStep = std::optional<std::string> (PageReport::*)();
+  void PutOnPage(const Canvas& picture, float left, LastStep lastStep,
+                 const std::function<void()>& restore) const;
 
   PictureContext context_;
   std::shared_ptr<PageReport> report_;

@@ -26,8 +26,9 @@ class PageReport {
   // file holds no picture.
   virtual void AddPicture(const InchRect& place, const std::string& path) = 0;
   // Shows the page in a window in front of all others. Returns when the user has closed the window
-  // or the program is closing.
-  virtual void ShowPreview() = 0;
+  // or the program is closing. Returns the reason (UTF-8) if the user had the page printed there
+  // and it could not be.
+  virtual std::optional<std::string> ShowPreview() = 0;
   // Returns the reason (UTF-8) if the page could not be printed.
   virtual std::optional<std::string> SendToPrinter() = 0;
 };

@@ -119,8 +119,6 @@ void frmWaveSetting::DrawTarget() {
   auto* view = dynamic_cast<frmWave*>(viewOf_(TargetSlot));
   if (view == nullptr) return;
   view->SetCaption(sheet_.Waves[static_cast<std::size_t>(TargetSlot)].Name);
-  // Shows the window again if the user has closed it. A slot that is not in use shows none.
-  if (TargetSlot < sheet_.WaveCount) view->Show();
   view->DrawOSC();
 }
 

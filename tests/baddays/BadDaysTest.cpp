@@ -72,6 +72,8 @@ struct Day : ProgramBench {
   std::map<std::string, std::function<void()>> Hands() {
     std::map<std::string, std::function<void()>> hands = {
         {"refresh", [this] { View().cmdRefresh.Click(); }},
+        {"print", [this] { View().cmdPrint.Click(); }},
+        {"preview", [this] { View().cmdPreview.Click(); }},
         {"close the view",
          [this] {
            View().Unload();

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <QImage>
 #include <QPageSize>
 #include <random>
@@ -30,6 +31,7 @@ TEST(Bitmap, AnotherReaderFindsTheSamePixels) {
 }
 
 TEST(PrintedPage, ThePictureLiesAtItsInchesWhateverThePrinterIsSetTo) {
+  qputenv("CUPS_SERVER", "127.0.0.1:1");
   Application own;
   QTemporaryDir folder;
   QtEventSource events;
@@ -60,8 +62,17 @@ TEST(PrintedPage, ThePictureLiesAtItsInchesWhateverThePrinterIsSetTo) {
     EXPECT_NEAR(printed.right(), 8.38, 0.02);
     EXPECT_NEAR(printed.bottom(), 7.2, 0.02);
   }
-  owner.Printer().setOutputFileName("/no/folder/page.pdf");
-  EXPECT_EQ(report->SendToPrinter(), "/no/folder/page.pdf: No such file or directory");
+  for (const auto& [path, reason] : {std::pair("/no/folder/a.pdf", "No such file or directory"),
+                                     {"/dev/null", "Invalid argument"}}) {
+    owner.Printer().setOutputFileName(path);
+    EXPECT_EQ(report->SendToPrinter(), reason);
+  }
+  // No print server runs.
+  owner.Printer().setOutputFileName({});
+  QElapsedTimer time;
+  time.start();
+  EXPECT_TRUE(report->SendToPrinter().value_or("").starts_with("No printer can be used."));
+  EXPECT_LT(time.elapsed(), 2000);
 }
 
 }  // namespace

@@ -32,9 +32,10 @@ class FakeReport : public PageReport {
                          Inches(place.width) + Inches(place.height));
     log_.picture = ReadFile(path, 1U << 24).bytes;
   }
-  void ShowPreview() override {
+  std::optional<std::string> ShowPreview() override {
     log_.steps.emplace_back("preview");
     log_.whilePreview();
+    return log_.failure;
   }
   std::optional<std::string> SendToPrinter() override {
     log_.steps.emplace_back("print");

@@ -19,7 +19,7 @@ struct Spectra : ProgramBench, testing::Test {
   frmWaveSetting& dialog = module.waveSetting;
 };
 
-TEST_F(Spectra, GoToTheLastOfANameThatWasReadAndItsViewIsMadeOrShownAgain) {
+TEST_F(Spectra, GoToTheLastOfANameThatWasReadAndItsViewIsMade) {
   // The items in use, name and channels of each slot, 0 where it was not read, and what a choice of
   // the first one brings: OK, first and last source, slot.
   for (const auto& row : Rows(R"(
@@ -52,7 +52,6 @@ TEST_F(Spectra, GoToTheLastOfANameThatWasReadAndItsViewIsMadeOrShownAgain) {
     if (row[2].starts_with('0')) continue;
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(view->Tag() + view->Caption(), std::to_string(dialog.TargetSlot) + "A");
-    EXPECT_EQ(view->Visible(), dialog.TargetSlot < sheet.WaveCount);
   }
 }
 

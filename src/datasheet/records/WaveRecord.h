@@ -57,7 +57,7 @@ struct WaveRecord : ItemRecord {
   bool ColorOn = false;
   bool GridOn = false;
   bool BestFitOn = false;
-  // The spectrum trace, run-time only. Once there is one, it is shown until the record is removed.
+  // The spectrum trace, run-time only. Once there is one, nothing removes it.
   bool FFTOn = false;
   std::string FFTWindow;  // name of the window function
   SampleArray FFTData;    // rows at indexes 0 to FFTCount - 1; index 0 is never shown
