@@ -22,8 +22,10 @@ constexpr std::int64_t kDot = 2;
 // A text that begins further to the left or above cannot reach the picture.
 constexpr double kTextReach = 30000;
 
+constexpr std::uint32_t kOpaque = 0xFF000000U;
+
 constexpr std::uint32_t ToPixel(Color color) {
-  return 0xFF000000U | static_cast<std::uint32_t>(color.red << 16 | color.green << 8 | color.blue);
+  return kOpaque | static_cast<std::uint32_t>(color.red << 16 | color.green << 8 | color.blue);
 }
 
 bool InReach(Point at) {
@@ -141,6 +143,12 @@ void RasterCanvas::SetSize(int width, int height) {
 
 void RasterCanvas::Clear(Color background) {
   std::fill(pixels_.begin(), pixels_.end(), ToPixel(background));
+}
+
+void RasterCanvas::SetPixels(std::span<const std::uint32_t> colours) {
+  if (colours.size() != pixels_.size()) return;
+  std::transform(colours.begin(), colours.end(), pixels_.begin(),
+                 [](std::uint32_t colour) { return kOpaque | colour; });
 }
 
 void RasterCanvas::Put(int x, int y) {

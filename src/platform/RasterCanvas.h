@@ -43,6 +43,7 @@ class RasterCanvas final : public Canvas {
   void PixelRow(Point first, double step, int count) override;
   void PixelColumn(Point first, double step, int count) override;
   void Polyline(std::span<const Point> points) override;
+  void SetPixels(std::span<const std::uint32_t> colours) override;
 
   // The copy has the same text painter and drawing state.
   std::unique_ptr<Canvas> MakeCopy() const override;

@@ -51,6 +51,15 @@ TEST(RasterCanvas, LinesSetTheirPixels) {
   }
 }
 
+TEST(RasterCanvas, AWholeFrameIsTakenOnlyInItsOwnSize) {
+  RasterCanvas canvas = Blank(3, 2);
+  const std::vector<std::uint32_t> frame{0xFFFFFF, 0, 0, 0, 0, 0xFFFFFF, 0};
+  canvas.SetPixels(frame);
+  EXPECT_EQ(Show(canvas), ".../...");
+  canvas.SetPixels(std::span(frame).first(6));
+  EXPECT_EQ(Show(canvas), "#../..#");
+}
+
 TEST(RasterCanvas, MemoryIsHeldForTheSizeItHasAndNoMore) {
   RasterCanvas canvas;
   for (const int width : {10, 11, 3500, 1200, 1199, 0}) {

@@ -46,6 +46,9 @@ class RecordingCanvas : public Canvas {
   void Text(Point at, std::string_view text) override {
     calls.push_back("text " + Show(at) + " " + color_ + weight_ + std::string(text));
   }
+  void SetPixels(std::span<const std::uint32_t> colours) override {
+    calls.push_back("pixels " + std::to_string(colours.size()));
+  }
   std::span<const std::uint32_t> Pixels() const override { return {}; }
   std::unique_ptr<Canvas> MakeCopy() const override {
     return std::make_unique<RecordingCanvas>(*this);
