@@ -90,7 +90,9 @@ std::string TX5000Cmd::AskScope(std::string_view command) {
   Transport& link = Link();
   if (link.traits.marksBusy) state_.CommBusy = true;
   link.Send(command);
+  ++state_.AwaitedReplies;
   const std::string reply = link.ReadReply();
+  --state_.AwaitedReplies;
   if (link.traits.marksBusy) state_.CommBusy = false;
   return reply;
 }
