@@ -145,8 +145,10 @@ void frmCtrlList::ForceTrigger() {
 }
 
 void frmCtrlList::ShowVirtualPanel() {
-  if (context_.linkSettings.ScopeIOType != kLinkUsb) return;
-  if (context_.link.ScopeVersionNum >= kPanelVersionNum) return;
+  // Not Link(): any transport but USB itself gets the keys alone, even one that talks USB.
+  if (context_.linkSettings.ScopeIOType != kLinkUsb) return showKeyWindow();
+  // This version itself passes, although the message asks for a higher one.
+  if (context_.link.ScopeVersionNum >= kPanelVersionNum) return showPanel();
   context_.prompts.Show(
       {.text = std::string("This function can only be used when the DSO version is higher than ") +
                kPanelVersion + "\rCurrent Version is " + context_.link.ScopeVersion +

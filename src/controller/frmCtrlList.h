@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -59,6 +60,10 @@ class frmCtrlList : public Form {
   CtrlDialog dialog;
 
   DocumentFile file;
+
+  // Show the two windows with the instrument's front.
+  std::function<void()> showKeyWindow = [] {};
+  std::function<void()> showPanel = [] {};
 
   void Form_Load() override;
   // Shows the settings again, with the groups collapsed.

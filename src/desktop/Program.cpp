@@ -17,6 +17,7 @@
 #include "desktop/PassFailedWindow.h"
 #include "desktop/WavePictureWidget.h"
 #include "desktop/WaveWindow.h"
+#include "drivers/ChosenColors.h"
 #include "drivers/ChosenUsb.h"
 #include "drivers/LibraryGpib.h"
 #include "drivers/PagePrinter.h"
@@ -64,11 +65,12 @@ struct Program::Parts {
   }};
   LibraryGpib gpib{store};
   ChosenUsb usb{store, MakeUsbTime(waiting, [this] { return events.Turns(); })};
+  ChosenColors colors{store};
   HelpWindow help{nullptr};
-  MainModule module{Platform{events, waiting, prompts, store, serial, gpib, usb, SystemShortDate,
-                             MakeRasterCanvas, ORIOLEMARK_VERSION, help, HelpFilePath(), SyncToDisk,
-                             HandOverFilePath(), [this] { return printer.MakeReport(); },
-                             RecoveredFolder(), SystemTimeStamp}};
+  MainModule module{Platform{
+      events, waiting, prompts, store, serial, gpib, usb, colors, SystemShortDate, MakeRasterCanvas,
+      ORIOLEMARK_VERSION, help, HelpFilePath(), SyncToDisk, HandOverFilePath(),
+      [this] { return printer.MakeReport(); }, RecoveredFolder(), SystemTimeStamp}};
   SplashWindow splash{module.splash};
   MainWindow main{module.main, module.browser, module.controller};
   AboutWindow about{module.about, &main};

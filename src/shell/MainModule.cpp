@@ -17,11 +17,15 @@ MainModule::MainModule(Platform platform)
                link_.scope, pointer),
       about(prompts_, platform_.version),
       options(preferences, platform_.serial, platform_.gpib, platform_.usb),
-      passFailed(sheet, platform_.events, platform_.waiting, platform_.prompts),
+      passFailed(sheet, platform_.events, platform_.waiting, watched_),
       waveSetting(sheet, [this](int slot) { return browser.files.View(ItemKind::Wave, slot); }),
       browser({sheet, scratch_, prompts_, recovered_, platform_.syncFile}),
       controller({settings, controlDocument, preferences.link, link_.state, transfer_, link_.scope,
                   progress, platform_.waiting, prompts_, pointer, recovered_, platform_.syncFile}),
+      keys(platform_.events, link_.scope),
+      panel({platform_.events, platform_.waiting, link_.scope, link_.usb, link_.state, transfer_,
+             watched_, platform_.colors},
+            platform_.makeCanvas(), Picturing()),
       main({platform_.events,
             platform_.waiting,
             prompts_,
@@ -66,6 +70,8 @@ MainModule::MainModule(Platform platform)
   progress.procedures.ReadSettings = [this](const std::string&) {
     settingsTransfer_.ReadSettings();
   };
+  controller.showKeyWindow = [this] { keys.ShowModal(platform_.waiting); };
+  controller.showPanel = [this] { panel.BringToFront(); };
   settingsTransfer_.buildCtrlTree = [this] { controller.BuildCtrlTree(); };
 }
 
@@ -76,9 +82,7 @@ ReadingContext MainModule::Reading() {
 }
 
 std::unique_ptr<frmWave> MainModule::MakeWaveView() {
-  auto view = std::make_unique<frmWave>(
-      Reading(), platform_.makeCanvas(),
-      PictureContext{Exporting(), platform_.handOverFile, platform_.makeReport});
+  auto view = std::make_unique<frmWave>(Reading(), platform_.makeCanvas(), Picturing());
   if (onWaveView) onWaveView(*view);
   return view;
 }
@@ -105,6 +109,7 @@ void MainModule::Main() {
   main.Show();
   platform_.waiting.WaitUntil([] { return false; });
   // All nested waits have returned by now.
+  panel.Unload();
   main.Unload();
 }
 

@@ -8,6 +8,8 @@
 #include "datasheet/records/TransferScratch.h"
 #include "link/ScopeLink.h"
 #include "measure/frmMeasure.h"
+#include "panel/frmV_Key.h"
+#include "panel/frmV_Panel.h"
 #include "platform/Calendar.h"
 #include "platform/Canvas.h"
 #include "platform/Files.h"
@@ -34,6 +36,7 @@ struct Platform {
   SerialPort& serial;
   GpibDriver& gpib;
   UsbDriver& usb;
+  ScreenColors& colors;
   ShortDate today;
   std::function<std::unique_ptr<Canvas>()> makeCanvas;
   std::string version;  // major.minor.revision
@@ -75,14 +78,16 @@ class MainModule {
 
  private:
   ReadingContext Reading();
-  ExportContext Exporting() { return {platform_.prompts, platform_.syncFile}; }
+  ExportContext Exporting() { return {watched_, platform_.syncFile}; }
+  PictureContext Picturing() { return {Exporting(), platform_.handOverFile, platform_.makeReport}; }
   std::unique_ptr<frmWave> MakeWaveView();
   std::unique_ptr<frmMeasure> MakeMeasureView();
   std::unique_ptr<frmData> MakeDataView();
 
   Platform platform_;
   TransferState transfer_;
-  TransferPrompts prompts_{platform_.prompts, transfer_};
+  WatchedPrompts watched_{platform_.prompts};
+  TransferPrompts prompts_{watched_, transfer_};
   RecoveredFiles recovered_{platform_.recoveredFolder, platform_.timeStamp, platform_.syncFile};
   ScopeLink link_;
   RefreshFlags refreshFlags_;
@@ -99,6 +104,8 @@ class MainModule {
   frmWaveSetting waveSetting;
   frmDataSheetTree browser;
   frmCtrlList controller;
+  frmV_Key keys;
+  frmV_Panel panel;
   frmMain main;
 
  private:

@@ -324,18 +324,29 @@ TEST(EditDialog, CancelActionsAndALineThatIsNotConnectedChangeNothing) {
   EXPECT_FALSE(bench.document.CtrlChanged);
 }
 
-TEST(EditDialog, TheVirtualPanelOverUsbNeedsItsFirmware) {
-  for (const auto& row : Rows("0 | 03.01.14 | told || 0 | 03.01.15 | - || 7 | 03.01.14 | -")) {
+TEST(EditDialog, TheVirtualPanelOverUsbNeedsItsFirmwareAndAnyOtherLinkGetsTheKeysAlone) {
+  // Link, firmware, and the windows: keys, modal, panel, modal.
+  for (const auto& row :
+       Rows("0 | 03.01.14 | 0000 || 0 | 03.01.15 | 0010 || 1 | 03.01.14 | 1100 || "
+            "2 | 03.01.14 | 1100 || 7 | 03.01.14 | 1100")) {
     SCOPED_TRACE(row[0] + " " + row[1]);
     ControllerBench bench(row[0].c_str());
     bench.script.Answer("*IDN?", "TAVIK TECHNOLOGIES,TX-5102CA,S1," + row[1] + "\n");
     bench.Connect();
-    bench.At(1000, [&] { bench.module.main.Close(); });
+    const auto& [keys, panel] = std::tie(bench.module.keys, bench.module.panel);
+    std::string windows;
+    bench.At(5, [&] {
+      windows = Bits(keys.Visible(), keys.Modal(), panel.Visible(), panel.Modal());
+      bench.module.main.Close();
+    });
     bench.DoubleClick(bench.Node("Virtual Panel"));
+    bench.clock.Run(Milliseconds(10));
+    EXPECT_EQ(windows, row[2]);
+    EXPECT_FALSE(keys.Loaded());
     const Message told = Warning(
         "This function can only be used when the DSO version is higher than 03.01.15\r"
         "Current Version is 03.01.14\rPlease contact TAVIK at www.tavik.example");
-    EXPECT_EQ(bench.prompts.shown, std::vector<Message>(row[2] == "told", told));
+    EXPECT_EQ(bench.prompts.shown, std::vector<Message>(row[0] + row[2] == "00000", told));
   }
 }
 

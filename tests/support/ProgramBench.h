@@ -35,6 +35,19 @@ struct FakeHelp : HelpViewer {
   std::optional<std::string> error;
 };
 
+// Colours by which one sees the operation and the byte: 0xC00 for a colour display, 0xB00 for
+// another.
+struct FakeColors : ScreenColors {
+  void TransClr(std::span<const std::uint8_t> raw, std::span<std::uint32_t> colours) override {
+    std::transform(raw.begin(), raw.end(), colours.begin(),
+                   [](auto byte) { return 0xC00u + byte; });
+  }
+  void TransMono(std::span<const std::uint8_t> raw, std::span<std::uint32_t> colours) override {
+    std::transform(raw.begin(), raw.end(), colours.begin(),
+                   [](auto byte) { return 0xB00u + byte; });
+  }
+};
+
 // The whole program without its toolkit, linked to the simulated instrument over a serial line, in
 // front of a scripted user.
 struct ProgramBench {
@@ -83,14 +96,15 @@ struct ProgramBench {
   InstrumentScript script;
   FakeGpib gpib{clock, script};
   FakeUsb usb{clock, script};
+  FakeColors colors;
   FakeHelp help;
   const std::string recovered = testing::TempDir() + "Recovered" + std::to_string(getpid());
   const std::string handOver = testing::TempDir() + "$Print" + std::to_string(getpid()) + ".bmp";
   ReportLog reports;
-  MainModule module{{clock, waiting, prompts, store, port, gpib, usb, [] { return "11/21/26"; },
-                     [] { return std::make_unique<RasterCanvas>(); }, "0.1.0", help,
-                     "/program/Oriolemark.hlp", [](std::FILE*) { return true; }, handOver,
-                     [this] { return reports.Make(); }, recovered,
+  MainModule module{{clock, waiting, prompts, store, port, gpib, usb, colors,
+                     [] { return "11/21/26"; }, [] { return std::make_unique<RasterCanvas>(); },
+                     "0.1.0", help, "/program/Oriolemark.hlp", [](std::FILE*) { return true; },
+                     handOver, [this] { return reports.Make(); }, recovered,
                      [] { return "2026-11-22 10.00.00"; }}};
   frmWave* wave = nullptr;  // the newest view
 };

@@ -125,12 +125,22 @@ class FakeUsb : public UsbDriver {
     if (!ready) clock_.Block(kPollTime);
     return emptyPolls_ * kPollTime < Milliseconds(5000);
   }
-  bool Control_Command_Send(int, int, int, int) override { return false; }
-  bool Bulk_DataTransfer_Read(int, int, std::span<std::uint8_t>) override { return false; }
+  bool Control_Command_Send(int device, int request, int value, int index) override {
+    transfers.push_back({device, request, value, index});
+    return operationsLeft-- > 0;
+  }
+  bool Bulk_DataTransfer_Read(int device, int count, std::span<std::uint8_t> buffer) override {
+    transfers.push_back({device, count});
+    if (operationsLeft-- <= 0) return false;
+    std::copy_n(screen.begin(), std::min(screen.size(), buffer.size()), buffer.begin());
+    return true;
+  }
 
   int devices = 1;
-  std::string written;                 // every byte, terminators and all
-  int operationsLeft = 1'000'000'000;  // how many more succeed
+  std::string written;                      // every byte, terminators and all
+  std::vector<std::vector<int>> transfers;  // the arguments of control and of bulk transfers
+  std::string screen;                       // what the bulk read gives
+  int operationsLeft = 1'000'000'000;       // how many more succeed
 
  private:
   static constexpr Milliseconds kPollTime{2};  // of an empty poll

@@ -1,0 +1,230 @@
+#include "panel/frmV_Panel.h"
+
+#include <gtest/gtest.h>
+
+#include "support/FileFolder.h"
+#include "support/ProgramBench.h"
+
+namespace oriolemark {
+namespace {
+
+using Ms = Milliseconds;
+
+// The program on USB with a connected instrument that has a colour display.
+struct PanelBench : ProgramBench {
+  explicit PanelBench(const std::string& model = "TX-5102CA") {
+    Store("IO Settings", "ScopeIOType", "0");
+    module.main.Load();
+    identity = "TAVIK TECHNOLOGIES," + model + ",S1,03.01.15\n";
+    script.Answer("*IDN?", identity);
+    module.main.mnuToolsConnect.Click();
+    EXPECT_TRUE(module.Link().ScopeConnected);
+    script.sent.clear();
+    usb.screen = Screen(1);
+  }
+  // A screen of which each byte follows from its place, the first ones included.
+  static std::string Screen(int first) {
+    std::string bytes;
+    for (int i = 0; i < 76800; ++i) bytes += static_cast<char>((first + i / 320 * 7 + i) & 0xFF);
+    return bytes;
+  }
+  // The panel with so many frames drawn.
+  void Open(int frames) {
+    Answer(frames);
+    module.panel.Show();
+    clock.Run(Ms(10 * frames));
+  }
+  void Answer(int frames) {
+    for (int i = 0; i < frames; ++i) script.Answer("*IDN?", identity);
+  }
+  std::string Sent() {
+    std::string commands;
+    for (const std::string& command : std::exchange(script.sent, {})) commands += command + " ";
+    return commands;
+  }
+  // How many pixels are not this operation's colour of this screen's byte.
+  int Wrong(std::uint32_t operation, const std::string& screen) {
+    const auto pixels = panel.WavePic.Surface().Pixels();
+    if (pixels.size() != screen.size()) return -1;
+    int wrong = 0;
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+      wrong += pixels[i] != 0xFF000000u + operation + static_cast<std::uint8_t>(screen[i]);
+    }
+    return wrong;
+  }
+
+  std::string identity;
+  frmV_Panel& panel = module.panel;
+};
+
+TEST(Panel, AFrameIsAskedForReadAndShownInTheDisplaysColoursUntilItIsFrozen) {
+  // The model, and the operation that makes its colours.
+  const std::pair<const char*, std::uint32_t> rows[] = {{"TX-5102CA", 0xC00}, {"TX-5102", 0xB00}};
+  for (const auto& [model, operation] : rows) {
+    PanelBench bench(model);
+    int drawn = 0;
+    bench.panel.WavePic.onChanged = [&] { ++drawn; };
+    bench.Open(1);
+    EXPECT_EQ(bench.Sent(), ":HARD_COPY *IDN? ");
+    EXPECT_EQ(bench.usb.transfers,
+              (std::vector<std::vector<int>>{
+                  {0, 8, 0, 80}, {0, 9, 0x2C00, 1}, {0, 7, 0, 9}, {0, 76800}}));
+    EXPECT_EQ(bench.Wrong(operation, bench.Screen(1)), 0);
+    EXPECT_EQ(drawn, 1);
+    EXPECT_EQ(Bits(bench.panel.cmdRun.Enabled(), bench.panel.cmdStop.Enabled()), "01");
+    bench.panel.cmdStop.Click();
+    EXPECT_EQ(Bits(bench.panel.cmdRun.Enabled(), bench.panel.cmdStop.Enabled()), "10");
+    bench.panel.Keys.Press(kPanelKeys[33]);
+    bench.clock.Run(Ms(150));
+    bench.panel.Keys.LetGo(kPanelKeys[33], KeySender::Release::Outside);
+    bench.usb.screen = bench.Screen(9);
+    bench.module.main.mnuToolsDisconnect.Click();
+    bench.clock.Run(Ms(1000));
+    EXPECT_EQ(bench.Sent(), ":KEY:V_POS_INC :KEY:LOCK:ENABLE ");
+    EXPECT_EQ(bench.Wrong(operation, bench.Screen(1)), 0);
+    EXPECT_TRUE(bench.panel.Visible()) << "a lost connection is noticed while running only";
+    bench.Answer(1);
+    bench.panel.cmdRun.Click();
+    bench.clock.Run(Ms(10));
+    EXPECT_EQ(bench.Wrong(operation, bench.Screen(9)), 0);
+    bench.clock.Run(Ms(10));
+    EXPECT_EQ(Bits(bench.panel.Loaded(), bench.panel.tDrawBmp.Enabled()), "00");
+    EXPECT_EQ(bench.Sent(), ":HARD_COPY *IDN? ");
+  }
+}
+
+TEST(Panel, NoFrameIsDrawnWhileTheInstrumentOrTheUserIsBusyWithSomethingElse) {
+  PanelBench bench;
+  bench.Open(1);
+  bench.prompts.AnswerNext(MessageAnswer::Ok, Ms(500));
+  bench.Sent();
+  bench.module.main.ShowHelp(HelpCommand::Contents);
+  EXPECT_EQ(bench.Sent(), "") << "no message has come up";
+  bench.help.error = "gone";
+  bench.module.main.ShowHelp(HelpCommand::Contents);
+  EXPECT_EQ(bench.Told().size() + bench.Sent().size(), 1u);
+  std::string within;
+  bench.module.progress.procedures.ReadSettings = [&](const std::string&) {
+    bench.clock.Run(Ms(100));
+    within = bench.Sent();
+  };
+  bench.script.Answer(":TRIGGER:STATUS:?", "STOP\n");
+  bench.Answer(100);
+  bench.module.progress.Transfer(TransferKind::Download, "");
+  EXPECT_EQ(within, ":TRIGGER:STATUS:? ");
+  bench.Sent();
+  bench.clock.Run(Ms(20));
+  EXPECT_NE(bench.Sent(), "") << "and it goes on";
+  // A reply over another line, chosen and connected behind the open panel.
+  bench.module.preferences.link.ScopeIOType = kLinkRS232;
+  bench.panel.cmdStop.Click();
+  bench.module.main.mnuToolsConnect.Click();
+  bench.panel.cmdRun.Click();
+  bench.port.written.clear();
+  bench.clock.Run(Ms(10));
+  EXPECT_EQ(bench.port.written, ":HARD_COPY\r*IDN?\r")
+      << "one frame inside which events are served";
+}
+
+TEST(Panel, ALinkThatGoesAtAnyStepOfAFrameIsToldAndKeepsThePictureThatIsThere) {
+  // How many operations of the driver still succeed: 11 bytes, 3 requests, the block, 6 bytes, and
+  // both phases of the reply. Then the messages of that frame.
+  const std::string send = "USB Send Message", read = "USB Read Message";
+  const std::tuple<int, std::vector<std::string>, bool> rows[] = {{0, {send, send, read}, false},
+                                                                  {10, {send, send, read}, false},
+                                                                  {11, {send, read}, false},
+                                                                  {14, {send, read}, false},
+                                                                  {15, {send, read}, true},
+                                                                  {21, {read}, true},
+                                                                  {22, {read}, true}};
+  for (const auto& [operations, titles, fresh] : rows) {
+    SCOPED_TRACE(operations);
+    PanelBench bench;
+    bench.Open(1);
+    bench.usb.screen = bench.Screen(5);
+    bench.Answer(1);
+    bench.usb.operationsLeft = operations;
+    bench.clock.Run(Ms(10));
+    std::vector<std::string> shown;
+    for (const Message& message : std::exchange(bench.prompts.shown, {})) {
+      shown.push_back(message.title);
+      EXPECT_EQ(message.text, "Can't Connect to USB Device");
+    }
+    EXPECT_EQ(shown, titles);
+    // The colours of a display that does not say what it is are those of a plain one.
+    EXPECT_EQ(bench.Wrong(0xB00, bench.Screen(fresh ? 5 : 1)), 0);
+  }
+}
+
+TEST(Panel, AMessageOfEveryFrameIsMutedUntilTheMirrorIsStartedAgain) {
+  PanelBench bench;
+  bench.Open(1);
+  for (int run = 0; run < 2; ++run) {
+    bench.usb.operationsLeft = 0;
+    using enum MessageAnswer;
+    for (const auto answer : {Ok, OkAndMute, Ok, OkAndMute}) bench.prompts.AnswerNext(answer);
+    bench.clock.Run(Ms(500));
+    std::string muted;
+    for (const Message& message : std::exchange(bench.prompts.shown, {}))
+      muted += Bits(message.mayMute);
+    EXPECT_EQ(muted, "0101") << "to send, to send, to read, and to read in the next frame";
+    bench.panel.cmdStop.Click();
+    bench.panel.cmdRun.Click();
+  }
+}
+
+TEST(Panel, TheWindowOrTheProgramMayCloseInsideAnyMessageOfAFrame) {
+  for (int box = 1; box <= 3; ++box) {
+    for (const bool program : {false, true}) {
+      SCOPED_TRACE(box);
+      PanelBench bench;
+      bench.Open(1);
+      bench.usb.operationsLeft = 0;
+      for (int i = 0; i < box; ++i) bench.prompts.AnswerNext(MessageAnswer::Ok, Ms(100));
+      bench.At(100 * box - 40, [&] {
+        if (program) {
+          bench.module.main.Close();
+        } else {
+          bench.panel.Unload();
+        }
+      });
+      bench.clock.Run(Ms(1000));
+      const std::size_t after = !program && box == 2 ? 1 : 0;  // the read of the query under way
+      EXPECT_EQ(bench.Told().size(), box + after);
+      bench.panel.Unload();
+      EXPECT_EQ(bench.panel.WavePic.Surface().Width(), 0);
+      EXPECT_EQ(Bits(bench.panel.tDrawBmp.Enabled(), bench.module.Transfer().runs != 0), "00");
+    }
+  }
+}
+
+TEST(Panel, ThePictureGoesToAFileAndOntoThePageAsTheFrameThatWasOnTheScreen) {
+  const FileFolder folder;
+  PanelBench bench;
+  bench.Open(1);
+  bench.Answer(3);
+  bench.usb.screen = bench.Screen(5);
+  const std::string path = folder.folder + "/screen.bmp";
+  std::string exported;
+  for (int again = 0; again < 2; ++again) {
+    bench.prompts.paths = {path};
+    bench.panel.cmdExport.Click();
+    const std::string bytes = FileFolder::Bytes(path);
+    EXPECT_EQ(bytes.size(), 54u + 230400);
+    EXPECT_NE(bytes, exported) << "written again with the next frame";
+    exported = bytes;
+    bench.clock.Run(Ms(10));
+  }
+  bench.panel.cmdStop.Click();
+  bench.panel.cmdPreview.Click();
+  bench.panel.cmdPrint.Click();
+  EXPECT_EQ(bench.reports.picture, exported);
+  EXPECT_EQ(bench.reports.steps,
+            (std::vector<std::string>{"report", "page 8.50 11.00 ", "picture 0.60 2.00 7.28 5.20 ",
+                                      "preview", "report", "page 8.50 11.00 ",
+                                      "picture 1.10 2.00 7.28 5.20 ", "print"}));
+  EXPECT_TRUE(bench.Told().empty());
+}
+
+}  // namespace
+}  // namespace oriolemark
