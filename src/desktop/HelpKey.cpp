@@ -23,7 +23,8 @@ constexpr DialogPage kPages[] = {
     {"frmNewDoc", "controlfile.html"},     {"frmOpenDoc", "controlfile.html"},
     {"QPrintDialog", "output.html#setup"}, {"QPrintPreviewDialog", "output.html#preview"},
     {"Export File", "output.html#export"}, {"Save As", "sheet.html#files"},
-    {"QFileDialog", "controlfile.html"},   {"frmPrgress", "reading.html#progress"},
+    {"QFileDialog", "controlfile.html"},   {"frmV_Key", "panel.html#keys"},
+    {"frmV_Panel", "panel.html"},          {"frmPrgress", "reading.html#progress"},
     {"QMessageBox", "messages.html"},      {"QDialog", "index.html"},
 };
 

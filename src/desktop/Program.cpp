@@ -11,9 +11,11 @@
 #include "desktop/HelpKey.h"
 #include "desktop/HelpWindow.h"
 #include "desktop/Icons.h"
+#include "desktop/KeyWindow.h"
 #include "desktop/MainWindow.h"
 #include "desktop/MeasureWindow.h"
 #include "desktop/OptionsWindow.h"
+#include "desktop/PanelWindow.h"
 #include "desktop/PassFailedWindow.h"
 #include "desktop/WavePictureWidget.h"
 #include "desktop/WaveWindow.h"
@@ -80,6 +82,8 @@ struct Program::Parts {
   CtrlDialogWindow ctrlDialog{module.controller.dialog, &main};
   PassFailedWindow passFailed{module.passFailed, &main};
   FftWindow waveSetting{module.waveSetting, &main};
+  KeyWindow keys{module.keys, &main};
+  PanelWindow panel{module.panel, &main};
   ProgressWindow progress{module.progress, &main};
   HelpKey helpKey{
       help, [this](const std::string& page) { module.main.ShowHelp(HelpCommand::Context, page); }};

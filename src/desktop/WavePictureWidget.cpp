@@ -36,7 +36,8 @@ QFont PictureFont(bool bold) {
 }
 
 void PaintText(RasterCanvas& canvas, int x, int y, std::string_view text, Color color, bool bold) {
-  QImage image = Wrap(reinterpret_cast<uchar*>(canvas.Scanlines()), canvas.Width(), canvas.Height());
+  QImage image =
+      Wrap(reinterpret_cast<uchar*>(canvas.Scanlines()), canvas.Width(), canvas.Height());
   QPainter painter(&image);
   painter.setFont(PictureFont(bold));
   painter.setPen(ToColor(color));
@@ -81,8 +82,8 @@ void WavePictureWidget::paintEvent(QPaintEvent*) {
   painter.fillRect(rect(), ToColor(backdrop_.Background()));
   const auto* raster = dynamic_cast<const RasterCanvas*>(&picture_.Surface());
   if (raster == nullptr || raster->Width() == 0 || raster->Height() == 0) return;
-  QImage image =
-      Wrap(reinterpret_cast<const uchar*>(raster->Pixels().data()), raster->Width(), raster->Height());
+  QImage image = Wrap(reinterpret_cast<const uchar*>(raster->Pixels().data()), raster->Width(),
+                      raster->Height());
   const double scale = CanvasScale(*this);
   image.setDevicePixelRatio(scale);
   painter.drawImage(QPointF(picture_.Left(), picture_.Top()) / scale, image);
