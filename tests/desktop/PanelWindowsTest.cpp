@@ -1,3 +1,6 @@
+// The instrument has a member of the name "signals", which the toolkit takes for itself.
+#include "support/LinkBench.h"
+
 #include <QAbstractButton>
 #include <QDialog>
 #include <set>
@@ -5,7 +8,6 @@
 #include "desktop/KeyWindow.h"
 #include "desktop/RunWindows.h"
 #include "drivers/QtEventSource.h"
-#include "support/LinkBench.h"
 
 namespace oriolemark {
 namespace {
@@ -16,6 +18,9 @@ struct KeyWindowTest : testing::Test, Application {
     bench.Connect(kLinkUsb);
     form.Keys.ButtonPressTimer.SetInterval(20);
     form.Show();
+    Activate();
+  }
+  void Activate() {
     window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
   }
@@ -87,8 +92,8 @@ TEST_F(KeyWindowTest, AHeldKeyRepeatsAtItsOwnPaceUntilItIsReleased) {
       }
       const std::vector<std::string> sent = Sent();
       EXPECT_EQ(sent, std::vector<std::string>(sent.size(), CommandOf(key)));
-      if (!repeats) EXPECT_EQ(sent.size(), 1u);
-      if (repeats) EXPECT_TRUE(sent.size() > 4 && sent.size() < 13) << sent.size();
+      // Ten repeats and the click, on a machine that has the time.
+      EXPECT_TRUE(repeats ? sent.size() > 4 && sent.size() < 13 : sent.size() == 1) << sent.size();
       repeating += repeats ? 1 : 0;
     }
   }
@@ -112,6 +117,7 @@ TEST_F(KeyWindowTest, NothingIsSentForAKeyThatIsLeftBehind) {
   message.show();
   EXPECT_EQ(SentInPeace(), 0u) << "behind a message, which takes the release";
   message.hide();
+  Activate();
   letGo(place);
   EXPECT_EQ(SentInPeace(), 0u);
   window.findChild<QWidget*>("VK_V_Pos_Dec")->setFocus();
@@ -168,7 +174,7 @@ TEST_F(Windows, AScreensPictureIsEnlargedByTheLargestWholeNumberOfPixels) {
          EXPECT_LE(Shown("frmV_Panel")->minimumSizeHint().width(), 1000);
        },
        look, resize(701, 555), look, resize(1403, 1002), look,
-       [](MainModule&) { Press({Qt::Key_Escape}); },
+       [](MainModule&) { QTest::keyClick(Shown("VK_F1"), Qt::Key_Escape); },
        [](MainModule& module) { EXPECT_FALSE(module.panel.Loaded()); }});
 }
 
