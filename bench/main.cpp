@@ -43,6 +43,10 @@ constexpr std::array kRows{
         Take::Least, 17000.0 / 600, 1.3},
     Row{"processor of a waiting refresh / of a spinning one", "WaitForRefresh", "SpinOverPump",
         Clock::Processor, Take::Median, 1, 0.03},
+    Row{"processor of a frozen panel / of a spinning one", "WaitFrozen", "SpinOverPump",
+        Clock::Processor, Take::Median, 1, 0.005},
+    Row{"frame of the screen in its window / 76800 x setPixel", "DrawFrame", "SetPixels",
+        Clock::Processor, Take::Least, 1, 0.15},
     Row{"table of 17000 samples to its first paint / QTableWidget", "ShowTable/17000",
         "FillTableWidget/17000", Clock::Processor, Take::Least, 1, 0.15},
     Row{"table of 17000 samples / of 1200", "ShowTable/17000", "ShowTable/1200", Clock::Processor,
@@ -98,12 +102,12 @@ bool PrintTable(const KeepingReporter& reporter) {
     const auto measured = reporter.Time(row.measured, row.clock, row.take);
     const auto reference = reporter.Time(row.reference, row.clock, row.take);
     if (!measured || !reference) {
-      std::printf("%-56s %8s %8.2f\n", row.subject, "not run", row.bound);
+      std::printf("%-56s %8s %8.3f\n", row.subject, "not run", row.bound);
       continue;
     }
     const double ratio = *measured / *reference / row.scale;
     const bool broken = !(ratio <= row.bound);
-    std::printf("%-56s %8.4f %8.2f%s\n", row.subject, ratio, row.bound, broken ? "  BROKEN" : "");
+    std::printf("%-56s %8.4f %8.3f%s\n", row.subject, ratio, row.bound, broken ? "  BROKEN" : "");
     kept = kept && !broken;
   }
   return kept;
