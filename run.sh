@@ -72,6 +72,8 @@ start_simulator() {
     options=(--link "$place" --baud 115200)
   else
     export TX5000SIM_SOCKET="$place"
+    # The virtual panel refuses older firmware.
+    options+=(--firmware 03.01.15)
   fi
   mkdir -p build/run
   : >"$said"
