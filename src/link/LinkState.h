@@ -30,7 +30,7 @@ struct LinkState {
   std::string ScopeVersion;  // "mm.nn.pp"
   int ScopeVersionNum = 0;   // mm * 10000 + nn * 100 + pp
 
-  int AwaitedReplies = 0;  // queries that wait for their reply, one inside another
+  int AwaitedReplies = 0;     // queries that wait for their reply, one inside another
   bool ReplyPending = false;  // RS232: a reply is expected
   std::string RxBuffer;       // RS232: bytes since the last send, up to the first LF
   // RS232: length of RxBuffer before the cut at the LF. Stale after a send, until the first byte.

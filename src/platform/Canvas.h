@@ -53,8 +53,8 @@ class Canvas {
   // Lines from each point to the next.
   virtual void Polyline(std::span<const Point> points);
 
-  // Sets all pixels, row by row from the top, each 0x..RRGGBB. Does nothing unless there are exactly
-  // as many as the picture has.
+  // Sets all pixels, row by row from the top, each 0x..RRGGBB. Does nothing unless there are
+  // exactly as many as the picture has.
   virtual void SetPixels(std::span<const std::uint32_t> colours) = 0;
 
   // The pixels, row by row from the top, each 0xFFRRGGBB. A row has Width() pixels without padding.
