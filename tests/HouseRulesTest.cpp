@@ -18,7 +18,8 @@ namespace fs = std::filesystem;
 constexpr std::string_view kHeaders =
     " algorithm array bit cerrno charconv chrono climits cmath cstddef cstdint cstdio cstdlib "
     "cstring deque filesystem functional initializer_list iterator limits map memory numbers "
-    "optional queue random ranges set span stdexcept string string_view system_error tuple type_traits "
+    "optional queue random ranges set span stdexcept string string_view system_error tuple "
+    "type_traits "
     "unordered_map utility variant vector ";
 
 // Clocks, sleeps, and whatever reads the locale, which the toolkit sets for the whole program.

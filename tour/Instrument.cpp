@@ -15,7 +15,7 @@ bool Instrument::Start(const QString& program, const Link& link, const QString& 
   process_.setProcessChannelMode(QProcess::MergedChannels);
   const bool serial = link.ioType == 2;
   process_.start(program, {serial ? "--link" : "--socket", place, "--log", log, "--seed", "7",
-                           "--baud", "38400"});
+                           "--baud", "38400", "--firmware", "03.01.15"});
   if (!process_.waitForStarted(kPatience) || !process_.waitForReadyRead(kPatience)) return false;
   return process_.readAll().contains("ready");
 }
@@ -24,6 +24,17 @@ QString Instrument::Do(const QString& line) {
   process_.write(line.toLatin1() + "\n");
   process_.waitForReadyRead(kPatience);
   return QString::fromLatin1(process_.readAll()).trimmed();
+}
+
+int Instrument::Count(const QString& command) const {
+  QFile file(log_);
+  if (!file.open(QIODevice::ReadOnly)) return 0;
+  const QByteArray bare = "> \"" + command.toLatin1();
+  int count = 0;
+  for (const QByteArray& entry : file.readAll().split('\n')) {
+    count += entry.endsWith(bare + "\"") || entry.endsWith(bare + "\\r\"") ? 1 : 0;
+  }
+  return count;
 }
 
 QByteArray Instrument::LastReply(const QString& request) const {

@@ -20,6 +20,8 @@ class Instrument {
   bool Start(const QString& program, const Link& link, const QString& place, const QString& log);
   // Sends one line to its console. Returns the answer.
   QString Do(const QString& line);
+  // How often the command was received.
+  int Count(const QString& command) const;
   // The last reply to a request, from its log. Line ends are written as \r and \n.
   QByteArray LastReply(const QString& request) const;
   // The bytes of a reply that is a block.

@@ -45,6 +45,7 @@ Tour::Tour(Program& program, Instrument& instrument, const Link& link, QDir fold
     AddSheetStops();
     AddMeasureStops();
     AddDataStops();
+    AddPanelStops();
     AddSaveStops();
     AddEnd();
   } else {

@@ -53,6 +53,7 @@ class Tour {
   void AddSheetStops();
   void AddMeasureStops();
   void AddDataStops();
+  void AddPanelStops();
   void AddSaveStops();
   void AddReturnStops();
   void AddEnd();
@@ -120,6 +121,11 @@ class Tour {
   static void OpenItem(QTreeWidgetItem* item);
   // Checks the printed page's measures. The left edge is in inches.
   void CheckPage(double left);
+  // Holds the key of the instrument's front for a second, then checks what that sent.
+  void Hold(QWidget* key);
+  void CheckHeld();
+  // The mirrored screen.
+  QImage Screen();
   // The whole picture of a waveform: as it is, and as a second start draws it. KeepPictures writes
   // one file for each.
   QImage Raster(int slot);
@@ -145,6 +151,11 @@ class Tour {
   QElapsedTimer patience_;
   QString pending_;
   int taken_ = 0;
+  // While a key is held, and what was there before.
+  bool holding_ = false;
+  int heldBefore_ = 0;
+  int topBefore_ = 0;
+  int frozen_ = 0;  // frames that the mirror had asked for when it was stopped
   int failures_ = 0;
 };
 

@@ -28,8 +28,8 @@ class FakeReport : public PageReport {
     log_.steps.push_back("page " + Inches(width) + Inches(height));
   }
   void AddPicture(const InchRect& place, const std::string& path) override {
-    log_.steps.push_back("picture " + Inches(place.left) + Inches(place.top) +
-                         Inches(place.width) + Inches(place.height));
+    log_.steps.push_back("picture " + Inches(place.left) + Inches(place.top) + Inches(place.width) +
+                         Inches(place.height));
     log_.picture = ReadFile(path, 1U << 24).bytes;
   }
   std::optional<std::string> ShowPreview() override {
