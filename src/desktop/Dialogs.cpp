@@ -56,6 +56,7 @@ FormDialog::FormDialog(Form& form, const QString& name, QWidget* parent)
               },
           .front =
               [this] {
+                setWindowState(windowState() & ~Qt::WindowMinimized);
                 raise();
                 activateWindow();
               }});
@@ -69,7 +70,8 @@ void FormDialog::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   QWidget* first = nextInFocusChain();
   const auto takesFocus = [this](const QWidget& widget) {
-    return (widget.focusPolicy() & Qt::TabFocus) != 0 && widget.isVisibleTo(this);
+    return (widget.focusPolicy() & Qt::TabFocus) != 0 && widget.isEnabled() &&
+           widget.isVisibleTo(this);
   };
   while (first != this && !takesFocus(*first)) first = first->nextInFocusChain();
   // The toolkit selects a line of text when the focus comes by Tab.

@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QPen>
 #include <QShortcut>
 #include <algorithm>
 #include <cmath>
@@ -159,6 +160,12 @@ bool PanelFront::eventFilter(QObject* watched, QEvent* event) {
 void PanelFront::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
+  // A line of whole pixels of the screen, which begins on one of them.
+  const double ratio = devicePixelRatioF();
+  const double thin = std::max(1.0, std::floor(ratio)) / ratio;
+  const auto onPixel = [ratio, thin](double at) {
+    return std::floor(at * ratio) / ratio + thin / 2;
+  };
   QColor line = palette().color(QPalette::WindowText);
   QFont bold = font();
   bold.setBold(true);
@@ -166,11 +173,12 @@ void PanelFront::paintEvent(QPaintEvent*) {
     const QRectF title = Cell(group.row, group.column, group.columns);
     const double height = (group.rows + kTitle) * (keyHeight_ + kGap);
     line.setAlphaF(0.35F);
-    painter.setPen(line);
+    painter.setPen(QPen(line, thin));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(title.left() - kMargin + 0.5, title.top() + 0.5,
-                                   title.width() + 2 * kMargin - 1, height - 1),
-                            kMargin, kMargin);
+    painter.drawRoundedRect(
+        QRectF(QPointF(onPixel(title.left() - kMargin), onPixel(title.top())),
+               QPointF(onPixel(title.right() + kMargin - 1), onPixel(title.top() + height - 1))),
+        kMargin, kMargin);
     painter.setPen(palette().color(QPalette::WindowText));
     painter.setFont(bold);
     painter.drawText(QRectF(title.left(), title.top(), title.width(), kTitle * keyHeight_),

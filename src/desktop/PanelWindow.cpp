@@ -25,8 +25,13 @@ PanelWindow::PanelWindow(frmV_Panel& form, QWidget* parent)
   column.addWidget(&Make<ScreenWidget>(form.WavePic, this), 1);
   auto& buttons = Make<QHBoxLayout>();
   column.addLayout(&buttons);
-  AddButton(buttons, "cmdRun", "&Run", form.cmdRun).setToolTip("Follows the instrument's screen");
-  AddButton(buttons, "cmdStop", "&Stop", form.cmdStop).setToolTip("Freezes the picture");
+  QPushButton& run = AddButton(buttons, "cmdRun", "&Run", form.cmdRun);
+  run.setToolTip("Follows the instrument's screen");
+  QPushButton& stop = AddButton(buttons, "cmdStop", "&Stop", form.cmdStop);
+  stop.setToolTip("Freezes the picture");
+  // Each disables itself. The focus goes to the other one, so that Space is a switch.
+  connect(&run, &QPushButton::clicked, &stop, [&stop] { stop.setFocus(); });
+  connect(&stop, &QPushButton::clicked, &run, [&run] { run.setFocus(); });
   buttons.addStretch(1);
   AddButton(buttons, "cmdExport", "&Export...", form.cmdExport)
       .setToolTip("Saves the picture as a bitmap");
@@ -34,6 +39,9 @@ PanelWindow::PanelWindow(frmV_Panel& form, QWidget* parent)
       .setToolTip("Shows the page with the picture");
   AddButton(buttons, "cmdPrint", "&Print", form.cmdPrint).setToolTip("Prints the picture");
   layout.addWidget(&Make<PanelFront>(form.Keys, FrontOf::Panel, *this), 0, Qt::AlignTop);
+  // Enter belongs to the keys.
+  for (auto* button : findChildren<QPushButton*>()) button->setAutoDefault(false);
+  setWindowFlag(Qt::WindowMinMaxButtonsHint);
   // The toolkit would open it at two thirds of the screen at most.
   resize(sizeHint().boundedTo(screen()->availableSize() - kFrame));
 }

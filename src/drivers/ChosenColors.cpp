@@ -49,7 +49,7 @@ void ChosenColors::TransMono(std::span<const std::uint8_t> raw, std::span<std::u
 
 std::string ChosenColors::Meaning() {
   if (&Chosen() != &palettes_) return "Colour library: " + library_->Name();
-  if (!library_) return "Built-in colours";
+  if (!library_) return {};
   return "Built-in colours. The library named in the settings cannot be used: " +
          library_->Reason();
 }

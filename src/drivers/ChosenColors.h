@@ -40,8 +40,7 @@ class ChosenColors : public ScreenColors {
   void TransClr(std::span<const std::uint8_t> raw, std::span<std::uint32_t> colours) override;
   void TransMono(std::span<const std::uint8_t> raw, std::span<std::uint32_t> colours) override;
 
-  // The source of the colours, and the reason if the named library is not used. Plain text, UTF-8.
-  std::string Meaning();
+  std::string Meaning() override;
 
  private:
   ScreenColors& Chosen();

@@ -31,6 +31,7 @@ struct LinkState {
   int ScopeVersionNum = 0;   // mm * 10000 + nn * 100 + pp
 
   int AwaitedReplies = 0;     // queries that wait for their reply, one inside another
+  bool Answered = false;      // the last query has got a reply
   bool ReplyPending = false;  // RS232: a reply is expected
   std::string RxBuffer;       // RS232: bytes since the last send, up to the first LF
   // RS232: length of RxBuffer before the cut at the LF. Stale after a send, until the first byte.

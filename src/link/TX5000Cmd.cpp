@@ -93,6 +93,7 @@ std::string TX5000Cmd::AskScope(std::string_view command) {
   ++state_.AwaitedReplies;
   const std::string reply = link.ReadReply();
   --state_.AwaitedReplies;
+  state_.Answered = !reply.empty();
   if (link.traits.marksBusy) state_.CommBusy = false;
   return reply;
 }

@@ -8,9 +8,10 @@ namespace oriolemark {
 namespace {
 
 constexpr int kScreenBytes = kScreenWidth * kScreenHeight;
-// The instrument's block and its colours have one place more than the screen has pixels.
 constexpr std::size_t kPlaces = kScreenBytes + 1;
-constexpr int kFrameInterval = 10;  // ms
+// ms from the end of a frame to the start of the next
+constexpr int kFrameInterval = 10;
+constexpr int kRetryInterval = 500;  // if the instrument did not answer
 constexpr Color kDark{};
 
 }  // namespace
@@ -60,16 +61,14 @@ void frmV_Panel::FreeResource() {
 }
 
 void frmV_Panel::SetRunning(bool running) {
-  if (running && !run_) run_.emplace(context_.transfer);
-  if (!running) run_.reset();
+  if (running && !running_) run_ = ++context_.transfer.lastRun;
+  running_ = running;
   frameDrawn_ = false;
+  tDrawBmp.SetInterval(kFrameInterval);
   tDrawBmp.SetEnabled(running);
-  ShowRunning();
-}
-
-void frmV_Panel::ShowRunning() {
-  cmdRun.SetEnabled(!run_);
-  cmdStop.SetEnabled(run_.has_value());
+  // The one that is enabled comes first, because the other one may hold the focus.
+  (running ? cmdStop : cmdRun).SetEnabled(true);
+  (running ? cmdRun : cmdStop).SetEnabled(false);
 }
 
 bool frmV_Panel::HeldUp() const {
@@ -77,18 +76,25 @@ bool frmV_Panel::HeldUp() const {
          context_.prompts.AnyOpen();
 }
 
-// The wait between two frames is the program's own. With a loop in here, a wait around it could not
-// end while the window is open.
+// Each tick draws one frame and returns to the program's own wait. A loop in here would hold up
+// every wait around it until the window closes.
 void frmV_Panel::tDrawBmp_Timer() {
-  if (HeldUp()) return;
-  // The connection is looked at after each frame and the events that follow it, not before the
-  // first.
-  if (frameDrawn_ && !context_.link.ScopeConnected) {
-    Unload();
-    return;
+  tDrawBmp.SetEnabled(false);
+  if (!HeldUp()) {
+    // The connection is looked at after each frame and the events that follow it, not before the
+    // first. Another link has no screen.
+    const bool lost = frameDrawn_ && !context_.link.ScopeConnected;
+    if (lost || &context_.scope.Link() != &context_.usb) {
+      Unload();
+      return;
+    }
+    frameDrawn_ = true;
+    const TransferRun part(context_.transfer, run_);
+    DrawBulkWave();
+    tDrawBmp.SetInterval(context_.link.Answered ? kFrameInterval : kRetryInterval);
   }
-  frameDrawn_ = true;
-  DrawBulkWave();
+  // Counted from the end of the frame, so that the user gets a turn on a slow link too.
+  tDrawBmp.SetEnabled(running_);
 }
 
 void frmV_Panel::DrawBulkWave() {
@@ -97,9 +103,11 @@ void frmV_Panel::DrawBulkWave() {
   context_.usb.USBReadScreen(0, raw_, kScreenBytes);
   const bool isColor = context_.scope.IsColorScope();
   if (!Loaded() || context_.waiting.Closing()) return;
+  // An instrument that does not answer keeps its colours.
+  if (context_.link.Answered) isColor_ = isColor;
   const auto raw = std::span<const std::uint8_t>(raw_).first(kScreenBytes);
   const auto colours = std::span(colours_).first(kScreenBytes);
-  if (isColor) {
+  if (isColor_) {
     context_.colors.TransClr(raw, colours);
   } else {
     context_.colors.TransMono(raw, colours);

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "link/USB_FUNC.h"
@@ -48,7 +47,7 @@ class frmV_Panel : public Form {
   Button cmdExport;
   Button cmdPreview;  // "Print Preview"
   Button cmdPrint;
-  Timer tDrawBmp;  // each tick draws one frame; it rests while the mirror is frozen
+  Timer tDrawBmp;  // its tick draws one frame; it rests while the mirror is frozen
 
   void Form_Load() override;
   // Makes the drawing surface, black, and frees it.
@@ -64,15 +63,16 @@ class frmV_Panel : public Form {
  private:
   void tDrawBmp_Timer();
   void SetRunning(bool running);
-  void ShowRunning();
   bool HeldUp() const;
 
   PanelContext context_;
   PictureOutput output_;
   std::vector<std::uint8_t> raw_;       // what the instrument sent
   std::vector<std::uint32_t> colours_;  // the same as colours
-  std::optional<TransferRun> run_;      // while the mirror runs
-  bool frameDrawn_ = false;             // since the mirror was started
+  bool isColor_ = false;                // the display, as far as it is known
+  bool running_ = false;
+  int run_ = 0;              // number of the mirror's run, for the messages
+  bool frameDrawn_ = false;  // since the mirror was started
 };
 
 }  // namespace oriolemark

@@ -16,7 +16,7 @@ MainModule::MainModule(Platform platform)
       progress(platform_.events, platform_.waiting, platform_.store, link_.state, transfer_,
                link_.scope, pointer),
       about(prompts_, platform_.version),
-      options(preferences, platform_.serial, platform_.gpib, platform_.usb),
+      options(preferences, platform_.serial, platform_.gpib, platform_.usb, platform_.colors),
       passFailed(sheet, platform_.events, platform_.waiting, watched_),
       waveSetting(sheet, [this](int slot) { return browser.files.View(ItemKind::Wave, slot); }),
       browser({sheet, scratch_, prompts_, recovered_, platform_.syncFile}),

@@ -31,7 +31,7 @@ std::vector<std::string> Counted(int count) {
 }  // namespace
 
 frmOptions::frmOptions(Preferences& preferences, SerialPort& serial, GpibDriver& gpib,
-                       UsbDriver& usb)
+                       UsbDriver& usb, ScreenColors& colors)
     : tbsOptions(kPages, [this] { tbsOptions_Change(); }),
       PortSelectOption(3),
       OptRefreshType(2, [this](int index) { IntervalCombo.SetEnabled(index == kAutoOption); }),
@@ -40,7 +40,8 @@ frmOptions::frmOptions(Preferences& preferences, SerialPort& serial, GpibDriver&
       preferences_(preferences),
       serial_(serial),
       gpib_(gpib),
-      usb_(usb) {
+      usb_(usb),
+      colors_(colors) {
   SetCaption("Options");
 }
 
@@ -73,6 +74,8 @@ void frmOptions::FillLink() {
   GPIB_AddrCombo.SetText(std::to_string(link.GPIB_Addr));
   const int devices = std::min(usb_.GetDeviceNum(), kMostDevices);
   deviceMeaning_ = usb_.Meaning();
+  const std::string colours = colors_.Meaning();
+  if (!colours.empty()) deviceMeaning_ += "\n\n" + colours;
   DeviceCombo.SetItems(devices > 0 ? Counted(devices) : std::vector<std::string>{kNoDevice});
   // Each time it opens, the dialog selects the first instrument, even if the user then cancels.
   DeviceCombo.SetListIndex(0);

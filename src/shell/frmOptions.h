@@ -9,6 +9,7 @@
 #include "platform/Form.h"
 #include "platform/GpibDriver.h"
 #include "platform/OptionGroup.h"
+#include "platform/ScreenColors.h"
 #include "platform/SerialPort.h"
 #include "platform/TabStrip.h"
 #include "platform/UsbDriver.h"
@@ -22,7 +23,8 @@ class frmOptions : public Form {
  public:
   static constexpr int kPages = 3;
 
-  frmOptions(Preferences& preferences, SerialPort& serial, GpibDriver& gpib, UsbDriver& usb);
+  frmOptions(Preferences& preferences, SerialPort& serial, GpibDriver& gpib, UsbDriver& usb,
+             ScreenColors& colors);
 
   TabStrip tbsOptions;
   std::array<Control, kPages> picOptions;  // the pages; only the selected one is enabled
@@ -60,6 +62,7 @@ class frmOptions : public Form {
   SerialPort& serial_;
   GpibDriver& gpib_;
   UsbDriver& usb_;
+  ScreenColors& colors_;
   // Read once each time the dialog opens, because it may have to load a library.
   std::string addressMeaning_;
   std::string deviceMeaning_;

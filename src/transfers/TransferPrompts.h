@@ -26,8 +26,8 @@ class TransferPrompts : public Prompts {
 
   Prompts& system_;
   const TransferState& transfer_;
-  int runNumber_ = 0;            // the transfer in which these were shown
-  std::map<Words, bool> muted_;  // false: shown, and not muted
+  // By the number of the transfer. False: shown, and not muted.
+  std::map<int, std::map<Words, bool>> muted_;
 };
 
 }  // namespace oriolemark

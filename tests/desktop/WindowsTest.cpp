@@ -196,7 +196,7 @@ TEST_F(Windows, APicturesPixelsAreWholeOnTheScreenAndLieUnderTheMouse) {
            }
          }
          EXPECT_EQ(wrong, 0);
-         EXPECT_GT(cursor, 50) << "where the mouse has let it go";
+         EXPECT_GT(cursor, 20) << "where the mouse has let it go";
        }});
 }
 

@@ -197,6 +197,26 @@ TEST_F(DriversTest, ColoursComeFromTwoPalettes) {
   EXPECT_EQ(colours[2], 0xAAU) << "what lies behind keeps its colour";
 }
 
+TEST_F(DriversTest, ColoursComeFromTheNamedLibraryIfItHasBothOperations) {
+  const std::array<std::uint8_t, 3> raw{1, 2, 3};
+  // The library, the colours of the first and the last byte, the plain colour, and the source.
+  const std::tuple<const char*, std::uint32_t, std::uint32_t, std::uint32_t, const char*> rows[] = {
+      {"by_function.so", 0x40201, 0, 0x0000FF, "Colour library: "},
+      {"by_variable.so", 0x55, 0xFF, 0xFFFFFF, "Built-in colours. The library named "},
+      {"missing.so", 0x55, 0xFF, 0xFFFFFF, "Built-in colours. The library named "}};
+  for (const auto& [name, first, last, mono, meaning] : rows) {
+    SCOPED_TRACE(name);
+    store.Write("Drivers", "ColorLibrary", kLibraries + name);
+    ChosenColors chosen(store);
+    EXPECT_TRUE(chosen.Meaning().starts_with(meaning)) << chosen.Meaning();
+    std::array<std::uint32_t, 3> colours{7, 7, 7};
+    chosen.TransClr(raw, colours);
+    EXPECT_EQ(std::pair(colours[0], colours[2]), std::pair(first, last));
+    chosen.TransMono(raw, colours);
+    EXPECT_EQ(colours[1], mono);
+  }
+}
+
 TEST(SettingsStore, KeepsTextsAsTheyAreAndReadsWhatAHandHasWritten) {
   const FileFolder home;
   const std::string file = home.folder + "/Oriolemark/Oriolemark.ini";

@@ -120,6 +120,18 @@ TEST(Panel, NoFrameIsDrawnWhileTheInstrumentOrTheUserIsBusyWithSomethingElse) {
   bench.port.lies["*IDN?"] = "no line end";
   bench.module.main.mnuToolsConnect.Click();
   EXPECT_EQ(bench.port.written.find(":HARD_COPY"), std::string::npos);
+  bench.clock.Run(Ms(20));
+  EXPECT_FALSE(bench.panel.Loaded()) << "the other line has no screen";
+}
+
+TEST(Panel, ADisconnectClosesARunningPanelAtTheNextFrame) {
+  PanelBench bench;
+  bench.Open(2);
+  bench.module.main.mnuToolsDisconnect.Click();
+  bench.Sent();
+  bench.clock.Run(Ms(20));
+  EXPECT_FALSE(bench.panel.Loaded());
+  EXPECT_EQ(bench.Sent(), "");
 }
 
 TEST(Panel, ALinkThatGoesAtAnyStepOfAFrameIsToldAndKeepsThePictureThatIsThere) {
@@ -147,23 +159,36 @@ TEST(Panel, ALinkThatGoesAtAnyStepOfAFrameIsToldAndKeepsThePictureThatIsThere) {
       EXPECT_EQ(message.text, "Can't Connect to USB Device");
     }
     EXPECT_EQ(shown, titles);
-    // The colours of a display that does not say what it is are those of a plain one.
-    EXPECT_EQ(bench.Wrong(0xB00, bench.Screen(fresh ? 5 : 1)), 0);
+    EXPECT_EQ(bench.Wrong(0xC00, bench.Screen(fresh ? 5 : 1)), 0);
   }
 }
 
 TEST(Panel, AMessageOfEveryFrameIsMutedUntilTheMirrorIsStartedAgain) {
   PanelBench bench;
   bench.Open(1);
+  const auto shown = [&bench] {
+    std::string muted;
+    for (const Message& message : std::exchange(bench.prompts.shown, {}))
+      muted += Bits(message.mayMute);
+    return muted;
+  };
   for (int run = 0; run < 2; ++run) {
     bench.usb.operationsLeft = 0;
     using enum MessageAnswer;
     for (const auto answer : {Ok, OkAndMute, Ok, OkAndMute}) bench.prompts.AnswerNext(answer);
-    bench.clock.Run(Ms(500));
-    std::string muted;
-    for (const Message& message : std::exchange(bench.prompts.shown, {}))
-      muted += Bits(message.mayMute);
-    EXPECT_EQ(muted, "0101") << "to send, to send, to read, and to read in the next frame";
+    bench.clock.Run(Ms(3000));
+    EXPECT_EQ(shown(), "0101") << "to send, to send, to read, and to read in the next frame";
+    EXPECT_LT(bench.Sent().size(), 200u) << "a dead line is not asked a hundred times a second";
+    bench.module.main.mnuHelpContents.Click();
+    bench.help.error = "gone";
+    for (int again = 0; again < 2; ++again) bench.module.main.mnuHelpContents.Click();
+    EXPECT_EQ(shown(), "00") << "not of the mirror";
+    bench.help.error.reset();
+    for (const auto answer : {Ok, Ok, OkAndMute, OkAndMute}) bench.prompts.AnswerNext(answer);
+    bench.module.progress.Transfer(TransferKind::Download, "");
+    EXPECT_EQ(shown(), "0011") << "of another transfer";
+    bench.clock.Run(Ms(3000));
+    EXPECT_EQ(shown(), "") << "the mirror is still muted";
     bench.panel.cmdStop.Click();
     bench.panel.cmdRun.Click();
   }
@@ -189,7 +214,7 @@ TEST(Panel, TheWindowOrTheProgramMayCloseInsideAnyMessageOfAFrame) {
       EXPECT_EQ(bench.Told().size(), box + after);
       bench.panel.Unload();
       EXPECT_EQ(bench.panel.WavePic.Surface().Width(), 0);
-      EXPECT_EQ(Bits(bench.panel.tDrawBmp.Enabled(), bench.module.Transfer().runs != 0), "00");
+      EXPECT_EQ(Bits(bench.panel.tDrawBmp.Enabled(), bench.module.Transfer().run != 0), "00");
     }
   }
 }

@@ -83,4 +83,13 @@ short Bulk_DataTransfer_Read(int device, int count, unsigned char* address) {
   std::fill_n(address, count, static_cast<unsigned char>(7));
   return script.failing != "bulk";
 }
+
+void TransClr(const unsigned char* raw, int count, unsigned int* colours) {
+  for (int i = 0; i + 1 < count; ++i) colours[i] = 0x10203U + raw[i];
+}
+#ifdef BY_FUNCTION
+void TransMono(const unsigned char*, int count, unsigned int* colours) {
+  std::fill_n(colours, count, 0xFF0000U);
+}
+#endif
 }  // extern "C"
