@@ -13,20 +13,28 @@ namespace oriolemark {
 
 namespace {
 
+QString InExecutables(const char* path) {
+  return QDir(QCoreApplication::applicationDirPath()).filePath(QString::fromLatin1(path));
+}
+
+QString InstalledManual() {
+  return QDir::cleanPath(InExecutables("../share/oriolemark/Oriolemark.hlp"));
+}
+
+// Root could write beside an installed program, but nothing removes what is left there.
 QDir ProgramFolder() {
   const QString own = QCoreApplication::applicationDirPath();
-  if (QFileInfo(own).isWritable()) return own;
+  if (QFileInfo(own).isWritable() && !QFile::exists(InstalledManual())) return own;
   return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
 }
 
 }  // namespace
 
 std::string HelpFilePath() {
-  const QString name = QStringLiteral("Oriolemark.hlp");
-  const QString beside = QDir(QCoreApplication::applicationDirPath()).filePath(name);
-  if (QFile::exists(beside)) return beside.toStdString();
-  const QString shared = QStandardPaths::locate(QStandardPaths::AppDataLocation, name);
-  return (shared.isEmpty() ? ProgramFolder().filePath(name) : shared).toStdString();
+  for (const QString& manual : {InExecutables("Oriolemark.hlp"), InstalledManual()}) {
+    if (QFile::exists(manual)) return manual.toStdString();
+  }
+  return ProgramFolder().filePath(QStringLiteral("Oriolemark.hlp")).toStdString();
 }
 
 std::string HandOverFilePath() {

@@ -5,9 +5,9 @@
 
 namespace oriolemark {
 
-// The manual (UTF-8 path): beside the executable, or in the installation's shared data. If there is
-// no manual, its place in the program's folder. This is the executable's folder if it is writable,
-// otherwise the user's data folder.
+// The manual (UTF-8 path): beside the executable, or in ../share/oriolemark, where an installation
+// puts it. If there is no manual, its place in the program's folder. This is the executable's
+// folder if it is writable and no installation, otherwise the user's data folder.
 std::string HelpFilePath();
 
 // The file that holds a picture on its way to the printed page (UTF-8 path), in the program's
