@@ -1,6 +1,7 @@
 #include "desktop/Program.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QScreen>
 
 #include "desktop/Bind.h"
@@ -43,9 +44,20 @@ void PrepareApplication(QApplication& application) {
   LoadPictures();
   application.setApplicationName(kApplicationTitle);
   application.setApplicationVersion(ORIOLEMARK_VERSION);
+  // The name of the menu entry, without its extension: some desktops look there for the icon.
+  application.setDesktopFileName("oriolemark");
   application.setWindowIcon(PictureNamed(kApplicationTitle));
   // The program decides when it ends, not the toolkit.
   application.setQuitOnLastWindowClosed(false);
+}
+
+// As absolute paths, because the list of recent files keeps them.
+std::vector<std::string> FilesOfCommandLine() {
+  std::vector<std::string> files;
+  for (const QString& argument : QApplication::arguments().mid(1)) {
+    files.push_back(QFileInfo(argument).absoluteFilePath().toStdString());
+  }
+  return files;
 }
 
 void ShowPointer(const ScreenPointer& pointer) {
@@ -95,6 +107,7 @@ Program::Program(QApplication& application) {
   const QSize screen = QGuiApplication::primaryScreen()->size();
   parts_->module.progress.screenWidth = PixelsToUnits(screen.width());
   parts_->module.progress.screenHeight = PixelsToUnits(screen.height());
+  parts_->module.main.FilesAtStart = FilesOfCommandLine();
   parts_->module.pointer.onChanged = [this] { ShowPointer(parts_->module.pointer); };
   parts_->module.onWaveView = [this](frmWave& view) {
     parts_->main.AddInner(Make<WaveWindow>(view));

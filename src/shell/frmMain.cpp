@@ -212,6 +212,7 @@ void frmMain::TimerInit_Timer() {
   const auto& startup = context_.preferences.startup;
   if (startup.StartupLoadCtrl) recentCtrls_.OpenLatest();
   if (startup.StartupLoadSheet) recentSheets_.OpenLatest();
+  OpenDropped(FilesAtStart);
 }
 
 void frmMain::mnuFileNew_Click() {

@@ -106,6 +106,9 @@ class frmMain : public Form {
   std::function<void(Arrangement)> onArrange;
   // The toolkit's side sets this while the window is an icon.
   bool Minimised = false;
+  // Files (UTF-8 paths) of the command line. The program opens them after the recent ones, as if
+  // they were dropped.
+  std::vector<std::string> FilesAtStart;
 
   void Form_Load() override;
 

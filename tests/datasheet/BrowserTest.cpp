@@ -353,8 +353,12 @@ TEST_F(Browser, FilesComeFromTheMenuTheRecentOnesTheStartAndTheDesktop) {
   ProgramBench start;
   start.store.values = store.values;
   start.Store("General", "StartupLoadSheet", "True");
+  start.module.main.FilesAtStart = {"a.txt", settings};
   const auto waves = [&] { return std::exchange(start.module.sheet.WaveCount, 0); };
-  start.At(300, [&] { EXPECT_EQ(waves(), 1) << "at the start"; });
+  start.At(300, [&] {
+    EXPECT_EQ(waves(), 1) << "at the start";
+    EXPECT_EQ(start.module.controlDocument.CtrlFileName, settings) << "of the command line";
+  });
   start.At(400, [&] {
     const Texts dropped{"a.txt", settings, path, "/other.orm"};
     ASSERT_TRUE(frmMain::TakesDrop(dropped));
