@@ -1,5 +1,7 @@
 #include "drivers/QtSettingsStore.h"
 
+#include <QFileInfo>
+#include <QStandardPaths>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -12,6 +14,19 @@ constexpr const char* kPlainSection = "General";
 
 // The most bytes of a text: more than the longest path of the system.
 constexpr std::size_t kLongest = 8192;
+
+// No file can be here, so the settings stay in memory.
+constexpr const char* kNowhere = "/dev/null/Oriolemark.ini";
+
+// Reading a pipe or a device may never end. A folder in the lock's place is waited for without end.
+QString SettingsFile() {
+  const QString file = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                       QStringLiteral("/Oriolemark/Oriolemark.ini");
+  const QFileInfo info(file);
+  const bool readable = info.isFile() || !info.exists();
+  const bool lockable = !QFileInfo(file + QStringLiteral(".lock")).isDir();
+  return readable && lockable ? file : QString::fromLatin1(kNowhere);
+}
 
 // A text with an unquoted comma, which a user may have typed, is read as a list.
 std::optional<std::string> TextOf(const QVariant& value) {
@@ -29,9 +44,7 @@ QString PathOf(const std::string& section, const std::string& key) {
 
 }  // namespace
 
-QtSettingsStore::QtSettingsStore()
-    : settings_(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Oriolemark"),
-                QStringLiteral("Oriolemark")) {
+QtSettingsStore::QtSettingsStore() : settings_(SettingsFile(), QSettings::IniFormat) {
   settings_.setFallbacksEnabled(false);
   // Every write writes the whole file, so texts that cannot be read are removed.
   for (const QString& key : settings_.allKeys()) {

@@ -8,7 +8,8 @@ namespace oriolemark {
 
 // The INI file Oriolemark/Oriolemark.ini in the user's configuration folder. Texts are UTF-8 bytes.
 // The program writes no text above 8 KiB. Such a text counts as missing and is removed by the next
-// write.
+// write. If the file is something else, such as a folder or a pipe, texts last until the program
+// ends.
 class QtSettingsStore : public SettingsStore {
  public:
   QtSettingsStore();

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <numeric>
@@ -220,7 +221,7 @@ TEST_F(DriversTest, ColoursComeFromTheNamedLibraryIfItHasBothOperations) {
 TEST(SettingsStore, KeepsTextsAsTheyAreAndReadsWhatAHandHasWritten) {
   const FileFolder home;
   const std::string file = home.folder + "/Oriolemark/Oriolemark.ini";
-  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, home.folder.c_str());
+  qputenv("XDG_CONFIG_HOME", home.folder.c_str());
   const std::string path = "/tmp/\xC3\xBC a,b;\"c\".cfx";
   QtSettingsStore().Write("Recent Ctrl", "RecentFile1", path);
   EXPECT_EQ(QtSettingsStore().Read("Recent Ctrl", "RecentFile1"), path);
@@ -236,6 +237,12 @@ TEST(SettingsStore, KeepsTextsAsTheyAreAndReadsWhatAHandHasWritten) {
   EXPECT_EQ(store.Read("Settings", "B"), std::nullopt);
   store.Write("Settings", "C", "1");
   EXPECT_LT(std::filesystem::file_size(file), 9000U);
+  // A pipe in the file's place would never be read to its end.
+  std::filesystem::remove(file);
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  QtSettingsStore memory;
+  memory.Write("Settings", "C", "2");
+  EXPECT_EQ(memory.Read("Settings", "C"), "2");
 }
 
 }  // namespace
