@@ -5,7 +5,6 @@
 #include <QString>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 namespace oriolemark {
 namespace {
@@ -27,8 +26,7 @@ QByteArray Variable(const char* name) {
 void Report(QtMsgType type, const QMessageLogContext& context, const QString& text) {
   if (type == QtFatalMsg) EndWithoutDisplay();
   // The toolkit says several times in its own words that a display is missing.
-  const bool ofDisplay = std::strncmp(context.category, "qt.qpa", 6) == 0;
-  if (ofDisplay && type != QtDebugMsg) return;
+  if (type != QtDebugMsg) return;
   std::fputs((qFormatLogMessage(type, context, text) + u'\n').toLocal8Bit().constData(), stderr);
 }
 
