@@ -12,7 +12,8 @@ namespace oriolemark {
 
 // The program's only printer. The choices of a printer dialog stay in it until the program ends.
 // It is made at the first use, because that asks the print server. A server that refuses the
-// connection costs no time, one that does not answer at all costs the print system's own time limit.
+// connection costs no time, one that does not answer at all costs the print system's own time
+// limit.
 class PagePrinter {
  public:
   explicit PagePrinter(Waiting& waiting) : waiting_(waiting) {}

@@ -11,8 +11,8 @@ namespace oriolemark {
 class ScreenColors {
  public:
   virtual ~ScreenColors() = default;
-  // Which library the colours come from, or why not from the one that the settings name. Plain text,
-  // UTF-8. Empty if the settings name none.
+  // Which library the colours come from, or why not from the one that the settings name. Plain
+  // text, UTF-8. Empty if the settings name none.
   virtual std::string Meaning() { return {}; }
   // For instruments with a colour display.
   virtual void TransClr(std::span<const std::uint8_t> raw, std::span<std::uint32_t> colours) = 0;
