@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <limits>
@@ -31,12 +32,32 @@ struct Row {
 constexpr double kNoBound = std::numeric_limits<double>::infinity();
 
 constexpr std::array kRows{
-    Row{"repaint of 4 x 17000 samples at 150 % / drawPolyline", "RepaintView/150/17000",
-        "DrawPolyline/150/17000", Clock::Processor, Take::Least, 1, 0.03},
-    Row{"repaint of 4 x 17000 samples at 500 % / drawPolyline", "RepaintView/500/17000",
-        "DrawPolyline/500/17000", Clock::Processor, Take::Least, 1, 0.10},
-    Row{"repaint of 17000 samples / of 4000", "RepaintView/150/17000", "RepaintView/150/4000",
-        Clock::Processor, Take::Least, 1, 2.3},
+    Row{"sine, 4 x 17000, 150 % / drawPolyline", "Repaint/sine/150/17000",
+        "DrawPolyline/sine/150/17000", Clock::Processor, Take::Median, 1, 0.03},
+    Row{"sine, 4 x 17000, 500 % / drawPolyline", "Repaint/sine/500/17000",
+        "DrawPolyline/sine/500/17000", Clock::Processor, Take::Median, 1, 0.10},
+    Row{"sine, 4 x 600, 150 % / drawPolyline", "Repaint/sine/150/600", "DrawPolyline/sine/150/600",
+        Clock::Processor, Take::Median, 1, 0.35},
+    Row{"sine, 4 x 600, 500 % / drawPolyline", "Repaint/sine/500/600", "DrawPolyline/sine/500/600",
+        Clock::Processor, Take::Median, 1, 0.50},
+    Row{"sine, 4 x 17000, 150 % / plotting widget", "Repaint/sine/150/17000",
+        "DrawPlot/sine/150/17000", Clock::Processor, Take::Median, 1, 0.30},
+    Row{"sine, 4 x 17000, 500 % / plotting widget", "Repaint/sine/500/17000",
+        "DrawPlot/sine/500/17000", Clock::Processor, Take::Median, 1, 0.25},
+    Row{"sine, 4 x 600, 150 % / plotting widget", "Repaint/sine/150/600", "DrawPlot/sine/150/600",
+        Clock::Processor, Take::Median, 1, 0.35},
+    Row{"sine, 4 x 600, 500 % / plotting widget", "Repaint/sine/500/600", "DrawPlot/sine/500/600",
+        Clock::Processor, Take::Median, 1, 0.50},
+    Row{"noise / sine, 4 x 17000, 500 %", "Repaint/noise/500/17000", "Repaint/sine/500/17000",
+        Clock::Processor, Take::Median, 1, 5},
+    Row{"sine, 150 %: 17000 samples / 4000", "Repaint/sine/150/17000", "Repaint/sine/150/4000",
+        Clock::Processor, Take::Median, 1, 2.3},
+    Row{"sine, 1000 % / 500 % in the same window", "RepaintShown/sine/1000/17000",
+        "RepaintShown/sine/500/17000", Clock::Processor, Take::Median, 1, 1.5},
+    Row{"step of a cursor / repaint, 4 x 17000, 500 %", "StepCursor/sine/500/17000",
+        "Repaint/sine/500/17000", Clock::Processor, Take::Median, 1, 0.4},
+    Row{"step of a cursor / repaint, 4 x 600, 500 %", "StepCursor/sine/500/600",
+        "Repaint/sine/500/600", Clock::Processor, Take::Median, 1, 0.4},
     Row{"block of 17000 tokens / istringstream", "ReadBlock/17000", "ExtractStream/17000",
         Clock::Processor, Take::Least, 1, 0.20},
     Row{"a token of 17000 / a token of 600", "ReadBlock/17000", "ReadBlock/600", Clock::Processor,
@@ -113,6 +134,31 @@ bool PrintTable(const KeepingReporter& reporter) {
   return kept;
 }
 
+// The repaint on every signal, without bounds, beside each thing that it can be measured by. The
+// last column is the time of the memory alone.
+void PrintRepaints(const KeepingReporter& reporter) {
+  std::printf("\n%-32s %12s %12s %12s\n", "Repaint, with 4 traces", "drawPolyline", "plot",
+              "memory");
+  for (const char* signal : {"sine", "square", "noise"}) {
+    for (const char* zoom : {"150", "500", "1000"}) {
+      for (const char* count : {"600", "4000", "17000"}) {
+        const std::string size = std::string("/") + signal + "/" + zoom + "/" + count;
+        const auto time = [&](const char* what) {
+          return reporter.Time((what + size).c_str(), Clock::Processor, Take::Median);
+        };
+        const auto repaint = time("Repaint");
+        if (!repaint) continue;
+        std::printf("%-32s", size.c_str() + 1);
+        for (const char* other : {"DrawPolyline", "DrawPlot", "TouchMemory"}) {
+          const auto reference = time(other);
+          std::printf(" %12.3f", reference ? *repaint / *reference : std::nan(""));
+        }
+        std::printf("\n");
+      }
+    }
+  }
+}
+
 void PrintHelp() {
   std::printf(
       "oriolemark_bench measures Oriolemark against plain ways of doing the same, and ends with a\n"
@@ -127,7 +173,7 @@ void PrintHelp() {
 int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   // The defaults come first, so that the user's options override them.
-  std::array<std::string, 3> defaults{"--benchmark_repetitions=7", "--benchmark_min_time=0.05",
+  std::array<std::string, 3> defaults{"--benchmark_repetitions=11", "--benchmark_min_time=0.05",
                                       "--benchmark_enable_random_interleaving=true"};
   std::vector<char*> options{argv[0]};
   for (std::string& option : defaults) options.push_back(option.data());
@@ -139,6 +185,7 @@ int main(int argc, char** argv) {
   const QApplication application(count, options.data());
   KeepingReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
+  PrintRepaints(reporter);
   const bool kept = PrintTable(reporter);
   benchmark::Shutdown();
   return kept ? 0 : 1;
