@@ -14,4 +14,12 @@ void Canvas::Polyline(std::span<const Point> points) {
   for (std::size_t i = 1; i < points.size(); ++i) Line(points[i - 1], points[i]);
 }
 
+void Canvas::Trace(const TracePlan& plan, std::size_t first, const TraceRows& trace) {
+  if (first > plan.X().size() || trace.rows.size() > plan.X().size() - first) return;
+  for (std::size_t i = 1; i < trace.rows.size(); ++i) {
+    const std::size_t at = first + i;
+    Line({plan.X()[at - 1], trace.At(trace.rows[i - 1])}, {plan.X()[at], trace.At(trace.rows[i])});
+  }
+}
+
 }  // namespace oriolemark

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
 #include <string_view>
+
+#include "platform/TracePlan.h"
 
 namespace oriolemark {
 
@@ -18,6 +21,14 @@ struct Point {
   double x = 0;
   double y = 0;
   bool operator==(const Point&) const = default;
+};
+
+// The rows of a trace, and the pixel at which a row lies.
+struct TraceRows {
+  std::span<const std::int32_t> rows;
+  double scale;  // pixels a row, above 0
+  double origin;
+  double At(std::int32_t row) const { return row * scale + origin; }
 };
 
 enum class PenStyle { Solid, Dotted };
@@ -51,7 +62,10 @@ class Canvas {
   virtual void PixelRow(Point first, double step, int count);
   virtual void PixelColumn(Point first, double step, int count);
   // Lines from each point to the next.
-  virtual void Polyline(std::span<const Point> points);
+  void Polyline(std::span<const Point> points);
+  // Lines from each point of a trace to the next. The first row lies at the plan's point `first`.
+  // Draws nothing if the plan has fewer points than there are rows from there on.
+  virtual void Trace(const TracePlan& plan, std::size_t first, const TraceRows& trace);
 
   // Sets all pixels, row by row from the top, each 0x..RRGGBB. Does nothing unless there are
   // exactly as many as the picture has.

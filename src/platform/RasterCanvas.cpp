@@ -1,10 +1,8 @@
 #include "platform/RasterCanvas.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstdlib>
-#include <optional>
 #include <utility>
 
 #include "platform/Rounding.h"
@@ -12,31 +10,16 @@
 namespace oriolemark {
 namespace {
 
-// Points within this many pixels are rounded and drawn as they are. A line that reaches further is
-// first cut to the area around the picture, so that no product below exceeds 64 bits.
-constexpr double kReach = 1 << 28;
-// Margin around the picture to which a line is cut. It has room for any pen's width.
+// Margin around the picture to which a line that reaches too far is cut. It has room for any pen's
+// width.
 constexpr double kSurroundings = 100;
 // Length in pixels of the dots of a dotted line and of the gaps between them.
 constexpr std::int64_t kDot = 2;
 // A text that begins further to the left or above cannot reach the picture.
 constexpr double kTextReach = 30000;
 
-constexpr std::uint32_t kOpaque = 0xFF000000U;
-
-constexpr std::uint32_t ToPixel(Color color) {
-  return kOpaque | static_cast<std::uint32_t>(color.red << 16 | color.green << 8 | color.blue);
-}
-
 bool InReach(Point at) {
-  return std::abs(at.x) <= kReach && std::abs(at.y) <= kReach;
-}
-
-// RoundToInt for values in reach. At this size a double has no bits left for a fraction, and its
-// low bits are the integer.
-int RoundInReach(double value) {
-  constexpr double kNoFraction = 3.0 * (std::int64_t{1} << 51);
-  return static_cast<std::int32_t>(std::bit_cast<std::int64_t>(value + kNoFraction));
+  return InPixelReach(at.x) && InPixelReach(at.y);
 }
 
 bool IsFinite(Point at) {
@@ -101,31 +84,13 @@ void WalkRun(double start, double step, int count, int limit, Put put) {
     return;
   }
   const Steps steps = StepsInside(start, step, count, limit);
-  for (int k = steps.first; k <= steps.last; ++k) {
-    const int at = RoundToInt(start + k * step);
-    if (at >= 0 && at < limit) put(at);
+  if (steps.first > steps.last) return;
+  // Those steps are near the picture, though a huge step may lie far outside with its ends.
+  if (!InPixelReach(step)) {
+    for (int k = steps.first; k <= steps.last; ++k) put(RoundToInt(start + k * step));
+    return;
   }
-}
-
-std::int64_t DivideUp(std::int64_t dividend, std::int64_t divisor) {
-  return (dividend + divisor - 1) / divisor;
-}
-
-struct Rows {
-  std::int64_t low;
-  std::int64_t high;
-};
-
-// The rows of a line's first and last pixel in its column `k`, counted from the line's start. The
-// line goes `across` columns to the right and `down` rows up or down.
-Rows RowsInColumn(std::int64_t across, std::int64_t down, std::int64_t k) {
-  if (down <= across) {
-    const std::int64_t row = (2 * k * down + across) / (2 * across);
-    return {row, row};
-  }
-  const std::int64_t low = k == 0 ? 0 : DivideUp((2 * k - 1) * down, 2 * across);
-  const std::int64_t high = k == across ? down : DivideUp((2 * k + 1) * down, 2 * across) - 1;
-  return {low, high};
+  for (int k = steps.first; k <= steps.last; ++k) put(RoundInReach(start + k * step));
 }
 
 }  // namespace
@@ -148,12 +113,12 @@ void RasterCanvas::Clear(Color background) {
 void RasterCanvas::SetPixels(std::span<const std::uint32_t> colours) {
   if (colours.size() != pixels_.size()) return;
   std::transform(colours.begin(), colours.end(), pixels_.begin(),
-                 [](std::uint32_t colour) { return kOpaque | colour; });
+                 [](std::uint32_t colour) { return 0xFF000000U | colour; });
 }
 
 void RasterCanvas::Put(int x, int y) {
   if (x < 0 || x >= width_ || y < 0 || y >= height_) return;
-  pixels_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + x] = ToPixel(color_);
+  *At(x, y) = ToPixel(color_);
 }
 
 void RasterCanvas::Stamp(int x, int y) {
@@ -170,12 +135,61 @@ void RasterCanvas::Pixel(Point at) {
 void RasterCanvas::Line(Point from, Point to) {
   if (!IsFinite(from) || !IsFinite(to)) return;
   if ((!InReach(from) || !InReach(to)) && !Cut(from, to, width_, height_)) return;
-  DrawSegment({RoundToInt(from.x), RoundToInt(from.y)}, {RoundToInt(to.x), RoundToInt(to.y)});
+  DrawSegment({RoundInReach(from.x), RoundInReach(from.y)},
+              {RoundInReach(to.x), RoundInReach(to.y)});
+}
+
+void RasterCanvas::FillRect(int left, int top, int right, int bottom) {
+  left = std::max(left, 0);
+  right = std::min(right, width_ - 1);
+  bottom = std::min(bottom, height_ - 1);
+  for (int y = std::max(top, 0); y <= bottom && left <= right; ++y) {
+    std::fill_n(At(left, y), right - left + 1, ToPixel(color_));
+  }
+}
+
+void RasterCanvas::DrawSegment(PixelPoint from, PixelPoint to) {
+  if (style_ != PenStyle::Solid) {
+    DrawStamps(from, to);
+  } else if (from.x == to.x || from.y == to.y) {
+    const int before = lineWidth_ / 2;
+    const int after = lineWidth_ - before - 1;
+    FillRect(std::min(from.x, to.x) - before, std::min(from.y, to.y) - before,
+             std::max(from.x, to.x) + after, std::max(from.y, to.y) + after);
+  } else if (lineWidth_ == 1 && Holds(from) && Holds(to)) {
+    DrawInside(from, to);
+  } else {
+    DrawStamps(from, to);
+  }
+}
+
+// The same line as DrawStamps draws, for a thin one that lies within the picture.
+void RasterCanvas::DrawInside(PixelPoint from, PixelPoint to) {
+  const int wayX = std::abs(to.x - from.x);
+  const int wayY = std::abs(to.y - from.y);
+  const std::ptrdiff_t stepX = to.x < from.x ? -1 : 1;
+  const std::ptrdiff_t stepY = to.y < from.y ? -std::ptrdiff_t{width_} : width_;
+  const bool steep = wayY > wayX;
+  const int major = steep ? wayY : wayX;
+  const int minor = steep ? wayX : wayY;
+  const std::ptrdiff_t along = steep ? stepY : stepX;
+  const std::ptrdiff_t aside = steep ? stepX : stepY;
+  const std::uint32_t pixel = ToPixel(color_);
+  std::uint32_t* at = At(from.x, from.y);
+  int error = major;
+  for (int k = 0; k <= major; ++k, at += along) {
+    *at = pixel;
+    error += 2 * minor;
+    // Without a branch, because the steps aside follow no rhythm that a processor can learn.
+    const int over = error >= 2 * major ? 1 : 0;
+    error -= over * 2 * major;
+    at += over * aside;
+  }
 }
 
 // Bresenham's line, from its first visible step. Each step moves one pixel along the longer axis.
 // The error of the shorter axis is carried along in units of half a step.
-void RasterCanvas::DrawSegment(PixelPoint from, PixelPoint to) {
+void RasterCanvas::DrawStamps(PixelPoint from, PixelPoint to) {
   const std::int64_t wayX = std::int64_t{to.x} - from.x;
   const std::int64_t wayY = std::int64_t{to.y} - from.y;
   const bool steep = std::abs(wayY) > std::abs(wayX);
@@ -225,79 +239,6 @@ void RasterCanvas::PixelColumn(Point first, double step, int count) {
   const int x = RoundToInt(first.x);
   if (x < 0 || x >= width_) return;
   WalkRun(first.y, step, count, height_, [this, x](int y) { Put(x, y); });
-}
-
-void RasterCanvas::Polyline(std::span<const Point> points) {
-  bool plain = lineWidth_ == 1 && style_ == PenStyle::Solid;
-  std::vector<PixelPoint> rounded(points.size());
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    plain &= InReach(points[i]);
-    rounded[i] = {RoundInReach(points[i].x), RoundInReach(points[i].y)};
-  }
-  if (!plain) {
-    Canvas::Polyline(points);
-  } else if (WorthColumns(rounded)) {
-    FillColumns(rounded);
-  } else {
-    for (std::size_t i = 1; i < rounded.size(); ++i) DrawSegment(rounded[i - 1], rounded[i]);
-  }
-}
-
-// Below two points a column, single lines are as fast. Points that turn back cannot be filled.
-bool RasterCanvas::WorthColumns(const std::vector<PixelPoint>& points) const {
-  if (points.size() < 2) return false;
-  const std::int64_t columns = std::int64_t{points.back().x} - points.front().x + 1;
-  if (static_cast<std::int64_t>(points.size()) < 2 * columns) return false;
-  bool turnsBack = false;
-  for (std::size_t i = 1; i < points.size(); ++i) turnsBack |= points[i].x < points[i - 1].x;
-  return !turnsBack;
-}
-
-void RasterCanvas::FillColumn(int x, int low, int high) {
-  if (x < 0 || x >= width_) return;
-  low = std::max(low, 0);
-  high = std::min(high, height_ - 1);
-  const std::uint32_t pixel = ToPixel(color_);
-  const std::size_t stride = static_cast<std::size_t>(width_);
-  std::size_t at = static_cast<std::size_t>(low) * stride + static_cast<std::size_t>(x);
-  for (int y = low; y <= high; ++y, at += stride) pixels_[at] = pixel;
-}
-
-// Draws a polyline that never turns back. It passes each column once, and its lines in a column
-// join end to end. So their pixels form one run of rows, which is filled at once.
-void RasterCanvas::FillColumns(const std::vector<PixelPoint>& points) {
-  int column = points.front().x;
-  int low = points.front().y;
-  int high = low;
-  for (std::size_t i = 1; i < points.size(); ++i) {
-    const PixelPoint from = points[i - 1];
-    const PixelPoint to = points[i];
-    if (to.x == from.x) {
-      // Most lines of a long record stay in their column.
-      if (to.x == column) {
-        low = std::min(low, to.y);
-        high = std::max(high, to.y);
-      }
-      continue;
-    }
-    const std::int64_t across = std::int64_t{to.x} - from.x;
-    const std::int64_t down = std::abs(std::int64_t{to.y} - from.y);
-    const std::int64_t seen = std::max<std::int64_t>(0, -std::int64_t{from.x});
-    for (std::int64_t k = seen; from.x + k <= std::min(to.x, width_ - 1); ++k) {
-      // With a constant 1 the compiler has nothing to divide.
-      const Rows rows = across == 1 ? RowsInColumn(1, down, k) : RowsInColumn(across, down, k);
-      const int one = static_cast<int>(to.y < from.y ? from.y - rows.low : from.y + rows.low);
-      const int other = static_cast<int>(to.y < from.y ? from.y - rows.high : from.y + rows.high);
-      if (const int x = static_cast<int>(from.x + k); x != column) {
-        FillColumn(column, low, high);
-        column = x;
-        low = high = one;
-      }
-      low = std::min({low, one, other});
-      high = std::max({high, one, other});
-    }
-  }
-  FillColumn(column, low, high);
 }
 
 std::unique_ptr<Canvas> RasterCanvas::MakeCopy() const {

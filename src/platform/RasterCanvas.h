@@ -42,7 +42,8 @@ class RasterCanvas final : public Canvas {
   void Text(Point at, std::string_view text) override;
   void PixelRow(Point first, double step, int count) override;
   void PixelColumn(Point first, double step, int count) override;
-  void Polyline(std::span<const Point> points) override;
+  // Fills a dense trace column by column. Equal to the single lines, pixel for pixel.
+  void Trace(const TracePlan& plan, std::size_t first, const TraceRows& trace) override;
   void SetPixels(std::span<const std::uint32_t> colours) override;
 
   // The copy has the same text painter and drawing state.
@@ -59,14 +60,40 @@ class RasterCanvas final : public Canvas {
     int y;
   };
 
+  // The rows of a trace in one column. Empty if low is above high.
+  struct Run {
+    int low;
+    int high;
+  };
+
+  static std::uint32_t ToPixel(Color color) {
+    return 0xFF000000U |
+           static_cast<std::uint32_t>(color.red << 16 | color.green << 8 | color.blue);
+  }
+  bool Holds(PixelPoint at) const {
+    return at.x >= 0 && at.x < width_ && at.y >= 0 && at.y < height_;
+  }
+  // A pixel inside the picture.
+  std::uint32_t* At(int x, int y) {
+    return pixels_.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + x;
+  }
   void Put(int x, int y);
   void Stamp(int x, int y);
+  // The ends are included. What lies outside the picture is left out.
+  void FillRect(int left, int top, int right, int bottom);
   void DrawSegment(PixelPoint from, PixelPoint to);
-  void FillColumn(int x, int low, int high);
-  void FillColumns(const std::vector<PixelPoint>& points);
-  bool WorthColumns(const std::vector<PixelPoint>& points) const;
+  void DrawInside(PixelPoint from, PixelPoint to);
+  void DrawStamps(PixelPoint from, PixelPoint to);
+
+  void DrawThinTrace(const TracePlan& plan, std::size_t first, const TraceRows& trace);
+  bool CollectRuns(const TracePlan& plan, std::size_t first, const TraceRows& trace);
+  void ExtendRun(int x, int one, int other);
+  void JoinRuns(PixelPoint from, PixelPoint to);
+  void FillRuns();
+  void FillTile(int x, const Run* runs, Run inner, Run outer);
 
   std::vector<std::uint32_t> pixels_;
+  std::vector<Run> runs_;  // of the trace that is drawn, one a column of the picture
   int width_ = 0;
   int height_ = 0;
   Color color_;

@@ -1,45 +1,20 @@
 #include "waveview/DrawTraces.h"
 
-#include <algorithm>
 #include <array>
 #include <string>
-#include <vector>
 
 #include "waveview/DrawStatus.h"
 
 namespace oriolemark {
 namespace {
 
-// The points of a trace along the grid. The first two points are one grid unit apart, whatever the
-// count. Each later sample is 300 / count units further right. Positions are compared before the
-// zoom, so that the number of points does not depend on it.
-class TraceWalk {
- public:
-  TraceWalk(const WaveSurface& surface, const SampleArray& samples, int count)
-      : surface_(surface), samples_(samples), count_(count) {}
+constexpr int kStepPoint = 2;  // the point of a trace that step 0 of its walk shows
 
-  // Number of steps k = 0, 1, ... to draw. Step k shows sample k + 3.
-  int Steps() const {
-    if (count_ <= 0) return 0;
-    const double steps = (kGridWidth - 1) * count_ / kGridWidth;
-    return static_cast<int>(std::min(steps, double{kLastSample - kFirstWalked})) + 1;
-  }
-  // Position of step k in grid units. k starts at -1.
-  double Units(int k) const { return 1 + k * kGridWidth / count_; }
-  // The point of step k. k starts at -1.
-  Point At(int k) const { return {surface_.At(Units(k)), Row(k + kFirstWalked)}; }
-  double Row(int index) const { return surface_.At(samples_[index]); }
-
- private:
-  static constexpr int kFirstWalked = 3;
-
-  const WaveSurface surface_;
-  const SampleArray& samples_;
-  int count_;
-};
-
-std::array<Point, 2> FirstSegment(const WaveSurface& surface, const TraceWalk& walk) {
-  return {{{kMargin, walk.Row(1)}, {surface.At(1), walk.Row(2)}}};
+// The lines from point `first` of a trace to point `last`. Point i shows sample i + 1.
+void DrawPiece(const WaveSurface& surface, const SampleArray& samples, const TracePlan& plan,
+               std::size_t first, std::size_t last) {
+  const auto rows = samples.Rows().subspan(first + 1, last - first + 1);
+  surface.canvas.Trace(plan, first, {rows, surface.zoom, kMargin});
 }
 
 struct Channel {
@@ -120,13 +95,8 @@ void DrawOSC(const WaveSurface& surface, const WaveRecord& record) {
 }
 
 void DrawTrace(const WaveSurface& surface, const SampleArray& samples, int count) {
-  const TraceWalk walk(surface, samples, count);
-  const std::array<Point, 2> first = FirstSegment(surface, walk);
-  const int steps = walk.Steps();
-  std::vector<Point> points(first.size() + static_cast<std::size_t>(steps));
-  Point* next = std::copy(first.begin(), first.end(), points.data());
-  for (int k = 0; k < steps; ++k) *next++ = walk.At(k);
-  surface.canvas.Polyline(points);
+  const TracePlan& plan = surface.plans.For(count, surface.zoom);
+  DrawPiece(surface, samples, plan, 0, plan.X().size() - 1);
 }
 
 void DrawFFT(const WaveSurface& surface, const SampleArray& rows, int count) {
@@ -135,25 +105,25 @@ void DrawFFT(const WaveSurface& surface, const SampleArray& rows, int count) {
 
 void DrawScanTrace(const WaveSurface& surface, const SampleArray& samples, int count, int start,
                    int width) {
-  const TraceWalk walk(surface, samples, count);
-  surface.canvas.Polyline(FirstSegment(surface, walk));
-  // Each step draws a line from the step before it. Lines between two gaps form one piece.
-  std::vector<Point> piece;
-  const auto endPiece = [&surface, &piece] {
-    surface.canvas.Polyline(piece);
-    piece.clear();
+  const TracePlan& plan = surface.plans.For(count, surface.zoom);
+  DrawPiece(surface, samples, plan, 0, 1);
+  const int steps = static_cast<int>(plan.X().size()) - kStepPoint;
+  const auto isBlank = [&](int k) {
+    const double units = TracePlans::StepUnits(k, count);
+    return units >= start && units <= start + width;
   };
-  const int steps = walk.Steps();
-  for (int k = 0; k < steps; ++k) {
-    const double units = walk.Units(k);
-    if (units >= start && units <= start + width) {
-      endPiece();
-      continue;
-    }
-    if (piece.empty()) piece.push_back(walk.At(k - 1));
-    piece.push_back(walk.At(k));
+  // Each step draws a line from the step before it. That of the first one lies left of the trace.
+  if (steps > 0 && !isBlank(0)) {
+    const double before = surface.At(TracePlans::StepUnits(-1, count));
+    surface.canvas.Line({before, surface.At(samples[2])}, {surface.At(1), surface.At(samples[3])});
   }
-  endPiece();
+  // Lines between two gaps form one piece.
+  int piece = 0;
+  for (int k = 1; k <= steps; ++k) {
+    if (k < steps && !isBlank(k)) continue;
+    if (k - 1 > piece) DrawPiece(surface, samples, plan, piece + kStepPoint, k - 1 + kStepPoint);
+    piece = k;
+  }
 }
 
 void DrawXYDots(const WaveSurface& surface, const SampleArray& ch1, const SampleArray& ch2,

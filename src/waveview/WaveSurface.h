@@ -2,6 +2,7 @@
 
 #include "platform/Canvas.h"
 #include "platform/Rounding.h"
+#include "waveview/TracePlans.h"
 
 namespace oriolemark {
 
@@ -71,14 +72,19 @@ constexpr const WaveColors& ColorsOf(bool colorOn) {
   return colorOn ? kOnBlack : kBlackOnWhite;
 }
 
-// Where a wave is drawn: a canvas, a zoom and a set of colours. The margin does not scale.
+// The pixel at a position in grid units, along either axis. The margin does not scale.
+constexpr double PixelAt(double units, double zoom) {
+  return units * zoom + kMargin;
+}
+
+// Where a wave is drawn: a canvas, a zoom and a set of colours, and the plans of its traces.
 struct WaveSurface {
   Canvas& canvas;
   double zoom;
   const WaveColors& colors;
+  TracePlans& plans;
 
-  // The pixel at a position in grid units, along either axis.
-  double At(double units) const { return units * zoom + kMargin; }
+  double At(double units) const { return PixelAt(units, zoom); }
   // Draws a text at the nearest pixel.
   void Text(Point at, std::string_view text) const {
     canvas.Text({double(RoundToInt(at.x)), double(RoundToInt(at.y))}, text);

@@ -118,6 +118,7 @@ void frmWave::Form_Unload() {
   WavePic.SetPointer(MousePointer::Arrow);
   // Frees the picture, which can be large, while the window is not shown.
   WavePic.Surface().SetSize(0, 0);
+  plans_ = {};
 }
 
 void frmWave::ShowRecord() {
@@ -286,7 +287,7 @@ void frmWave::RepaintPicture() {
   SizePicture();
   if (InitPending) return;
   const WaveRecord& record = Record();
-  const WaveSurface surface{WavePic.Surface(), ZoomFactor, ColorsOf(record.ColorOn)};
+  const WaveSurface surface{WavePic.Surface(), ZoomFactor, ColorsOf(record.ColorOn), plans_};
   BackPic.SetBackground(surface.colors.background);
   if (WavePic.Surface().Width() > 0) {
     DrawScrGrid(surface, record.GridOn ? GridDots::Shown : GridDots::Hidden);
@@ -300,7 +301,7 @@ void frmWave::RepaintPicture() {
 void frmWave::DrawOSC() {
   if (InitPending || WavePic.Surface().Width() == 0) return;
   const WaveRecord& record = Record();
-  oriolemark::DrawOSC({WavePic.Surface(), ZoomFactor, ColorsOf(record.ColorOn)}, record);
+  oriolemark::DrawOSC({WavePic.Surface(), ZoomFactor, ColorsOf(record.ColorOn), plans_}, record);
   WavePic.NoteDrawn();
 }
 

@@ -10,6 +10,7 @@
 #include "platform/Picture.h"
 #include "platform/ScrollBar.h"
 #include "transfers/ReadingView.h"
+#include "waveview/TracePlans.h"
 #include "waveview/WaveCursors.h"
 
 namespace oriolemark {
@@ -84,6 +85,7 @@ class frmWave : public ReadingView {
   void RepaintPicture();
 
   PictureOutput output_;
+  TracePlans plans_;
   double canvasScale_ = 1;
   double HRange = 0;  // pixels by which WavePic is larger than BackPic
   double VRange = 0;

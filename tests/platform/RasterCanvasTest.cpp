@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <cmath>
 #include <limits>
 #include <random>
 #include <tuple>
@@ -80,37 +80,65 @@ TEST(RasterCanvas, WildCoordinatesCostNothingAndStayOutside) {
     canvas.PixelRow({-kMany - 9.0, 1}, wild, kMany);
     canvas.PixelRow({1, wild}, 1, kMany);
     canvas.PixelColumn({wild, 0}, 1e-9, kMany);
-    canvas.Polyline(std::vector<Point>{{wild, 0}, {wild, 5}, {wild, 0}, {wild, 5}});
+    canvas.Trace(TracePlan({wild, wild, wild}), 0, {std::vector{0, 5, 1}, 1, 0});
+    canvas.Trace(TracePlan({0, 1, 2, 2, 2, 2}), 0, {std::vector{0, 0, 0, 0, 1, 0}, wild, wild});
     canvas.Text({wild, wild}, "T");
     EXPECT_EQ(Show(canvas), "......../........") << wild;
   }
 }
 
-TEST(RasterCanvas, RunsAreTheirSingleCalls) {
+TEST(RasterCanvas, RunsOfDotsAreTheirSingleCalls) {
   std::mt19937 random(4);
   std::uniform_int_distribution<int> column(-200, 400);
-  std::uniform_int_distribution<int> row(-40, 60);
   for (int trial = 0; trial < 400; ++trial) {
-    std::vector<Point> points;
-    const int count = trial % 40 == 0 ? 17000 : 150;
-    for (int k = 0; k < count; ++k) points.push_back({column(random) / 10.0, double(row(random))});
-    if (trial % 2 == 0) {  // a trace: never turns back, but leaves the picture at every side
-      std::sort(points.begin(), points.end(), [](Point a, Point b) { return a.x < b.x; });
-    }
     RasterCanvas run = Blank(25, 20);
-    run.SetLineWidth(trial % 7 == 0 ? 2 : 1);
     RasterCanvas single = run;
-    run.Polyline(points);
-    single.Canvas::Polyline(points);
     // At halves, which go to even, steps of exactly one miss pixels.
-    const Point first{trial % 3 == 0 ? 0.5 - trial % 20 : points[0].x, points[0].y / 3};
-    const double step = trial % 5 == 0 ? trial % 4 - 1.0 : points[1].x / 5;
+    const Point first{trial % 3 == 0 ? 0.5 - trial % 20 : column(random) / 10.0, trial % 43 / 3.0};
+    const double step = trial % 5 == 0 ? trial % 4 - 1.0 : column(random) / 50.0;
     run.PixelRow(first, step, trial % 61);
     run.PixelColumn({first.y, first.x}, step, trial % 41);
     single.Canvas::PixelRow(first, step, trial % 61);
     single.Canvas::PixelColumn({first.y, first.x}, step, trial % 41);
     ASSERT_EQ(Show(run), Show(single)) << trial;
-    ASSERT_NE(Show(run).find('#'), std::string::npos) << trial;
+  }
+}
+
+// Rows of a trace. The kinds are noise, long level runs, single spikes, a slope, and rows that no
+// picture reaches.
+std::vector<std::int32_t> RandomRows(int kind, std::size_t count, std::mt19937& random) {
+  std::vector<std::int32_t> rows(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    const bool same = i > 0 && random() % 64 != 0;
+    const int any = static_cast<int>(random() % 256) - 26;
+    const int kinds[] = {any, same ? rows[i - 1] : any, same ? 100 : any, static_cast<int>(i % 997),
+                         same ? any : any << 23};
+    rows[i] = kinds[kind];
+  }
+  return rows;
+}
+
+TEST(RasterCanvas, ATraceIsItsSingleLines) {
+  std::mt19937 random(4);
+  const int counts[] = {2, 3, 17, 60, 150, 400, 1000, 4000, 17000};
+  for (int trial = 0; trial < 540; ++trial) {
+    const std::size_t count = counts[trial % 9];
+    const double zoom = std::exp2(static_cast<int>(random() % 1000) / 100.0 - 6.6);  // 0.01 to 10
+    const double left = random() % 4 == 0 ? -60 * zoom : static_cast<int>(random() % 50) / 2.0;
+    const double spacing = 99 * zoom / static_cast<int>(count);
+    std::vector<double> x{left};
+    while (x.size() < count) x.push_back(left + zoom + static_cast<int>(x.size() - 1) * spacing);
+    const TracePlan plan(x);
+    const std::vector<std::int32_t> rows = RandomRows(trial % 5, count, random);
+    const std::size_t first = trial % 4 == 0 ? random() % (count - 1) : 0;
+    RasterCanvas run = Blank(70, 50 + trial % 3);
+    run.SetLineWidth(trial % 17 == 0 ? 2 : 1);
+    run.SetPenStyle(trial % 19 == 0 ? PenStyle::Dotted : PenStyle::Solid);
+    RasterCanvas single = run;
+    const TraceRows trace{std::span(rows).subspan(first), zoom, trial % 2 == 0 ? 0.0 : -90 * zoom};
+    run.Trace(plan, first, trace);
+    single.Canvas::Trace(plan, first, trace);
+    ASSERT_EQ(Show(run), Show(single)) << trial << ": " << count << " at " << zoom;
   }
 }
 

@@ -19,7 +19,8 @@ namespace {
 using Calls = RecordingCanvas::Calls;
 
 WaveSurface On(Canvas& canvas, double zoom, bool colorOn = true) {
-  return {canvas, zoom, ColorsOf(colorOn)};
+  static TracePlans plans;
+  return {canvas, zoom, ColorsOf(colorOn), plans};
 }
 
 TEST(DrawScrGrid, FrameTicksAndBrandAreDrawnInOrderAndBlackOnWhite) {

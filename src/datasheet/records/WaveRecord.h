@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,11 @@ class SampleArray {
   static bool Holds(int index) { return index >= 0 && index <= kLastSample; }
   std::int32_t operator[](int index) const {
     return rows_.empty() ? 0 : rows_[static_cast<std::size_t>(index)];
+  }
+  // The rows at indexes 0 to 17000.
+  std::span<const std::int32_t> Rows() const {
+    static const std::vector<std::int32_t> kNone(kLastSample + 1);
+    return rows_.empty() ? kNone : rows_;
   }
   // Ignores an index outside 0 to 17000.
   void Store(int index, std::int32_t row) {
