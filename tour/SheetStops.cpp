@@ -152,14 +152,14 @@ void Tour::CheckReopened() {
   }
 }
 
-// The pixels as they were drawn, whatever part of them the window shows.
+// The whole picture, whatever part of it the window shows.
 QImage Tour::Raster(int slot) {
-  const auto* view =
+  auto* view =
       dynamic_cast<frmWave*>(module_.sheet.WaveViews[static_cast<std::size_t>(slot)].get());
   if (view == nullptr) return {};
-  const Canvas& canvas = view->WavePic.Surface();
-  const auto* bytes = reinterpret_cast<const uchar*>(canvas.Pixels().data());
-  return QImage(bytes, canvas.Width(), canvas.Height(), QImage::Format_RGB32).copy();
+  const std::unique_ptr<Canvas> canvas = view->WholePicture();
+  const auto* bytes = reinterpret_cast<const uchar*>(canvas->Pixels().data());
+  return QImage(bytes, canvas->Width(), canvas->Height(), QImage::Format_RGB32).copy();
 }
 
 // Without the last half unit of the grid: a trace ends there at a sample behind those that the file

@@ -86,7 +86,8 @@ void WavePictureWidget::paintEvent(QPaintEvent*) {
                       raster->Height());
   const double scale = CanvasScale(*this);
   image.setDevicePixelRatio(scale);
-  painter.drawImage(QPointF(picture_.Left(), picture_.Top()) / scale, image);
+  const PixelRect part = raster->Part();
+  painter.drawImage(QPointF(picture_.Left() + part.left, picture_.Top() + part.top) / scale, image);
   if (marked_) {
     painter.setPen(QPen(palette().highlight(), 2));
     painter.drawRect(rect().adjusted(1, 1, -1, -1));

@@ -16,14 +16,20 @@ constexpr float kPictureTop = 2.0F;
 constexpr float kPictureWidth = 7.28F;
 constexpr float kPictureHeight = 5.2F;
 
+// A picture that is too large to draw has no pixels.
+std::optional<std::string> BytesOf(const Canvas& picture) {
+  if (picture.Pixels().empty()) return std::nullopt;
+  return BitmapBytes(picture.Pixels(), picture.Width());
+}
+
 }  // namespace
 
 void PictureOutput::Export(const Canvas& picture) const {
-  ExportFile(context_.exporting, kBitmapExport, [&picture]() -> std::optional<std::string> {
-    // A picture that is too large to draw has no pixels.
-    if (picture.Pixels().empty()) return std::nullopt;
-    return BitmapBytes(picture.Pixels(), picture.Width());
-  });
+  ExportFile(context_.exporting, kBitmapExport, [&] { return BytesOf(picture); });
+}
+
+void PictureOutput::Export(const std::function<std::unique_ptr<Canvas>()>& draw) const {
+  ExportFile(context_.exporting, kBitmapExport, [&] { return BytesOf(*draw()); });
 }
 
 void PictureOutput::Preview(const Canvas& picture, const std::function<void()>& restore) const {

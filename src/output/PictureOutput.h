@@ -29,6 +29,8 @@ class PictureOutput {
 
   // Asks for a file and saves the picture as it is after the answer.
   void Export(const Canvas& picture) const;
+  // The same for a picture that is drawn after the answer, and only if there is one.
+  void Export(const std::function<std::unique_ptr<Canvas>()>& draw) const;
   // Both write the hand-over file and report a failure of that. Then they put on the page what the
   // file holds, and show or print the page. `restore` runs after that. At the end they report why
   // the page could not be printed.

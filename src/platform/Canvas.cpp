@@ -1,6 +1,14 @@
 #include "platform/Canvas.h"
 
+#include <algorithm>
+
 namespace oriolemark {
+
+void Canvas::SetSize(int width, int height) {
+  width = std::max(0, width);
+  height = std::max(0, height);
+  SetPart(width, height, {.width = width, .height = height});
+}
 
 void Canvas::PixelRow(Point first, double step, int count) {
   for (int k = 0; k < count; ++k) Pixel({first.x + k * step, first.y});

@@ -31,18 +31,34 @@ struct TraceRows {
   double At(std::int32_t row) const { return row * scale + origin; }
 };
 
+struct PixelRect {
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+  bool operator==(const PixelRect&) const = default;
+};
+
 enum class PenStyle { Solid, Dotted };
 
 // A picture to draw on. Coordinates are pixels from the top left corner. Points are rounded to the
 // nearest pixel. A line includes both of its ends. Nothing is drawn outside the picture.
+//
+// A canvas may keep only a part of a picture. The coordinates are still those of the whole, and the
+// part has the same pixels as it would have there.
 class Canvas {
  public:
   virtual ~Canvas() = default;
 
-  virtual int Width() const = 0;
-  virtual int Height() const = 0;
-  // Leaves the contents undefined until the next Clear.
-  virtual void SetSize(int width, int height) = 0;
+  // The part of the picture that is kept.
+  virtual PixelRect Part() const = 0;
+  int Width() const { return Part().width; }
+  int Height() const { return Part().height; }
+  // Sets the size of the picture and the part to keep of it. Leaves the contents undefined until
+  // the next Clear.
+  virtual void SetPart(int width, int height, const PixelRect& part) = 0;
+  // The same, and keeps all of it. Negative sizes count as 0.
+  void SetSize(int width, int height);
 
   virtual void Clear(Color background) = 0;
 
@@ -71,8 +87,9 @@ class Canvas {
   // exactly as many as the picture has.
   virtual void SetPixels(std::span<const std::uint32_t> colours) = 0;
 
-  // The pixels, row by row from the top, each 0xFFRRGGBB. A row has Width() pixels without padding.
-  // Empty if the canvas keeps none. Valid until the next SetSize or CopyFrom.
+  // The pixels that are kept, row by row from the top, each 0xFFRRGGBB. A row has Width() pixels
+  // without padding. Empty if the canvas keeps none. Valid until the next SetPart, SetSize or
+  // CopyFrom.
   virtual std::span<const std::uint32_t> Pixels() const = 0;
 
   // MakeCopy returns an off-screen picture with the same size and contents. CopyFrom copies the

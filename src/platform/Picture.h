@@ -15,8 +15,8 @@ namespace oriolemark {
 enum class MousePointer { Arrow, WestEast, NorthSouth };
 
 // A picture that moves inside the area behind it. Position and size are in pixels, relative to that
-// area. The size may be far larger than any screen. The canvas has the same size, or no size if
-// that would be too many pixels to draw.
+// area. The size may be far larger than any screen, so the canvas keeps only the part that shows.
+// It keeps nothing of a picture with too many pixels to draw.
 class Picture : public Control {
  public:
   explicit Picture(std::unique_ptr<Canvas> canvas) : canvas_(std::move(canvas)) {}

@@ -16,24 +16,20 @@ constexpr double kSurroundings = 100;
 // Length in pixels of the dots of a dotted line and of the gaps between them.
 constexpr std::int64_t kDot = 2;
 // A text that begins further to the left or above cannot reach the picture.
-constexpr double kTextReach = 30000;
+constexpr int kTextReach = 30000;
 
 bool InReach(Point at) {
   return InPixelReach(at.x) && InPixelReach(at.y);
 }
 
-bool IsFinite(Point at) {
-  return std::isfinite(at.x) && std::isfinite(at.y);
-}
-
-struct Part {
+struct Stretch {
   double from = 0;
   double to = 1;
 };
 
 // Narrows the part of a line to where its coordinate, `start` + t * `way`, lies within low to high.
 // Returns false if nothing remains.
-bool Narrow(Part& part, double start, double way, double low, double high) {
+bool Narrow(Stretch& part, double start, double way, double low, double high) {
   if (way == 0) return start >= low && start <= high;
   double enter = (low - start) / way;
   double leave = (high - start) / way;
@@ -47,7 +43,7 @@ bool Narrow(Part& part, double start, double way, double low, double high) {
 bool Cut(Point& from, Point& to, int width, int height) {
   const Point start = from;
   const Point way{to.x - from.x, to.y - from.y};
-  Part part;
+  Stretch part;
   if (!Narrow(part, start.x, way.x, -kSurroundings, width + kSurroundings) ||
       !Narrow(part, start.y, way.y, -kSurroundings, height + kSurroundings)) {
     return false;
@@ -62,42 +58,42 @@ struct Steps {
   int last;
 };
 
-// The steps k, from 0 to count - 1, at which start + k * step can be a pixel from 0 to limit - 1.
-Steps StepsInside(double start, double step, int count, int limit) {
-  const double toLow = (-1 - start) / step;
-  const double toHigh = (limit - start) / step;
+// The steps k, from 0 to count - 1, at which start + k * step can be a pixel from low to high.
+Steps StepsInside(double start, double step, int count, int low, int high) {
+  const double toLow = (low - 1 - start) / step;
+  const double toHigh = (high + 1 - start) / step;
   const double last = std::min(count - 1.0, std::ceil(std::max(toLow, toHigh)));
   return {RoundToInt(std::max(0.0, std::floor(std::min(toLow, toHigh)))), RoundToInt(last)};
 }
 
-// Calls `put` for each pixel of a run of dots along one axis, from 0 to limit - 1. A pixel may be
-// put more than once.
+// Calls `put` for each pixel of a run of dots along one axis, from low to high. A pixel may be put
+// more than once, and pixels a few steps outside may be put too.
 template <typename Put>
-void WalkRun(double start, double step, int count, int limit, Put put) {
+void WalkRun(double start, double step, int count, int low, int high, Put put) {
   if (count <= 0 || !std::isfinite(start) || !std::isfinite(step)) return;
   const double end = start + (count - 1) * step;
   if (std::abs(step) < 1) {
     // Dots closer than a pixel leave no gap.
-    const int low = std::max(0, RoundToInt(std::min(start, end)));
-    const int high = std::min(limit - 1, RoundToInt(std::max(start, end)));
-    for (int at = low; at <= high; ++at) put(at);
+    const int first = std::max(low, RoundToInt(std::min(start, end)));
+    const int last = std::min(high, RoundToInt(std::max(start, end)));
+    for (int at = first; at <= last; ++at) put(at);
     return;
   }
-  const Steps steps = StepsInside(start, step, count, limit);
-  if (steps.first > steps.last) return;
-  // Those steps are near the picture, though a huge step may lie far outside with its ends.
-  if (!InPixelReach(step)) {
-    for (int k = steps.first; k <= steps.last; ++k) put(RoundToInt(start + k * step));
-    return;
+  const Steps steps = StepsInside(start, step, count, low, high);
+  for (int k = steps.first; k <= steps.last; ++k) {
+    if (const double at = start + k * step; InPixelReach(at)) put(RoundInReach(at));
   }
-  for (int k = steps.first; k <= steps.last; ++k) put(RoundInReach(start + k * step));
 }
 
 }  // namespace
 
-void RasterCanvas::SetSize(int width, int height) {
-  width_ = std::max(0, width);
-  height_ = std::max(0, height);
+void RasterCanvas::SetPart(int width, int height, const PixelRect& part) {
+  wholeWidth_ = width;
+  wholeHeight_ = height;
+  left_ = part.left;
+  top_ = part.top;
+  width_ = part.width;
+  height_ = part.height;
   const std::size_t count = static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_);
   if (count == pixels_.size()) return;
   // Allocates a new vector, because a shrinking one keeps its memory. Frees the old one first, so
@@ -129,14 +125,15 @@ void RasterCanvas::Stamp(int x, int y) {
 }
 
 void RasterCanvas::Pixel(Point at) {
-  if (IsFinite(at)) Put(RoundToInt(at.x), RoundToInt(at.y));
+  if (!InReach(at)) return;
+  const PixelPoint pixel = Rounded(at);
+  Put(pixel.x, pixel.y);
 }
 
 void RasterCanvas::Line(Point from, Point to) {
-  if (!IsFinite(from) || !IsFinite(to)) return;
-  if ((!InReach(from) || !InReach(to)) && !Cut(from, to, width_, height_)) return;
-  DrawSegment({RoundInReach(from.x), RoundInReach(from.y)},
-              {RoundInReach(to.x), RoundInReach(to.y)});
+  // A cut line depends on the size of the whole picture and not on the part that is kept.
+  if ((!InReach(from) || !InReach(to)) && !Cut(from, to, wholeWidth_, wholeHeight_)) return;
+  DrawSegment(Rounded(from), Rounded(to));
 }
 
 void RasterCanvas::FillRect(int left, int top, int right, int bottom) {
@@ -222,23 +219,25 @@ void RasterCanvas::DrawStamps(PixelPoint from, PixelPoint to) {
 }
 
 void RasterCanvas::Text(Point at, std::string_view text) {
-  if (!textPainter || !(at.x >= -kTextReach && at.x < width_)) return;
-  if (!(at.y >= -kTextReach && at.y < height_)) return;
-  textPainter(*this, RoundToInt(at.x), RoundToInt(at.y), text, color_, bold_);
+  if (!textPainter || !InReach(at)) return;
+  const PixelPoint corner = Rounded(at);
+  if (corner.x < -kTextReach || corner.x >= width_) return;
+  if (corner.y < -kTextReach || corner.y >= height_) return;
+  textPainter(*this, corner.x, corner.y, text, color_, bold_);
 }
 
 void RasterCanvas::PixelRow(Point first, double step, int count) {
-  if (!IsFinite(first)) return;
-  const int y = RoundToInt(first.y);
+  if (!InPixelReach(first.y)) return;
+  const int y = RoundInReach(first.y) - top_;
   if (y < 0 || y >= height_) return;
-  WalkRun(first.x, step, count, width_, [this, y](int x) { Put(x, y); });
+  WalkRun(first.x, step, count, left_, left_ + width_ - 1, [&](int x) { Put(x - left_, y); });
 }
 
 void RasterCanvas::PixelColumn(Point first, double step, int count) {
-  if (!IsFinite(first)) return;
-  const int x = RoundToInt(first.x);
+  if (!InPixelReach(first.x)) return;
+  const int x = RoundInReach(first.x) - left_;
   if (x < 0 || x >= width_) return;
-  WalkRun(first.y, step, count, height_, [this, x](int y) { Put(x, y); });
+  WalkRun(first.y, step, count, top_, top_ + height_ - 1, [&](int y) { Put(x, y - top_); });
 }
 
 std::unique_ptr<Canvas> RasterCanvas::MakeCopy() const {
@@ -248,9 +247,8 @@ std::unique_ptr<Canvas> RasterCanvas::MakeCopy() const {
 void RasterCanvas::CopyFrom(const Canvas& other) {
   const auto* raster = dynamic_cast<const RasterCanvas*>(&other);
   if (raster == nullptr || raster == this) return;
+  SetPart(raster->wholeWidth_, raster->wholeHeight_, raster->Part());
   pixels_ = raster->pixels_;
-  width_ = raster->width_;
-  height_ = raster->height_;
 }
 
 }  // namespace oriolemark

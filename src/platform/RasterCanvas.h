@@ -4,25 +4,24 @@
 #include <vector>
 
 #include "platform/Canvas.h"
+#include "platform/Rounding.h"
 
 namespace oriolemark {
 
 // A picture of 32-bit pixels. All desktops draw the same pixels, except in texts. Coordinates may
-// be any doubles. What lies outside the picture costs no time. A coordinate that is not finite
-// draws nothing.
+// be any doubles. What lies outside the part that is kept costs no time. A coordinate that is not
+// finite draws nothing.
 class RasterCanvas final : public Canvas {
  public:
-  // Paints a text onto the pixels. (x, y) is its top left corner, which may lie outside the
-  // picture.
+  // Paints a text onto the pixels. (x, y) is its top left corner, counted from the part that is
+  // kept. It may lie outside of that.
   using TextPainter = std::function<void(RasterCanvas& canvas, int x, int y, std::string_view text,
                                          Color color, bool bold)>;
 
   explicit RasterCanvas(TextPainter painter = {}) : textPainter(std::move(painter)) {}
 
-  int Width() const override { return width_; }
-  int Height() const override { return height_; }
-  // Negative sizes count as 0.
-  void SetSize(int width, int height) override;
+  PixelRect Part() const override { return {left_, top_, width_, height_}; }
+  void SetPart(int width, int height, const PixelRect& part) override;
 
   std::span<const std::uint32_t> Pixels() const override { return pixels_; }
   // The same, to be painted on.
@@ -55,6 +54,7 @@ class RasterCanvas final : public Canvas {
   TextPainter textPainter;
 
  private:
+  // Counted from the part that is kept, as all whole numbers below.
   struct PixelPoint {
     int x;
     int y;
@@ -73,7 +73,10 @@ class RasterCanvas final : public Canvas {
   bool Holds(PixelPoint at) const {
     return at.x >= 0 && at.x < width_ && at.y >= 0 && at.y < height_;
   }
-  // A pixel inside the picture.
+  PixelPoint Rounded(Point at) const {
+    return {RoundInReach(at.x) - left_, RoundInReach(at.y) - top_};
+  }
+  // A pixel inside the part.
   std::uint32_t* At(int x, int y) {
     return pixels_.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + x;
   }
@@ -94,6 +97,10 @@ class RasterCanvas final : public Canvas {
 
   std::vector<std::uint32_t> pixels_;
   std::vector<Run> runs_;  // of the trace that is drawn, one a column of the picture
+  int wholeWidth_ = 0;
+  int wholeHeight_ = 0;
+  int left_ = 0;
+  int top_ = 0;
   int width_ = 0;
   int height_ = 0;
   Color color_;

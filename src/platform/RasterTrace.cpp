@@ -37,10 +37,10 @@ Steps RowsInColumn(std::int64_t across, std::int64_t down, std::int64_t k) {
   return {low, high};
 }
 
-// The column of a trace's first point, or the last one at the left of the picture.
-std::size_t FirstShown(std::span<const TracePlan::Column> columns, std::size_t first) {
+// The column of a trace's first point, or the last one that lies further left than `left`.
+std::size_t FirstShown(std::span<const TracePlan::Column> columns, std::size_t first, int left) {
   const auto next = std::partition_point(columns.begin(), columns.end(), [&](const auto& column) {
-    return column.first <= first || column.x < 0;
+    return column.first <= first || column.x < left;
   });
   return next == columns.begin() ? 0 : static_cast<std::size_t>(next - columns.begin()) - 1;
 }
@@ -72,8 +72,8 @@ void RasterCanvas::Trace(const TracePlan& plan, std::size_t first, const TraceRo
 // Draws the lines that can reach the picture one by one.
 void RasterCanvas::DrawThinTrace(const TracePlan& plan, std::size_t first, const TraceRows& trace) {
   const std::span<const double> x = plan.X().subspan(first, trace.rows.size());
-  const auto begin = std::lower_bound(x.begin(), x.end(), -1.0);
-  const auto end = std::upper_bound(begin, x.end(), double(width_));
+  const auto begin = std::lower_bound(x.begin(), x.end(), left_ - 1.0);
+  const auto end = std::upper_bound(begin, x.end(), double(left_) + width_);
   const auto from = static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, begin - x.begin() - 1));
   const auto to = std::min(x.size(), static_cast<std::size_t>(end - x.begin()) + 1);
   Canvas::Trace(plan, first + from,
@@ -113,17 +113,18 @@ bool RasterCanvas::CollectRuns(const TracePlan& plan, std::size_t first, const T
   const std::span<const TracePlan::Column> columns = plan.Columns();
   const std::size_t end = first + trace.rows.size();
   std::optional<PixelPoint> before;
-  for (std::size_t i = FirstShown(columns, first); i < columns.size(); ++i) {
+  for (std::size_t i = FirstShown(columns, first, left_); i < columns.size(); ++i) {
     const std::size_t from = std::max(first, columns[i].first);
     const std::size_t to = std::min(end, plan.EndOf(i));
     if (from >= to) break;
     const auto rows = trace.rows.subspan(from - first, to - from);
     const auto [least, most] = LeastAndMost(rows);
     if (!InPixelReach(trace.At(least)) || !InPixelReach(trace.At(most))) return false;
-    const int x = columns[i].x;
-    ExtendRun(x, RoundInReach(trace.At(least)), RoundInReach(trace.At(most)));
-    if (before) JoinRuns(*before, {x, RoundInReach(trace.At(rows.front()))});
-    before = PixelPoint{x, RoundInReach(trace.At(rows.back()))};
+    const int x = columns[i].x - left_;
+    const auto shown = [&](std::int32_t row) { return RoundInReach(trace.At(row)) - top_; };
+    ExtendRun(x, shown(least), shown(most));
+    if (before) JoinRuns(*before, {x, shown(rows.front())});
+    before = PixelPoint{x, shown(rows.back())};
     if (x >= width_) break;
   }
   return true;

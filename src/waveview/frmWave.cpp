@@ -1,6 +1,7 @@
 #include "waveview/frmWave.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <string>
 #include <utility>
@@ -27,6 +28,8 @@ constexpr double kBarFromEdge = 280;  // from the far edge of BackPic to the nea
 constexpr double kBarInset = 20;
 constexpr double kHorizontalMargins = 40;
 constexpr double kVerticalMargins = 45;
+
+constexpr int kRoundedAway = 2;  // pixels
 
 struct CursorKey {
   int code;
@@ -86,13 +89,17 @@ frmWave::frmWave(const ReadingContext& context, std::unique_ptr<Canvas> canvas,
         Form_Resize();
       }),
       OptionColor(2, [this](int index) { OptionColor_Click(index); }),
-      cmdExport([this] { output_.Export(WavePic.Surface()); }),
+      cmdExport([this] { output_.Export([this] { return WholePicture(); }); }),
       cmdPreview([this] { PutOnPage(&PictureOutput::Preview); }),
       cmdPrint([this] { PutOnPage(&PictureOutput::Print); }),
       output_(std::move(output)) {
   WavePic.mouseDown = [this](double x, double y) { SeizeCursors(Cursors, {x, y}); };
   WavePic.mouseMove = [this](double x, double y) { WavePic_MouseMove(x, y); };
   WavePic.mouseUp = [this](double, double) { ReleaseCursors(Cursors); };
+}
+
+WaveSurface frmWave::SurfaceOf(Canvas& canvas) {
+  return {canvas, ZoomFactor, ColorsOf(Record().ColorOn), plans_};
 }
 
 WaveRecord& frmWave::Record() {
@@ -182,7 +189,7 @@ void frmWave::PutOnPage(PutPicture put) {
   const double zoom = ZoomFactor;
   ZoomFactor = kPageZoom;
   RepaintPicture();
-  (output_.*put)(WavePic.Surface(), [this, zoom] {
+  (output_.*put)(*WholePicture(), [this, zoom] {
     if (!Loaded()) return;
     WavePic.Surface().Clear(BackPic.Background());
     ZoomFactor = zoom;
@@ -241,7 +248,7 @@ void frmWave::FitPicture() {
   ShowZoom();
   HRange = 0;
   VRange = 0;
-  ScrollPicture();
+  MovePicture();
 }
 
 // Shows a bar if the picture is larger than its room by at least one pixel. If both bars show, each
@@ -265,20 +272,53 @@ void frmWave::PlaceScrollBars() {
   VScroll.SetPageStep(height / (kPictureHeight * ZoomFactor) * 100);
   HScroll.SetVisible(HRange > 0);
   VScroll.SetVisible(VRange > 0);
-  ScrollPicture();
+  MovePicture();
 }
 
-// Moves the picture inside BackPic. Draws nothing.
-void frmWave::ScrollPicture() {
+void frmWave::MovePicture() {
   WavePic.MoveTo(ScrolledBy(HScroll, HRange), ScrolledBy(VScroll, VRange));
 }
 
+// Moves the picture inside BackPic, and draws it again because other parts of it show now.
+void frmWave::ScrollPicture() {
+  MovePicture();
+  if (!Loaded() || InitPending) return;
+  SizePicture();
+  DrawPicture(WavePic.Surface());
+  WavePic.NoteDrawn();
+}
+
+// The part of the picture inside BackPic, widened by what the rounding of the window's units can
+// hide.
+PixelRect frmWave::ShownPart() const {
+  const auto shown = [](int moved, int size, double room) {
+    const int first = std::clamp(-moved, 0, size);
+    const int last = std::clamp(RoundToInt(std::ceil(room)) + kRoundedAway - moved, first, size);
+    return std::pair(first, last - first);
+  };
+  const UnitRect& back = BackPic.Place();
+  const auto [left, width] = shown(WavePic.Left(), WavePic.Width(), CanvasPixels(back.width));
+  const auto [top, height] = shown(WavePic.Top(), WavePic.Height(), CanvasPixels(back.height));
+  return {left, top, width, height};
+}
+
+bool frmWave::Drawable() const {
+  return kPictureWidth * ZoomFactor * (kPictureHeight * ZoomFactor) <= kMostPixels;
+}
+
 void frmWave::SizePicture() {
-  const double width = kPictureWidth * ZoomFactor;
-  const double height = kPictureHeight * ZoomFactor;
-  WavePic.SetSize(RoundToInt(width), RoundToInt(height));
-  const bool drawable = width * height <= kMostPixels;
-  WavePic.Surface().SetSize(drawable ? WavePic.Width() : 0, drawable ? WavePic.Height() : 0);
+  WavePic.SetSize(RoundToInt(kPictureWidth * ZoomFactor), RoundToInt(kPictureHeight * ZoomFactor));
+  WavePic.Surface().SetPart(WavePic.Width(), WavePic.Height(),
+                            Drawable() ? ShownPart() : PixelRect{});
+}
+
+std::unique_ptr<Canvas> frmWave::WholePicture() {
+  std::unique_ptr<Canvas> whole = WavePic.Surface().MakeCopy();
+  // The window may have been closed while its user was asked for a file.
+  const bool drawable = Loaded() && Drawable();
+  whole->SetSize(drawable ? WavePic.Width() : 0, drawable ? WavePic.Height() : 0);
+  DrawPicture(*whole);
+  return whole;
 }
 
 void frmWave::RepaintPicture() {
@@ -286,22 +326,28 @@ void frmWave::RepaintPicture() {
   FollowZoom(Cursors, ZoomFactor);
   SizePicture();
   if (InitPending) return;
+  drawnOver_ = false;
   const WaveRecord& record = Record();
-  const WaveSurface surface{WavePic.Surface(), ZoomFactor, ColorsOf(record.ColorOn), plans_};
-  BackPic.SetBackground(surface.colors.background);
-  if (WavePic.Surface().Width() > 0) {
-    DrawScrGrid(surface, record.GridOn ? GridDots::Shown : GridDots::Hidden);
-    oriolemark::DrawOSC(surface, record);
-    DrawCursors(surface, record, Cursors);
-  }
+  BackPic.SetBackground(ColorsOf(record.ColorOn).background);
+  DrawPicture(WavePic.Surface());
   WavePic.SetDescription(DescribeWave(record, Cursors, ZoomFactor));
   WavePic.NoteDrawn();
 }
 
-void frmWave::DrawOSC() {
-  if (InitPending || WavePic.Surface().Width() == 0) return;
+void frmWave::DrawPicture(Canvas& canvas) {
+  if (canvas.Width() == 0 || canvas.Height() == 0) return;
   const WaveRecord& record = Record();
-  oriolemark::DrawOSC({WavePic.Surface(), ZoomFactor, ColorsOf(record.ColorOn), plans_}, record);
+  const WaveSurface surface = SurfaceOf(canvas);
+  DrawScrGrid(surface, record.GridOn ? GridDots::Shown : GridDots::Hidden);
+  oriolemark::DrawOSC(surface, record);
+  DrawCursors(surface, record, Cursors);
+  if (drawnOver_) oriolemark::DrawOSC(surface, record);
+}
+
+void frmWave::DrawOSC() {
+  if (InitPending || !Drawable()) return;
+  drawnOver_ = true;
+  oriolemark::DrawOSC(SurfaceOf(WavePic.Surface()), Record());
   WavePic.NoteDrawn();
 }
 

@@ -10,8 +10,8 @@
 #include "platform/Picture.h"
 #include "platform/ScrollBar.h"
 #include "transfers/ReadingView.h"
-#include "waveview/TracePlans.h"
 #include "waveview/WaveCursors.h"
+#include "waveview/WaveSurface.h"
 
 namespace oriolemark {
 
@@ -52,6 +52,9 @@ class frmWave : public ReadingView {
   // Draws the traces and texts of the record over the picture as it is. The next repaint puts the
   // grid below and the cursors above them. Does nothing while there is no picture.
   void DrawOSC();
+  // The picture with all that is beyond the window, drawn on a canvas of its own. It has no pixels
+  // if there are too many to draw.
+  std::unique_ptr<Canvas> WholePicture();
   // Only the toolkit's side calls this: picture pixels per window pixel. It is 1, except on screens
   // with a fractional scale.
   void NoteCanvasScale(double scale);
@@ -65,6 +68,7 @@ class frmWave : public ReadingView {
 
  private:
   WaveRecord& Record();
+  WaveSurface SurfaceOf(Canvas& canvas);
   void ZoomCombo_Change();
   void RefuseZoom();
   void ShowZoom();
@@ -80,12 +84,17 @@ class frmWave : public ReadingView {
   void PlaceBackPic();
   void FitPicture();
   void PlaceScrollBars();
+  void MovePicture();
   void ScrollPicture();
+  bool Drawable() const;
+  PixelRect ShownPart() const;
   void SizePicture();
   void RepaintPicture();
+  void DrawPicture(Canvas& canvas);
 
   PictureOutput output_;
   TracePlans plans_;
+  bool drawnOver_ = false;  // the traces were drawn over the last repaint once more
   double canvasScale_ = 1;
   double HRange = 0;  // pixels by which WavePic is larger than BackPic
   double VRange = 0;

@@ -18,14 +18,19 @@ RasterCanvas Blank(int width, int height) {
   return canvas;
 }
 
-// Rows of the picture, '#' where a pixel is set, joined by '/'.
-std::string Show(const RasterCanvas& canvas) {
+// Rows of a part of what the canvas keeps, '#' where a pixel is set, joined by '/'.
+std::string Show(const RasterCanvas& canvas, const PixelRect& part) {
   std::string shown;
-  for (int i = 0; i < canvas.Width() * canvas.Height(); ++i) {
-    if (i > 0 && i % canvas.Width() == 0) shown += '/';
-    shown += canvas.Pixels()[i] == 0xFFFFFFFF ? '#' : '.';
+  for (int i = 0; i < part.width * part.height; ++i) {
+    if (i > 0 && i % part.width == 0) shown += '/';
+    const int x = part.left + i % part.width, y = part.top + i / part.width;
+    shown += canvas.Pixels()[y * canvas.Width() + x] == 0xFFFFFFFF ? '#' : '.';
   }
   return shown;
+}
+
+std::string Show(const RasterCanvas& canvas) {
+  return Show(canvas, {0, 0, canvas.Width(), canvas.Height()});
 }
 
 TEST(RasterCanvas, LinesSetTheirPixels) {
@@ -87,23 +92,6 @@ TEST(RasterCanvas, WildCoordinatesCostNothingAndStayOutside) {
   }
 }
 
-TEST(RasterCanvas, RunsOfDotsAreTheirSingleCalls) {
-  std::mt19937 random(4);
-  std::uniform_int_distribution<int> column(-200, 400);
-  for (int trial = 0; trial < 400; ++trial) {
-    RasterCanvas run = Blank(25, 20);
-    RasterCanvas single = run;
-    // At halves, which go to even, steps of exactly one miss pixels.
-    const Point first{trial % 3 == 0 ? 0.5 - trial % 20 : column(random) / 10.0, trial % 43 / 3.0};
-    const double step = trial % 5 == 0 ? trial % 4 - 1.0 : column(random) / 50.0;
-    run.PixelRow(first, step, trial % 61);
-    run.PixelColumn({first.y, first.x}, step, trial % 41);
-    single.Canvas::PixelRow(first, step, trial % 61);
-    single.Canvas::PixelColumn({first.y, first.x}, step, trial % 41);
-    ASSERT_EQ(Show(run), Show(single)) << trial;
-  }
-}
-
 // Rows of a trace. The kinds are noise, long level runs, single spikes, a slope, and rows that no
 // picture reaches.
 std::vector<std::int32_t> RandomRows(int kind, std::size_t count, std::mt19937& random) {
@@ -118,7 +106,7 @@ std::vector<std::int32_t> RandomRows(int kind, std::size_t count, std::mt19937& 
   return rows;
 }
 
-TEST(RasterCanvas, ATraceIsItsSingleLines) {
+TEST(RasterCanvas, RunsAreTheirSingleCallsInAnyPart) {
   std::mt19937 random(4);
   const int counts[] = {2, 3, 17, 60, 150, 400, 1000, 4000, 17000};
   for (int trial = 0; trial < 540; ++trial) {
@@ -131,14 +119,26 @@ TEST(RasterCanvas, ATraceIsItsSingleLines) {
     const TracePlan plan(x);
     const std::vector<std::int32_t> rows = RandomRows(trial % 5, count, random);
     const std::size_t first = trial % 4 == 0 ? random() % (count - 1) : 0;
-    RasterCanvas run = Blank(70, 50 + trial % 3);
-    run.SetLineWidth(trial % 17 == 0 ? 2 : 1);
-    run.SetPenStyle(trial % 19 == 0 ? PenStyle::Dotted : PenStyle::Solid);
-    RasterCanvas single = run;
+    RasterCanvas single = Blank(70, 50 + trial % 3);
+    single.SetLineWidth(trial % 17 == 0 ? 2 : 1);
+    single.SetPenStyle(trial % 19 == 0 ? PenStyle::Dotted : PenStyle::Solid);
+    RasterCanvas run = single;
+    const PixelRect part =
+        trial % 3 == 0 ? single.Part() : PixelRect{trial % 37, trial % 29, 33, 21};
+    run.SetPart(single.Width(), single.Height(), part);
+    run.Clear({});
     const TraceRows trace{std::span(rows).subspan(first), zoom, trial % 2 == 0 ? 0.0 : -90 * zoom};
     run.Trace(plan, first, trace);
     single.Canvas::Trace(plan, first, trace);
-    ASSERT_EQ(Show(run), Show(single)) << trial << ": " << count << " at " << zoom;
+    // At halves, which go to even, steps of exactly one miss pixels.
+    const Point at{trial % 3 == 0 ? 0.5 - trial % 20 : left, trial % 43 / 3.0};
+    const double step = trial % 5 == 0 ? trial % 4 - 1.0 : zoom - 1;
+    run.PixelRow(at, step, trial % 61);
+    run.PixelColumn(at, step, trial % 41);
+    single.Canvas::PixelRow(at, step, trial % 61);
+    single.Canvas::PixelColumn(at, step, trial % 41);
+    for (RasterCanvas* canvas : {&run, &single}) canvas->Line({-9e8, 20.0 + trial}, {at.y, at.x});
+    ASSERT_EQ(Show(run), Show(single, part)) << trial << ": " << count << " at " << zoom;
   }
 }
 

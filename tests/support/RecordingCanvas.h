@@ -29,9 +29,8 @@ class RecordingCanvas : public Canvas {
     return found;
   }
 
-  int Width() const override { return size_.first; }
-  int Height() const override { return size_.second; }
-  void SetSize(int width, int height) override { size_ = {width, height}; }
+  PixelRect Part() const override { return part_; }
+  void SetPart(int, int, const PixelRect& part) override { part_ = part; }
   void Clear(Color background) override { calls = {"clear " + Show(background)}; }
   void SetColor(Color color) override { color_ = Show(color); }
   void SetLineWidth(int pixels) override {
@@ -70,7 +69,7 @@ class RecordingCanvas : public Canvas {
     return shown.data();
   }
 
-  std::pair<int, int> size_;
+  PixelRect part_;
   std::string color_ = "000000";
   std::string lineWidth_;
   std::string dots_;
