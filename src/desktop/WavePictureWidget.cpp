@@ -35,19 +35,60 @@ QFont PictureFont(bool bold) {
   return font;
 }
 
-void PaintText(RasterCanvas& canvas, int x, int y, std::string_view text, Color color, bool bold) {
-  QImage image =
-      Wrap(reinterpret_cast<uchar*>(canvas.Scanlines()), canvas.Width(), canvas.Height());
-  QPainter painter(&image);
-  painter.setFont(PictureFont(bold));
-  painter.setPen(ToColor(color));
-  painter.drawText(x, y + painter.fontMetrics().ascent(), FromWire(std::string(text)));
+using Dashes = std::vector<RasterCanvas::TextDash>;
+
+// Collects the pixels of a picture that are black on white.
+Dashes FindDashes(const QImage& image, QPoint origin) {
+  Dashes dashes;
+  for (int y = 0; y < image.height(); ++y) {
+    const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+    for (int x = 0; x < image.width(); ++x) {
+      const int start = x;
+      while (x < image.width() && qRed(row[x]) < 128) ++x;
+      if (x > start) dashes.push_back({start - origin.x(), y - origin.y(), x - start});
+    }
+  }
+  return dashes;
 }
+
+// The texts of a picture, each one drawn by the toolkit once. A few of them change with each step
+// of a cursor, so they are all forgotten from time to time.
+class TextShapes {
+ public:
+  std::span<const RasterCanvas::TextDash> Find(std::string_view text, bool bold) {
+    if (known_.size() >= kMostTexts) known_.clear();
+    const auto [found, added] = known_.try_emplace({std::string(text), bold});
+    if (added) found->second = Draw(FromWire(found->first.first), PictureFont(bold));
+    return found->second;
+  }
+
+ private:
+  static constexpr std::size_t kMostTexts = 200;
+
+  static Dashes Draw(const QString& text, const QFont& font) {
+    const QFontMetrics metrics(font);
+    const QPoint corner(4 * kTextPixels, 4 * kTextPixels);  // room for what reaches beyond the metrics
+    const QSize size(metrics.horizontalAdvance(text), metrics.height());
+    QImage image(size + QSize(8 * kTextPixels, 8 * kTextPixels), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setFont(font);
+    painter.setPen(Qt::black);
+    painter.drawText(corner + QPoint(0, metrics.ascent()), text);
+    painter.end();
+    return FindDashes(image, corner);
+  }
+
+  std::map<std::pair<std::string, bool>, Dashes> known_;
+};
 
 }  // namespace
 
 std::unique_ptr<Canvas> MakeRasterCanvas() {
-  return std::make_unique<RasterCanvas>(PaintText);
+  return std::make_unique<RasterCanvas>(
+      [shapes = std::make_shared<TextShapes>()](std::string_view text, bool bold) {
+        return shapes->Find(text, bold);
+      });
 }
 
 double CanvasScale(const QWidget& widget) {

@@ -92,10 +92,15 @@ class Canvas {
   // CopyFrom.
   virtual std::span<const std::uint32_t> Pixels() const = 0;
 
-  // MakeCopy returns an off-screen picture with the same size and contents. CopyFrom copies the
-  // size and contents of another picture into this one.
+  // An off-screen picture with the same size and contents.
   virtual std::unique_ptr<Canvas> MakeCopy() const = 0;
-  virtual void CopyFrom(const Canvas& other) = 0;
+
+  // An overlay is a drawing that can be taken away again. DropOverlay brings back the picture as it
+  // was at BeginOverlay. It returns false, and changes nothing, if there is no overlay: none was
+  // begun, or the picture was cleared or set anew since. Beginning a second one keeps the first for
+  // good. Meant for a few thousand pixels, because each one that is covered is remembered.
+  virtual void BeginOverlay() = 0;
+  virtual bool DropOverlay() = 0;
 };
 
 }  // namespace oriolemark

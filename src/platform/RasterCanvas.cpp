@@ -15,9 +15,6 @@ namespace {
 constexpr double kSurroundings = 100;
 // Length in pixels of the dots of a dotted line and of the gaps between them.
 constexpr std::int64_t kDot = 2;
-// A text that begins further to the left or above cannot reach the picture.
-constexpr int kTextReach = 30000;
-
 bool InReach(Point at) {
   return InPixelReach(at.x) && InPixelReach(at.y);
 }
@@ -95,6 +92,7 @@ void RasterCanvas::SetPart(int width, int height, const PixelRect& part) {
   width_ = part.width;
   height_ = part.height;
   const std::size_t count = static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_);
+  overlaid_ = false;
   if (count == pixels_.size()) return;
   // Allocates a new vector, because a shrinking one keeps its memory. Frees the old one first, so
   // that the memory of two pictures is never held at once.
@@ -103,6 +101,7 @@ void RasterCanvas::SetPart(int width, int height, const PixelRect& part) {
 }
 
 void RasterCanvas::Clear(Color background) {
+  overlaid_ = false;
   std::fill(pixels_.begin(), pixels_.end(), ToPixel(background));
 }
 
@@ -114,7 +113,9 @@ void RasterCanvas::SetPixels(std::span<const std::uint32_t> colours) {
 
 void RasterCanvas::Put(int x, int y) {
   if (x < 0 || x >= width_ || y < 0 || y >= height_) return;
-  *At(x, y) = ToPixel(color_);
+  std::uint32_t* at = At(x, y);
+  if (overlaid_) covered_.push_back({static_cast<std::uint32_t>(at - pixels_.data()), *at});
+  *at = ToPixel(color_);
 }
 
 void RasterCanvas::Stamp(int x, int y) {
@@ -141,7 +142,11 @@ void RasterCanvas::FillRect(int left, int top, int right, int bottom) {
   right = std::min(right, width_ - 1);
   bottom = std::min(bottom, height_ - 1);
   for (int y = std::max(top, 0); y <= bottom && left <= right; ++y) {
-    std::fill_n(At(left, y), right - left + 1, ToPixel(color_));
+    if (overlaid_) {
+      for (int x = left; x <= right; ++x) Put(x, y);
+    } else {
+      std::fill_n(At(left, y), right - left + 1, ToPixel(color_));
+    }
   }
 }
 
@@ -153,7 +158,7 @@ void RasterCanvas::DrawSegment(PixelPoint from, PixelPoint to) {
     const int after = lineWidth_ - before - 1;
     FillRect(std::min(from.x, to.x) - before, std::min(from.y, to.y) - before,
              std::max(from.x, to.x) + after, std::max(from.y, to.y) + after);
-  } else if (lineWidth_ == 1 && Holds(from) && Holds(to)) {
+  } else if (lineWidth_ == 1 && !overlaid_ && Holds(from) && Holds(to)) {
     DrawInside(from, to);
   } else {
     DrawStamps(from, to);
@@ -219,11 +224,13 @@ void RasterCanvas::DrawStamps(PixelPoint from, PixelPoint to) {
 }
 
 void RasterCanvas::Text(Point at, std::string_view text) {
-  if (!textPainter || !InReach(at)) return;
+  if (!textShaper || !InReach(at)) return;
   const PixelPoint corner = Rounded(at);
-  if (corner.x < -kTextReach || corner.x >= width_) return;
-  if (corner.y < -kTextReach || corner.y >= height_) return;
-  textPainter(*this, corner.x, corner.y, text, color_, bold_);
+  for (const TextDash& dash : textShaper(text, bold_)) {
+    const int x = corner.x + dash.x;
+    const int y = corner.y + dash.y;
+    FillRect(x, y, x + dash.width - 1, y);
+  }
 }
 
 void RasterCanvas::PixelRow(Point first, double step, int count) {
@@ -244,11 +251,17 @@ std::unique_ptr<Canvas> RasterCanvas::MakeCopy() const {
   return std::make_unique<RasterCanvas>(*this);
 }
 
-void RasterCanvas::CopyFrom(const Canvas& other) {
-  const auto* raster = dynamic_cast<const RasterCanvas*>(&other);
-  if (raster == nullptr || raster == this) return;
-  SetPart(raster->wholeWidth_, raster->wholeHeight_, raster->Part());
-  pixels_ = raster->pixels_;
+void RasterCanvas::BeginOverlay() {
+  overlaid_ = true;
+  covered_.clear();
+}
+
+bool RasterCanvas::DropOverlay() {
+  if (!overlaid_) return false;
+  overlaid_ = false;
+  for (auto last = covered_.rbegin(); last != covered_.rend(); ++last)
+    pixels_[last->at] = last->pixel;
+  return true;
 }
 
 }  // namespace oriolemark

@@ -13,19 +13,21 @@ namespace oriolemark {
 // finite draws nothing.
 class RasterCanvas final : public Canvas {
  public:
-  // Paints a text onto the pixels. (x, y) is its top left corner, counted from the part that is
-  // kept. It may lie outside of that.
-  using TextPainter = std::function<void(RasterCanvas& canvas, int x, int y, std::string_view text,
-                                         Color color, bool bold)>;
+  // A row of a text's pixels. The position is counted from the text's top left corner.
+  struct TextDash {
+    int x;
+    int y;
+    int width;
+  };
+  // Finds the pixels of a text. They are used before the next text is asked for.
+  using TextShaper = std::function<std::span<const TextDash>(std::string_view text, bool bold)>;
 
-  explicit RasterCanvas(TextPainter painter = {}) : textPainter(std::move(painter)) {}
+  explicit RasterCanvas(TextShaper shaper = {}) : textShaper(std::move(shaper)) {}
 
   PixelRect Part() const override { return {left_, top_, width_, height_}; }
   void SetPart(int width, int height, const PixelRect& part) override;
 
   std::span<const std::uint32_t> Pixels() const override { return pixels_; }
-  // The same, to be painted on.
-  std::uint32_t* Scanlines() { return pixels_.data(); }
   // The number of pixels that memory is allocated for.
   std::size_t Capacity() const { return pixels_.capacity(); }
 
@@ -45,13 +47,13 @@ class RasterCanvas final : public Canvas {
   void Trace(const TracePlan& plan, std::size_t first, const TraceRows& trace) override;
   void SetPixels(std::span<const std::uint32_t> colours) override;
 
-  // The copy has the same text painter and drawing state.
+  // The copy has the same text shaper and drawing state.
   std::unique_ptr<Canvas> MakeCopy() const override;
-  // Copies size and contents. Ignores a canvas that is not a raster.
-  void CopyFrom(const Canvas& other) override;
+  void BeginOverlay() override;
+  bool DropOverlay() override;
 
   // If empty, no text is drawn.
-  TextPainter textPainter;
+  TextShaper textShaper;
 
  private:
   // Counted from the part that is kept, as all whole numbers below.
@@ -80,6 +82,7 @@ class RasterCanvas final : public Canvas {
   std::uint32_t* At(int x, int y) {
     return pixels_.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + x;
   }
+  // All drawing within an overlay ends here.
   void Put(int x, int y);
   void Stamp(int x, int y);
   // The ends are included. What lies outside the picture is left out.
@@ -97,6 +100,12 @@ class RasterCanvas final : public Canvas {
 
   std::vector<std::uint32_t> pixels_;
   std::vector<Run> runs_;  // of the trace that is drawn, one a column of the picture
+  struct Covered {
+    std::uint32_t at;  // counted row by row
+    std::uint32_t pixel;
+  };
+  bool overlaid_ = false;
+  std::vector<Covered> covered_;  // by the overlay, in the order of drawing
   int wholeWidth_ = 0;
   int wholeHeight_ = 0;
   int left_ = 0;

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cmath>
-#include <memory>
 #include <string>
 
 #include "platform/Rounding.h"
@@ -17,7 +16,8 @@ constexpr double kLineInset = 5;  // pixels from the end of a cursor line to the
 constexpr double kMark = 5;       // half the width of an end mark, and its height
 constexpr double kLeastReadoutZoom = 0.4;
 
-void DrawXCursors(Canvas& canvas, const WaveSurface& surface, const WaveCursors& cursors) {
+void DrawXCursors(const WaveSurface& surface, const WaveCursors& cursors) {
+  Canvas& canvas = surface.canvas;
   const double bottom = surface.At(kGridHeight);
   const std::array<int, 2> positions{RoundToInt(cursors.X1Pos), RoundToInt(cursors.X2Pos)};
   canvas.SetPenStyle(PenStyle::Dotted);
@@ -35,7 +35,8 @@ void DrawXCursors(Canvas& canvas, const WaveSurface& surface, const WaveCursors&
   }
 }
 
-void DrawYCursors(Canvas& canvas, const WaveSurface& surface, const WaveCursors& cursors) {
+void DrawYCursors(const WaveSurface& surface, const WaveCursors& cursors) {
+  Canvas& canvas = surface.canvas;
   const double right = surface.At(kGridWidth);
   const std::array<int, 2> positions{RoundToInt(cursors.Y1Pos), cursors.Y2Pos};
   canvas.SetPenStyle(PenStyle::Dotted);
@@ -92,13 +93,10 @@ Readouts MakeReadouts(const WaveRecord& record, const WaveCursors& cursors, doub
 void DrawCursors(const WaveSurface& surface, const WaveRecord& record, WaveCursors& cursors) {
   ClampCursors(cursors, surface.zoom);
   if (!cursors.CursorXOn && !cursors.CursorYOn) return;
-  // Draws on a copy and shows it in one step, so that the lines do not flicker over the trace.
-  const std::unique_ptr<Canvas> copy = surface.canvas.MakeCopy();
-  copy->SetColor(surface.colors.cursors);
-  copy->SetLineWidth(1);
-  if (cursors.CursorXOn) DrawXCursors(*copy, surface, cursors);
-  if (cursors.CursorYOn) DrawYCursors(*copy, surface, cursors);
-  surface.canvas.CopyFrom(*copy);
+  surface.canvas.SetColor(surface.colors.cursors);
+  surface.canvas.SetLineWidth(1);
+  if (cursors.CursorXOn) DrawXCursors(surface, cursors);
+  if (cursors.CursorYOn) DrawYCursors(surface, cursors);
   DisplayCursorM(surface, record, cursors);
 }
 

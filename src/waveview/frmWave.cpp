@@ -126,6 +126,7 @@ void frmWave::Form_Unload() {
   // Frees the picture, which can be large, while the window is not shown.
   WavePic.Surface().SetSize(0, 0);
   plans_ = {};
+  drawn_ = nullptr;
 }
 
 void frmWave::ShowRecord() {
@@ -284,7 +285,7 @@ void frmWave::ScrollPicture() {
   MovePicture();
   if (!Loaded() || InitPending) return;
   SizePicture();
-  DrawPicture(WavePic.Surface());
+  DrawShown();
   WavePic.NoteDrawn();
 }
 
@@ -307,9 +308,13 @@ bool frmWave::Drawable() const {
 }
 
 void frmWave::SizePicture() {
-  WavePic.SetSize(RoundToInt(kPictureWidth * ZoomFactor), RoundToInt(kPictureHeight * ZoomFactor));
-  WavePic.Surface().SetPart(WavePic.Width(), WavePic.Height(),
-                            Drawable() ? ShownPart() : PixelRect{});
+  const std::pair old(WavePic.Width(), WavePic.Height());
+  const std::pair size(RoundToInt(kPictureWidth * ZoomFactor),
+                       RoundToInt(kPictureHeight * ZoomFactor));
+  WavePic.SetSize(size.first, size.second);
+  const PixelRect part = Drawable() ? ShownPart() : PixelRect{};
+  if (old == size && part == WavePic.Surface().Part()) return;
+  WavePic.Surface().SetPart(size.first, size.second, part);
 }
 
 std::unique_ptr<Canvas> frmWave::WholePicture() {
@@ -317,7 +322,9 @@ std::unique_ptr<Canvas> frmWave::WholePicture() {
   // The window may have been closed while its user was asked for a file.
   const bool drawable = Loaded() && Drawable();
   whole->SetSize(drawable ? WavePic.Width() : 0, drawable ? WavePic.Height() : 0);
-  DrawPicture(*whole);
+  if (!drawable) return whole;
+  DrawTraces(*whole);
+  DrawOver(*whole);
   return whole;
 }
 
@@ -329,25 +336,49 @@ void frmWave::RepaintPicture() {
   drawnOver_ = false;
   const WaveRecord& record = Record();
   BackPic.SetBackground(ColorsOf(record.ColorOn).background);
-  DrawPicture(WavePic.Surface());
+  DrawShown();
   WavePic.SetDescription(DescribeWave(record, Cursors, ZoomFactor));
   WavePic.NoteDrawn();
 }
 
-void frmWave::DrawPicture(Canvas& canvas) {
-  if (canvas.Width() == 0 || canvas.Height() == 0) return;
+void frmWave::DrawTraces(Canvas& canvas) {
   const WaveRecord& record = Record();
   const WaveSurface surface = SurfaceOf(canvas);
   DrawScrGrid(surface, record.GridOn ? GridDots::Shown : GridDots::Hidden);
   oriolemark::DrawOSC(surface, record);
-  DrawCursors(surface, record, Cursors);
-  if (drawnOver_) oriolemark::DrawOSC(surface, record);
 }
 
+void frmWave::DrawOver(Canvas& canvas) {
+  DrawCursors(SurfaceOf(canvas), Record(), Cursors);
+  if (drawnOver_) oriolemark::DrawOSC(SurfaceOf(canvas), Record());
+}
+
+// Draws what shows. A step of a cursor leaves grid and traces as they are. The record is compared
+// as a whole, because a reading changes it at any time.
+void frmWave::DrawShown() {
+  Canvas& canvas = WavePic.Surface();
+  if (canvas.Width() == 0 || canvas.Height() == 0) return;
+  const bool kept = drawn_ && drawn_->zoom == ZoomFactor && drawn_->record == Record();
+  if (!kept || !canvas.DropOverlay()) DrawTraces(canvas);
+  if (!Cursors.CursorXOn && !Cursors.CursorYOn) {
+    drawn_ = nullptr;
+  } else if (!kept) {
+    drawn_ = std::make_unique<Drawn>(Drawn{ZoomFactor, Record()});
+  }
+  if (drawn_ && !drawnOver_) canvas.BeginOverlay();
+  DrawOver(canvas);
+}
+
+// The cursors below can no longer be taken away.
 void frmWave::DrawOSC() {
   if (InitPending || !Drawable()) return;
   drawnOver_ = true;
-  oriolemark::DrawOSC(SurfaceOf(WavePic.Surface()), Record());
+  Canvas& canvas = WavePic.Surface();
+  if (canvas.DropOverlay()) {
+    DrawOver(canvas);
+  } else {
+    oriolemark::DrawOSC(SurfaceOf(canvas), Record());
+  }
   WavePic.NoteDrawn();
 }
 

@@ -90,11 +90,20 @@ class frmWave : public ReadingView {
   PixelRect ShownPart() const;
   void SizePicture();
   void RepaintPicture();
-  void DrawPicture(Canvas& canvas);
+  void DrawTraces(Canvas& canvas);
+  // The cursors, and over them the traces where they were drawn once more.
+  void DrawOver(Canvas& canvas);
+  void DrawShown();
 
   PictureOutput output_;
   TracePlans plans_;
-  bool drawnOver_ = false;  // the traces were drawn over the last repaint once more
+  // What the picture shows below the cursors. Kept while there are cursors.
+  struct Drawn {
+    double zoom;
+    WaveRecord record;
+  };
+  std::unique_ptr<Drawn> drawn_;
+  bool drawnOver_ = false;  // the traces were drawn once more, over the cursors
   double canvasScale_ = 1;
   double HRange = 0;  // pixels by which WavePic is larger than BackPic
   double VRange = 0;

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "output/Bitmap.h"
+#include "platform/Keys.h"
 #include "platform/Rounding.h"
 #include "support/ProgramBench.h"
 
@@ -67,6 +69,36 @@ TEST(PictureOutput, AnExportHoldsThePictureAtItsZoomOrLeavesTheFileAsItWas) {
                                 "No such file or directory"}));
   });
   std::filesystem::remove(path);
+}
+
+TEST(PictureOutput, AStepOfACursorShowsWhatACompleteDrawingDoes) {
+  PictureBench bench;
+  bench.Run([&](frmWave& view) {
+    WaveRecord& record = bench.module.sheet.Waves[0];
+    view.ChkCursorX.SetValue(true);
+    view.ChkCursorY.SetValue(true);
+    const std::function<void()> changes[] = {
+        [] {},
+        [&] { record.CH1Data.Store(300, 7); },
+        [&] { record.Count = 450; },
+        [&] { view.ChkCursorY.SetValue(false); },
+        [&] { view.DrawOSC(); },
+        [&] { view.GridCheck.SetValue(!view.GridCheck.Value()); },
+        [&] { view.ZoomCombo.EndEdit("200%"); },
+        [&] { view.ZoomCombo.EndEdit("200.13%"); },  // as many pixels
+        [&] { view.ZoomCombo.EndEdit("200%"); },
+        [&] { view.cmdPreview.Click(); },  // at 200 % too, and clears the picture
+        [&] { view.DrawOSC(); }};
+    for (const auto& change : changes) {
+      for (const int key : {kRightKey, kDownKey}) view.WavePic_KeyDown(key, 0);
+      change();
+      if (&change != &changes[10]) view.WavePic_KeyDown(kLeftKey, 0);
+      const std::unique_ptr<Canvas> whole = view.WholePicture();
+      EXPECT_TRUE(std::ranges::equal(view.WavePic.Surface().Pixels(), whole->Pixels()))
+          << &change - changes;
+    }
+  });
+  std::filesystem::remove(bench.handOver);
 }
 
 TEST(PictureOutput, ThePageHasItsOwnZoomWhateverTheViewShows) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -142,21 +143,46 @@ TEST(RasterCanvas, RunsAreTheirSingleCallsInAnyPart) {
   }
 }
 
-TEST(RasterCanvas, ACopyHasContentsAndTextPainterAndComesBack) {
-  RasterCanvas canvas(
-      [](RasterCanvas& on, int x, int y, std::string_view text, Color color, bool bold) {
-        if (text == "T" && bold && color.red == 255) on.Pixel({double(x), double(y)});
-      });
-  canvas.SetSize(3, 2);
+TEST(RasterCanvas, AnOverlayOfACopyLeavesNoTrace) {
+  RasterCanvas canvas([](std::string_view text, bool bold) {
+    static constexpr RasterCanvas::TextDash kDashes[] = {{-1, 0, 2}, {0, 1, 1}};
+    return text == "T" && bold ? std::span(kDashes) : std::span(kDashes).first(0);
+  });
+  canvas.SetSize(5, 4);
   canvas.Clear({1, 2, 3});
+  canvas.SetColor({9, 9, 9});
+  canvas.Line({0, 0}, {4, 3});
   const std::unique_ptr<Canvas> copy = canvas.MakeCopy();
-  copy->SetColor({255, 255, 255});
-  copy->SetBold(true);
-  copy->Text({1.4, 0.6}, "T");
-  EXPECT_EQ(Show(canvas), ".../...") << "the copy is a picture of its own";
-  canvas.CopyFrom(*copy);
-  EXPECT_EQ(Show(canvas), ".../.#.");
-  EXPECT_EQ(canvas.Pixels()[0], 0xFF010203);
+  EXPECT_FALSE(copy->DropOverlay());
+  copy->BeginOverlay();
+  for (const int shade : {254, 255}) {
+    copy->SetColor({255, static_cast<std::uint8_t>(shade), 255});
+    copy->SetBold(true);
+    copy->Text({0.6, 1.4}, "T");
+    copy->Line({0, 0}, {4, 3});
+    copy->Line({4, 0}, {4, 3});
+    copy->Trace(TracePlan({3, 3, 3, 3}), 0, {std::vector{0, 3, 1, 2}, 1, 0});
+  }
+  const auto& drawn = dynamic_cast<RasterCanvas&>(*copy);
+  EXPECT_EQ(Show(drawn), "#..##/##.##/.####/...##");
+  EXPECT_TRUE(copy->DropOverlay());
+  EXPECT_TRUE(std::ranges::equal(drawn.Pixels(), canvas.Pixels()));
+  EXPECT_FALSE(copy->DropOverlay());
+  copy->BeginOverlay();
+  copy->Clear({});
+  EXPECT_FALSE(copy->DropOverlay()) << "nothing is below it";
+
+  RasterCanvas wide = Blank(32, 99);
+  wide.BeginOverlay();
+  std::vector<double> x;
+  std::vector<std::int32_t> rows;
+  for (int i = 0; i < 160; ++i) {
+    x.push_back(i / 5.0);
+    rows.push_back(i % 2 == 0 ? 9 : 90);
+  }
+  wide.Trace(TracePlan(x), 0, {rows, 1, 0});
+  wide.DropOverlay();
+  EXPECT_EQ(Show(wide), Show(Blank(32, 99)));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdio>
+#include <optional>
 #include <vector>
 
 #include "platform/Canvas.h"
@@ -30,8 +31,14 @@ class RecordingCanvas : public Canvas {
   }
 
   PixelRect Part() const override { return part_; }
-  void SetPart(int, int, const PixelRect& part) override { part_ = part; }
-  void Clear(Color background) override { calls = {"clear " + Show(background)}; }
+  void SetPart(int, int, const PixelRect& part) override {
+    part_ = part;
+    overlay_.reset();
+  }
+  void Clear(Color background) override {
+    overlay_.reset();
+    calls = {"clear " + Show(background)};
+  }
   void SetColor(Color color) override { color_ = Show(color); }
   void SetLineWidth(int pixels) override {
     lineWidth_ = pixels == 1 ? "" : " width " + std::to_string(pixels);
@@ -52,10 +59,12 @@ class RecordingCanvas : public Canvas {
   std::unique_ptr<Canvas> MakeCopy() const override {
     return std::make_unique<RecordingCanvas>(*this);
   }
-  // The calls of the copy stand for its contents; that they came from one is noted behind them.
-  void CopyFrom(const Canvas& other) override {
-    calls = dynamic_cast<const RecordingCanvas&>(other).calls;
-    calls.push_back("copied");
+  void BeginOverlay() override { overlay_ = calls.size(); }
+  bool DropOverlay() override {
+    if (!overlay_) return false;
+    calls.resize(*overlay_);
+    overlay_.reset();
+    return true;
   }
 
  private:
@@ -70,6 +79,7 @@ class RecordingCanvas : public Canvas {
   }
 
   PixelRect part_;
+  std::optional<std::size_t> overlay_;
   std::string color_ = "000000";
   std::string lineWidth_;
   std::string dots_;

@@ -12,6 +12,8 @@ struct ItemRecord {
   bool HasData = false;   // a transfer or a file has filled the item
   bool ViewOpen = false;  // the view of this slot is loaded; run-time only
   oriolemark::TreeNode TreeNode = kNoNode;
+
+  bool operator==(const ItemRecord&) const = default;
 };
 
 }  // namespace oriolemark

@@ -34,6 +34,7 @@ class SampleArray {
     if (rows_.empty()) rows_.resize(kLastSample + 1);
     rows_[static_cast<std::size_t>(index)] = row;
   }
+  bool operator==(const SampleArray&) const = default;
 
  private:
   std::vector<std::int32_t> rows_;
@@ -69,6 +70,8 @@ struct WaveRecord : ItemRecord {
   SampleArray FFTData;    // rows at indexes 0 to FFTCount - 1; index 0 is never shown
   bool FFTFull = false;   // over the whole screen; the drawing does not read it
   std::int32_t FFTCount = 0;
+
+  bool operator==(const WaveRecord&) const = default;
 };
 
 }  // namespace oriolemark
