@@ -67,7 +67,8 @@ class TextShapes {
 
   static Dashes Draw(const QString& text, const QFont& font) {
     const QFontMetrics metrics(font);
-    const QPoint corner(4 * kTextPixels, 4 * kTextPixels);  // room for what reaches beyond the metrics
+    const QPoint corner(4 * kTextPixels,
+                        4 * kTextPixels);  // room for what reaches beyond the metrics
     const QSize size(metrics.horizontalAdvance(text), metrics.height());
     QImage image(size + QSize(8 * kTextPixels, 8 * kTextPixels), QImage::Format_RGB32);
     image.fill(Qt::white);
