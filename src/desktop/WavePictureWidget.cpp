@@ -40,12 +40,16 @@ using Dashes = std::vector<RasterCanvas::TextDash>;
 // Collects the pixels of a picture that are black on white.
 Dashes FindDashes(const QImage& image, QPoint origin) {
   Dashes dashes;
-  for (int y = 0; y < image.height(); ++y) {
+  const int height = image.height();
+  const auto isSet = [](QRgb pixel) { return qRed(pixel) < 128; };
+  for (int y = 0; y < height; ++y) {
     const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-    for (int x = 0; x < image.width(); ++x) {
-      const int start = x;
-      while (x < image.width() && qRed(row[x]) < 128) ++x;
-      if (x > start) dashes.push_back({start - origin.x(), y - origin.y(), x - start});
+    const auto* end = row + image.width();
+    for (const auto* from = row; (from = std::find_if(from, end, isSet)) != end;) {
+      const auto* to = std::find_if_not(from, end, isSet);
+      dashes.push_back(
+          {static_cast<int>(from - row) - origin.x(), y - origin.y(), static_cast<int>(to - from)});
+      from = to;
     }
   }
   return dashes;

@@ -18,6 +18,14 @@ void Canvas::PixelColumn(Point first, double step, int count) {
   for (int k = 0; k < count; ++k) Pixel({first.x, first.y + k * step});
 }
 
+void Canvas::PixelRows(double x, std::span<const double> heights, double step, int count) {
+  for (const double y : heights) PixelRow({x, y}, step, count);
+}
+
+void Canvas::PixelColumns(std::span<const double> positions, double y, double step, int count) {
+  for (const double x : positions) PixelColumn({x, y}, step, count);
+}
+
 void Canvas::Polyline(std::span<const Point> points) {
   for (std::size_t i = 1; i < points.size(); ++i) Line(points[i - 1], points[i]);
 }

@@ -77,6 +77,9 @@ class Canvas {
   // Pixels at (first.x + k * step, first.y) for k from 0 to count - 1.
   virtual void PixelRow(Point first, double step, int count);
   virtual void PixelColumn(Point first, double step, int count);
+  // The same row at each of these heights, or the same column at each of these positions.
+  virtual void PixelRows(double x, std::span<const double> heights, double step, int count);
+  virtual void PixelColumns(std::span<const double> positions, double y, double step, int count);
   // Lines from each point to the next.
   void Polyline(std::span<const Point> points);
   // Lines from each point of a trace to the next. The first row lies at the plan's point `first`.

@@ -82,6 +82,16 @@ void WalkRun(double start, double step, int count, int low, int high, Put put) {
   }
 }
 
+// Calls `draw` for each position that is on another pixel than the one before it.
+template <typename Draw>
+void EachPixelOnce(std::span<const double> positions, Draw draw) {
+  const double* before = nullptr;
+  for (const double& at : positions) {
+    if (before == nullptr || RoundToInt(at) != RoundToInt(*before)) draw(at);
+    before = &at;
+  }
+}
+
 }  // namespace
 
 void RasterCanvas::SetPart(int width, int height, const PixelRect& part) {
@@ -245,6 +255,15 @@ void RasterCanvas::PixelColumn(Point first, double step, int count) {
   const int x = RoundInReach(first.x) - left_;
   if (x < 0 || x >= width_) return;
   WalkRun(first.y, step, count, top_, top_ + height_ - 1, [&](int y) { Put(x, y - top_); });
+}
+
+void RasterCanvas::PixelRows(double x, std::span<const double> heights, double step, int count) {
+  EachPixelOnce(heights, [&](double y) { PixelRow({x, y}, step, count); });
+}
+
+void RasterCanvas::PixelColumns(std::span<const double> positions, double y, double step,
+                                int count) {
+  EachPixelOnce(positions, [&](double x) { PixelColumn({x, y}, step, count); });
 }
 
 std::unique_ptr<Canvas> RasterCanvas::MakeCopy() const {

@@ -43,6 +43,9 @@ class RasterCanvas final : public Canvas {
   void Text(Point at, std::string_view text) override;
   void PixelRow(Point first, double step, int count) override;
   void PixelColumn(Point first, double step, int count) override;
+  // Neighbours that fall on the same pixels are drawn once.
+  void PixelRows(double x, std::span<const double> heights, double step, int count) override;
+  void PixelColumns(std::span<const double> positions, double y, double step, int count) override;
   // Fills a dense trace column by column. Equal to the single lines, pixel for pixel.
   void Trace(const TracePlan& plan, std::size_t first, const TraceRows& trace) override;
   void SetPixels(std::span<const std::uint32_t> colours) override;

@@ -1,6 +1,8 @@
 #include "waveview/DrawGrid.h"
 
 #include <array>
+#include <span>
+#include <vector>
 
 namespace oriolemark {
 namespace {
@@ -47,12 +49,13 @@ constexpr int DotsAlong(double length, double step) {
   return static_cast<int>(length / step) + 1;
 }
 
-void DrawRow(const WaveSurface& surface, double y, double step) {
-  surface.canvas.PixelRow({kMargin, y}, step * surface.zoom, DotsAlong(kGridWidth, step));
+void DrawRows(const WaveSurface& surface, std::span<const double> heights, double step) {
+  surface.canvas.PixelRows(kMargin, heights, step * surface.zoom, DotsAlong(kGridWidth, step));
 }
 
-void DrawColumn(const WaveSurface& surface, double x, double step) {
-  surface.canvas.PixelColumn({x, kMargin}, step * surface.zoom, DotsAlong(kGridHeight, step));
+void DrawColumns(const WaveSurface& surface, std::span<const double> positions, double step) {
+  surface.canvas.PixelColumns(positions, kMargin, step * surface.zoom,
+                              DotsAlong(kGridHeight, step));
 }
 
 void DrawFrame(const WaveSurface& surface) {
@@ -71,26 +74,34 @@ void DrawFrame(const WaveSurface& surface) {
   canvas.Line({middleX, kMargin}, {middleX, bottom});
 }
 
-// The ticks get one layer thicker with each tenth of zoom. Below zoom 1 there are none.
-void DrawTicks(const WaveSurface& surface) {
+// Where a run of ticks has its layers. The ticks get one layer thicker with each tenth of zoom.
+// Below zoom 1 there are none.
+std::span<const double> LayersOf(const WaveSurface& surface, const TickRun& run,
+                                 std::vector<double>& layers) {
+  layers.clear();
   for (int k = 0; (10 + k) / 10.0 <= surface.zoom; ++k) {
-    const double d = (10 + k) / 10.0;
-    for (const TickRun& run : kTickRows) {
-      DrawRow(surface, surface.At(run.line) + run.away * d, run.step);
-    }
-    for (const TickRun& run : kTickColumns) {
-      DrawColumn(surface, surface.At(run.line) + run.away * d, run.step);
-    }
+    layers.push_back(surface.At(run.line) + run.away * ((10 + k) / 10.0));
+  }
+  return layers;
+}
+
+void DrawTicks(const WaveSurface& surface) {
+  std::vector<double> layers;
+  for (const TickRun& run : kTickRows) {
+    DrawRows(surface, LayersOf(surface, run, layers), run.step);
+  }
+  for (const TickRun& run : kTickColumns) {
+    DrawColumns(surface, LayersOf(surface, run, layers), run.step);
   }
 }
 
 void DrawGridDots(const WaveSurface& surface) {
-  for (double y = 0; y <= kGridHeight; y += kDivision) {
-    DrawRow(surface, surface.At(y), kShortTick);
-  }
-  for (double x = 0; x <= kGridWidth; x += kDivision) {
-    DrawColumn(surface, surface.At(x), kShortTick);
-  }
+  std::vector<double> lines;
+  for (double y = 0; y <= kGridHeight; y += kDivision) lines.push_back(surface.At(y));
+  DrawRows(surface, lines, kShortTick);
+  lines.clear();
+  for (double x = 0; x <= kGridWidth; x += kDivision) lines.push_back(surface.At(x));
+  DrawColumns(surface, lines, kShortTick);
 }
 
 }  // namespace

@@ -134,10 +134,13 @@ TEST(RasterCanvas, RunsAreTheirSingleCallsInAnyPart) {
     // At halves, which go to even, steps of exactly one miss pixels.
     const Point at{trial % 3 == 0 ? 0.5 - trial % 20 : left, trial % 43 / 3.0};
     const double step = trial % 5 == 0 ? trial % 4 - 1.0 : zoom - 1;
-    run.PixelRow(at, step, trial % 61);
-    run.PixelColumn(at, step, trial % 41);
-    single.Canvas::PixelRow(at, step, trial % 61);
-    single.Canvas::PixelColumn(at, step, trial % 41);
+    const double lines[] = {at.y, at.y + 0.3, at.y - 0.3, at.y - 1};
+    run.PixelRows(at.x, lines, step, trial % 61);
+    run.PixelColumns(lines, at.y, step, trial % 41);
+    for (const double line : lines) {
+      single.Canvas::PixelRow({at.x, line}, step, trial % 61);
+      single.Canvas::PixelColumn({line, at.y}, step, trial % 41);
+    }
     for (RasterCanvas* canvas : {&run, &single}) canvas->Line({-9e8, 20.0 + trial}, {at.y, at.x});
     ASSERT_EQ(Show(run), Show(single, part)) << trial << ": " << count << " at " << zoom;
   }
