@@ -117,6 +117,7 @@ void RasterCanvas::Clear(Color background) {
 
 void RasterCanvas::SetPixels(std::span<const std::uint32_t> colours) {
   if (colours.size() != pixels_.size()) return;
+  overlaid_ = false;
   std::transform(colours.begin(), colours.end(), pixels_.begin(),
                  [](std::uint32_t colour) { return 0xFF000000U | colour; });
 }

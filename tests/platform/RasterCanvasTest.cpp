@@ -174,6 +174,9 @@ TEST(RasterCanvas, AnOverlayOfACopyLeavesNoTrace) {
   copy->BeginOverlay();
   copy->Clear({});
   EXPECT_FALSE(copy->DropOverlay()) << "nothing is below it";
+  copy->BeginOverlay();
+  copy->SetPixels(std::vector<std::uint32_t>(20));
+  EXPECT_FALSE(copy->DropOverlay()) << "nor below a whole frame";
 
   RasterCanvas wide = Blank(32, 99);
   wide.BeginOverlay();
