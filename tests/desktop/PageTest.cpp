@@ -20,13 +20,11 @@ TEST(Bitmap, AnotherReaderFindsTheSamePixels) {
     const int height = 1 + static_cast<int>(random() % 30);
     std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width * height));
     for (std::uint32_t& pixel : pixels) pixel = 0xFF000000 | static_cast<std::uint32_t>(random());
-    const std::string bytes = BitmapBytes(pixels, width);
-    const QImage read =
-        QImage::fromData(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())), "BMP");
-    ASSERT_EQ(read.size(), QSize(width, height));
-    for (int i = 0; i < width * height; ++i) {
-      ASSERT_EQ(read.pixel(i % width, i / width), pixels[static_cast<std::size_t>(i)]) << i;
-    }
+    const auto read = QImage::fromData(QByteArray::fromStdString(BitmapBytes(pixels, width)));
+    const auto* bytes = reinterpret_cast<const uchar*>(pixels.data());
+    ASSERT_EQ(read,
+              QImage(bytes, width, height, QImage::Format_RGB32).convertToFormat(read.format()))
+        << width;
   }
 }
 

@@ -38,15 +38,14 @@ TEST_F(Windows, TheLinkPageShowsWhatStandsBehindEachLinkToBeReadAndCopied) {
              {"GPIB_AddrCombo", module.options.AddressMeaning()},
              {"PortCombo", module.options.PortMeaning(0)}};
          for (const auto& [name, meaning] : rows) {
-           const auto* label = &The<QLabel>(QString(name) + "Meaning");
-           EXPECT_EQ(label->text().toStdString(), meaning);
-           EXPECT_TRUE(label->textInteractionFlags() & Qt::TextSelectableByMouse);
-           EXPECT_GE(label->height(), label->heightForWidth(label->width())) << "whole";
+           const auto& label = The<QLabel>(QString(name) + "Meaning");
+           EXPECT_EQ(label.text().toStdString(), meaning);
+           EXPECT_TRUE(label.textInteractionFlags() & Qt::TextSelectableByMouse);
+           EXPECT_GE(label.height(), label.heightForWidth(label.width())) << "whole";
            EXPECT_EQ(Shown(name)->accessibleDescription().toStdString(), meaning);
          }
-         const QWidget* window = Shown("frmOptions");
-         EXPECT_TRUE(QRect(0, 0, 640, 560).contains(QRect(QPoint(0, 0), window->size())));
-         Press({Qt::Key_Escape});
+         const QSize size = Shown("frmOptions")->size();
+         EXPECT_TRUE(size.width() <= 640 && size.height() <= 560);
        }});
 }
 
@@ -66,8 +65,7 @@ TEST_F(Windows, TheFftDialogIsWorkedByKeysAlone) {
 }
 
 TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
-  Run({[](MainModule&) { Shown("tool_New")->setFocus(Qt::TabFocusReason); },
-       [](MainModule&) {
+  Run({[](MainModule&) {
          Shown("tool_AddNewWaveform")->setFocus(Qt::TabFocusReason);
          Press({Qt::Key_Space});
        },
@@ -80,8 +78,7 @@ TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
          ASSERT_TRUE(picture->hasFocus());
          Press({Qt::Key_Right, Qt::SHIFT | Qt::CTRL | Qt::Key_Left, Qt::Key_Down});
          EXPECT_EQ(picture->accessibleDescription(), "No waveform.");
-         EXPECT_EQ(view.Cursors.X1Base, 51);
-         EXPECT_EQ(view.Cursors.X2Base, 240);
+         EXPECT_EQ(std::pair(view.Cursors.X1Base, view.Cursors.X2Base), std::pair(51.0, 240.0));
          EXPECT_EQ(view.Cursors.Y1Base, 50) << "a pair that is not shown";
          view.ChkCursorY.SetValue(true);
          Press({Qt::Key_Up});
@@ -99,8 +96,7 @@ TEST_F(Windows, AWaveViewIsWorkedByKeysAlone) {
        Later(Keys({Qt::Key_F5})),
        [](MainModule& module) {
          EXPECT_TRUE(View(module).Visible()) << "Enter opens what a double click opens";
-         ASSERT_NE(QApplication::activeModalWidget(), nullptr) << "no refresh without a link";
-         Press({Qt::Key_Escape});
+         EXPECT_NE(QApplication::activeModalWidget(), nullptr) << "no refresh without a link";
        }});
 }
 
@@ -132,12 +128,10 @@ TEST_F(Windows, WaveViewsAreArrangedInPixelsAndTheControlsOfALowOneScroll) {
   Run({AddView, AddView, AddView, [](MainModule&) { Shown("frmMain")->resize(1200, 900); },
        [](MainModule& module) { module.main.mnuWindowTileHorizontal.Click(); },
        [&](MainModule&) {
-         auto* strip = views()[2]->findChild<QScrollArea*>();
-         ASSERT_NE(strip, nullptr);
          // The first control is there and the last one can be reached, and neither is squeezed.
          for (const char* name : {"cmdRefresh", "ChkCursorY"}) {
            auto* control = views()[2]->findChild<QWidget*>(name);
-           strip->ensureWidgetVisible(control);
+           views()[2]->findChild<QScrollArea*>()->ensureWidgetVisible(control);
            EXPECT_GE(control->height(), control->sizeHint().height()) << name;
            EXPECT_EQ(control->visibleRegion().boundingRect(), control->rect()) << name;
          }
@@ -159,9 +153,8 @@ TEST_F(Windows, WaveViewsAreArrangedInPixelsAndTheControlsOfALowOneScroll) {
            for (int i = 0; i < 3; ++i) {
              const QRect is = views()[i]->geometry();
              const QRectF place = first.translated(step * i);
-             EXPECT_LE((place.topLeft() - is.topLeft()).manhattanLength(), 2) << i << place.x();
-             EXPECT_LE((place.bottomRight() - is.bottomRight()).manhattanLength(), 3)
-                 << i << place.width();
+             EXPECT_LE((place.topLeft() - is.topLeft()).manhattanLength(), 2) << i;
+             EXPECT_LE((place.bottomRight() - is.bottomRight()).manhattanLength(), 3) << i;
            }
          }
          View(module).BringToFront();
@@ -214,7 +207,6 @@ TEST_F(Windows, TabVisitsTheControllersButtonsAndARefusedRenameGivesTheRootItsNa
        [](MainModule&) {
          const auto& root = *The<QTreeWidget>("DataSheetTree").topLevelItem(0);
          EXPECT_EQ(root.text(0), "Data Sheet") << "behind the message already";
-         Press({Qt::Key_Escape});
        }});
 }
 
@@ -236,9 +228,7 @@ TEST_F(Windows, TheMainWindowFitsASmallScreenWithItsLamp) {
            const QWidget* lamp = Shown(name);
            ASSERT_NE(lamp, nullptr) << name;
            EXPECT_EQ(lamp->visibleRegion().boundingRect(), lamp->rect());
-           const QWidget* more = Shown("qt_toolbar_ext_button");
-           ASSERT_NE(more, nullptr);
-           EXPECT_FALSE(more->geometry().intersects(lamp->geometry()));
+           EXPECT_FALSE(Shown("qt_toolbar_ext_button")->geometry().intersects(lamp->geometry()));
            module.main.picLED_ON.SetVisible(true);
            module.main.picLED_OFF.SetVisible(false);
          }
@@ -284,16 +274,15 @@ TEST_F(Windows, AFileIsDroppedAnywhereOnTheMainWindowButNotBehindADialog) {
   const QString name = home_.filePath(QString::fromUtf8("a \u00e4.cfx"));
   ASSERT_TRUE(QDir().mkdir(name));
   const QByteArray gone = QUrl::fromLocalFile(name).toEncoded();
-  const auto told = [](MainModule&) {
-    QWidget* box = QApplication::activeModalWidget();
-    ASSERT_NE(box, nullptr);
-    EXPECT_TRUE(box->property("text").toString().contains("Is a directory"))
-        << box->property("text").toString().toStdString();
+  const auto told = [&](MainModule&) {
+    ASSERT_NE(QApplication::activeModalWidget(), nullptr);
+    const QString text = QApplication::activeModalWidget()->property("text").toString();
+    EXPECT_TRUE(text.contains("Is a directory")) << text.toStdString();
+    EXPECT_FALSE(drop("frmMain", gone));
     Press({Qt::Key_Escape});
   };
   std::vector<Step> steps{AddView, [&](MainModule& module) {
                             View(module).BestFitChk.SetValue(false);
-                            EXPECT_FALSE(drop("frmMain", "file:///gone/a.txt"));
                             EXPECT_FALSE(drop("ZoomCombo", "file:///gone/a.txt"));
                             EXPECT_FALSE(drop("MdiArea", "http://gone/a.cfx"));
                           }};
@@ -304,11 +293,6 @@ TEST_F(Windows, AFileIsDroppedAnywhereOnTheMainWindowButNotBehindADialog) {
     });
     steps.push_back(told);
   }
-  steps.push_back(Later([](MainModule& module) { module.main.mnuFileNew.Click(); }));
-  steps.push_back([=](MainModule&) {
-    EXPECT_FALSE(drop("frmMain", gone));
-    Press({Qt::Key_Escape});
-  });
   Run(steps);
 }
 
@@ -323,14 +307,12 @@ TEST(Menus, APopupOpensAtItsPlaceWithBarsThatCanBeHiddenAndCaptionsThatFitTheScr
   model.Popup();
   const auto& menu = The<QMenu>("menu");
   EXPECT_EQ(menu.pos(), QPoint(30, 40));
-  EXPECT_TRUE(menu.actions()[1]->isSeparator());
-  EXPECT_TRUE(menu.actions()[3]->isSeparator());
+  EXPECT_TRUE(menu.actions()[1]->isSeparator() && menu.actions()[3]->isSeparator());
   EXPECT_EQ(menu.actions()[3]->text(), "") << "no heading";
   bar.SetVisible(false);
   last.SetCaption("Re&name(" + std::string(1'000'000, 'w') + ")");
   EXPECT_FALSE(menu.actions()[3]->isVisible());
   EXPECT_LT(menu.sizeHint().width() / menu.fontMetrics().horizontalAdvance('w'), 130);
-  ASSERT_NE(menu.actions()[2]->menu(), nullptr);
   first.SetChecked(true);
   EXPECT_TRUE(menu.actions()[2]->menu()->actions()[0]->isChecked());
 }
@@ -355,8 +337,7 @@ TEST(Bind, TextThatAssistiveTechnologySetsCountsAtOnceAndTypedTextOfAListWhenIts
     element->setText(QAccessible::Value, "12");
     element->editableTextInterface()->replaceText(0, 1, "34");
   }
-  EXPECT_EQ(number.Text(), "342");
-  EXPECT_EQ(rate.Text(), "342");
+  EXPECT_EQ(number.Text() + " " + rate.Text(), "342 342");
   EXPECT_EQ(changes, 2);
   QTest::keyClick(&list, Qt::Key_Down);
   EXPECT_EQ(rate.Text(), "300");
