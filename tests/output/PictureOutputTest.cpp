@@ -106,13 +106,12 @@ TEST(PictureOutput, ThePageHasItsOwnZoomWhateverTheViewShows) {
       for (const bool prints : {false, true}) {
         SCOPED_TRACE(zoom);
         view.ZoomCombo.EndEdit(zoom);
-        bench.reports.steps.clear();
         bench.reports.whilePreview = [&] {
           EXPECT_EQ(view.ZoomFactor, 2.0);
           view.ShowReading();
         };
         (prints ? view.cmdPrint : view.cmdPreview).Click();
-        EXPECT_EQ(bench.reports.steps,
+        EXPECT_EQ(std::exchange(bench.reports.steps, {}),
                   (std::vector<std::string>{
                       "report", "page 8.50 11.00 ",
                       prints ? "picture 1.10 2.00 7.28 5.20 " : "picture 0.60 2.00 7.28 5.20 ",

@@ -38,24 +38,23 @@ TEST(Form, ASecondOpeningOfAModalWindowReturnsAtOnce) {
 
 TEST(TreeView, ATreeBuiltAnewIsEnteredWhereItWasLeft) {
   TreeView tree;
-  TreeNode group = kNoNode, row = kNoNode;
-  const auto build = [&](const std::string& value, bool expanded, const std::string& label) {
+  TreeNode group = kNoNode;
+  const auto build = [&](bool expanded, const std::string& label) {
     tree.Clear();
     const TreeNode root = tree.Add(kNoNode, "TX5000", 1);
     group = tree.Add(root, "Trigger", 2);
-    tree.Add(group, "Mode [" + value + "]", 3);
-    row = tree.Add(group, label + " [" + value + "]", 3);
+    tree.Add(group, "Mode [1]", 3);
     tree.SetExpanded(root, true);
     tree.SetExpanded(group, expanded);
+    return tree.Add(group, label, 3);
   };
-  build("1", true, "Level");
-  tree.Select(row);
-  build("2", true, "Level");
+  tree.Select(build(true, "Level [1]"));
+  const TreeNode row = build(true, "Level [2]");
   EXPECT_EQ(tree.ReturnToPlace(), row);
   EXPECT_EQ(tree.Selected(), row) << "a value in brackets is no part of the place";
-  build("3", false, "Level");
+  build(false, "Level [2]");
   EXPECT_EQ(tree.ReturnToPlace(), group) << "the nearest that shows";
-  build("3", true, "Slope");
+  build(true, "Slope [2]");
   EXPECT_EQ(tree.ReturnToPlace(), group) << "the row has gone";
   EXPECT_EQ(tree.Selected(), kNoNode);
 }

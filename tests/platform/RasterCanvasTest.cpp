@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <random>
 #include <tuple>
 
@@ -19,8 +20,9 @@ RasterCanvas Blank(int width, int height) {
   return canvas;
 }
 
-// Rows of a part of what the canvas keeps, '#' where a pixel is set, joined by '/'.
-std::string Show(const RasterCanvas& canvas, const PixelRect& part) {
+// Rows of what the canvas keeps, or of a part of it, '#' where a pixel is set, joined by '/'.
+std::string Show(const RasterCanvas& canvas, std::optional<PixelRect> only = {}) {
+  const PixelRect part = only.value_or(PixelRect{0, 0, canvas.Width(), canvas.Height()});
   std::string shown;
   for (int i = 0; i < part.width * part.height; ++i) {
     if (i > 0 && i % part.width == 0) shown += '/';
@@ -28,10 +30,6 @@ std::string Show(const RasterCanvas& canvas, const PixelRect& part) {
     shown += canvas.Pixels()[y * canvas.Width() + x] == 0xFFFFFFFF ? '#' : '.';
   }
   return shown;
-}
-
-std::string Show(const RasterCanvas& canvas) {
-  return Show(canvas, {0, 0, canvas.Width(), canvas.Height()});
 }
 
 TEST(RasterCanvas, LinesSetTheirPixels) {
