@@ -65,6 +65,11 @@ TEST_F(Windows, F1InADialogOpensItsPageInAHelpWindowThatIsNotBlocked) {
       {[](MainModule& module) { module.main.mnuHelpAbout.Click(); }, "index.html"},
       {[](MainModule& module) { module.main.tbToolBar_ButtonClick("FFT"); }, "fft.html"},
       {[](MainModule& module) { View(module).cmdRefresh.Click(); }, "messages.html"},
+      {[](MainModule& module) {
+         module.main.Tools[11].action();
+         dynamic_cast<frmMeasure&>(*module.sheet.MeasureViews[0]).cmdPassFailed.Click();
+       },
+       "limits.html"},
   };
   std::vector<Step> steps{AddView};
   for (const auto& [open, page] : rows) {
