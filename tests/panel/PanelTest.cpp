@@ -125,13 +125,10 @@ TEST(Panel, AFrameIsAskedForReadAndShownInTheDisplaysColoursUntilItIsFrozen) {
     EXPECT_EQ(Bits(bench.panel.cmdRun.Enabled(), bench.panel.cmdStop.Enabled()), "01");
     bench.panel.cmdStop.Click();
     EXPECT_EQ(Bits(bench.panel.cmdRun.Enabled(), bench.panel.cmdStop.Enabled()), "10");
-    bench.panel.Keys.Press(kPanelKeys[33]);
-    bench.clock.Run(Ms(150));
-    bench.panel.Keys.LetGo(kPanelKeys[33], KeySender::Release::Outside);
     bench.usb.screen = bench.Screen(9);
     bench.module.main.mnuToolsDisconnect.Click();
     bench.clock.Run(Ms(1000));
-    EXPECT_EQ(bench.Sent(), ":KEY:V_POS_INC :KEY:LOCK:ENABLE ");
+    EXPECT_EQ(bench.Sent(), ":KEY:LOCK:ENABLE ");
     EXPECT_EQ(bench.Wrong(operation, bench.Screen(1)), 0);
     EXPECT_TRUE(bench.panel.Visible()) << "a lost connection is noticed while running only";
     bench.Answer(1);
