@@ -44,9 +44,9 @@ struct WaveBench : TransferBench {
 
 TEST(frmWave, OpensWithTheOptionsOfTheRecordAndChangesThem) {
   WaveBench bench;
-  EXPECT_EQ(Bits(bench.view.GridCheck.Value(), bench.view.OptionColor.IsSelected(1)), "11");
-  EXPECT_TRUE(bench.view.OptionCH.IsSelected(0)) << "the only channel that is on";
-  EXPECT_FALSE(bench.sheet.Modified);
+  EXPECT_EQ(Bits(bench.view.GridCheck.Value(), bench.view.OptionColor.IsSelected(1),
+                 bench.view.OptionCH.IsSelected(0), bench.sheet.Modified),
+            "1110");
   bench.view.GridCheck.SetValue(false);
   EXPECT_EQ(Bits(bench.sheet.Modified, bench.Record().GridOn), "10");
   bench.sheet.Modified = false;
@@ -85,8 +85,7 @@ TEST(frmWave, BestFitTakesTheSmallerRatioKeepsItWhenClearedAndShowsNoBar) {
   bench.GiveRoom(1000, 250);
   bench.view.BestFitChk.SetValue(false);
   EXPECT_TRUE(bench.view.ZoomCombo.Enabled());
-  EXPECT_DOUBLE_EQ(bench.view.ZoomFactor, 0.5);
-  EXPECT_EQ(bench.view.WavePic.Width(), 175);
+  EXPECT_EQ(std::pair(bench.view.ZoomFactor, bench.view.WavePic.Width()), std::pair(0.5, 175));
   bench.view.NoteCanvasScale(1);
   for (const int size : {358, 359, 366, 398}) {
     bench.GiveRoom(size, size + 1.0 / 3);
