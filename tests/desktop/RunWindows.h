@@ -41,15 +41,13 @@ inline QWidget* Focus() {
   return window->focusWidget() != nullptr ? window->focusWidget() : window;
 }
 
-inline void Press(std::initializer_list<QKeyCombination> keys) {
+inline void Press(const std::vector<QKeyCombination>& keys) {
   for (const auto& key : keys) QTest::keyClick(Focus(), key.key(), key.keyboardModifiers());
 }
 
 // A step that presses these.
-inline Step Keys(std::initializer_list<QKeyCombination> keys) {
-  return [keys = std::vector(keys)](MainModule&) {
-    for (const auto& key : keys) Press({key});
-  };
+inline Step Keys(const std::vector<QKeyCombination>& keys) {
+  return [keys](MainModule&) { Press(keys); };
 }
 
 // A step that does this from the event loop, as it may open a dialog and wait in it.
