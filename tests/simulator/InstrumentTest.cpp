@@ -36,9 +36,7 @@ TEST(VocabularyTest, AWellFormedCommandIsUnderstood) {
   EXPECT_TRUE(Bench().Send(":DISPLAY:MENU STATUS:OFF;:KEY:LOCK:ENABLE;:KEY:Math;:TRIG%50;:AUTO"));
   // The command, a query asked afterwards, and its answer. Delay and line follow what limits them.
   for (const auto& row : oriolemark::Rows(R"(
-*IDN? | *IDN? | TAVIK TECHNOLOGIES,TX-5102CA,S1009837,01.02.05
 :CHANNEL2:OFFSET:-12.00div | :CHANNEL2:OFFSET:? | -12.00div
-:CHANNEL1:PROBE:1000X | :CHANNEL1:RANGE:? | 1kV
 :TimeBase:TRIGGER DELAY:-140000.0ns | :TimeBase:TRIGGER DELAY:? | -140000.0ns
 :TimeBase:TRIGGER DELAY:-2.8ms;:TimeBase:RANGE:10.00us | :TimeBase:TRIGGER DELAY:? | -140.0us
 :TRIGGER:VIDEO STANDARD:PAL/SECAM;:TRIGGER:LINE_NUM:625;:TRIGGER:VIDEO STANDARD:NTSC

@@ -89,15 +89,14 @@ TEST_F(Program, AnswersOnEachLineThatOpensTakesAHandAndEndsCleanlyWithoutItsCons
 
 // The simulator at its socket, and the GPIB library as a program loads it.
 struct Bus : Program {
-  Bus() : Program("--socket") { store.Write("Drivers", "GpibLibrary", words.Name()); }
+  Bus() : Program("--socket") { store.Write("Drivers", "GpibLibrary", TX5000GPIB_PATH); }
 
   int Open(int address) { return gpib.ibdev(0, address, 0, /* 100 ms */ 9, 1, 0); }
   // The status after the command, and the error where it has one.
   std::string Put(int device, const std::string& text) {
     gpib.ibwrt(device, text);
-    if (gpib.Status().ibsta == 0x100) return "sent";
-    if (gpib.Status().ibsta == 0x8000) return "dead";
-    return "error " + std::to_string(words.Find<int()>("ThreadIberr")());
+    const auto& [sta, error, unused, count] = gpib.Status();
+    return sta == 0x100 ? "sent" : sta == 0x8000 ? "dead" : "error " + std::to_string(error);
   }
   // What one read gives, with what the status words tell behind it.
   std::string Get(int device, std::size_t count) {
@@ -105,7 +104,7 @@ struct Bus : Program {
     gpib.ibrd(device, bytes);
     const int sta = gpib.Status().ibsta;
     if (sta == 0x8000) return "dead";
-    bytes.resize(static_cast<std::size_t>(words.Find<long()>("ThreadIbcntl")()));
+    bytes.resize(static_cast<std::size_t>(gpib.Status().ibcntl));
     return bytes + (sta == 0xC100 ? "|TIMO" : sta == 0x2100 ? "|END" : "");
   }
   std::string Ask(int device, const std::string& text, std::size_t count) {
@@ -115,7 +114,6 @@ struct Bus : Program {
 
   MemoryStore store;
   LibraryGpib gpib{store};
-  const SharedLibrary words{{TX5000GPIB_PATH}, {}};
 };
 
 TEST_F(Bus, GpibRepliesComeInPiecesAndADeadHandleStaysDead) {
