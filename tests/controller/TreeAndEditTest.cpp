@@ -5,20 +5,6 @@
 namespace oriolemark {
 namespace {
 
-// Methods, the leaves of the Trigger group, and these after Set Trig to 50%.
-const char* const kTriggers = R"(
-EDGE | Method [EDGE], Slope [RISING], Source [CH1], Mode [AUTO], Coupling [DC], Level [0.00div]
-  | Method [EDGE], Slope [RISING], Source [CH1], Mode [AUTO], Coupling [DC], Level [1.00div]
-PULSE | Method [PULSE], Source [CH1], Pulse mode [+LESS THAN],
-  Pulse width [1us], Mode [AUTO], Coupling [DC], Level [0.00div]
-  | Method [PULSE], Source [CH1], Pulse mode [+LESS THAN],
-  Pulse width [1us], Level [1.00div], Coupling [DC], Level [0.00div]
-VIDEO | Method [VIDEO], Source [CH1], Polarity [POSITIVE], Sync [LINE], Line number [1],
-  Video Standard []
-  | Method [VIDEO], Source [CH1], Polarity [POSITIVE], Sync [LINE], Line number [1], Level [1.00div]
-- | Method [], Source [CH1] | Method [], Source [CH1]
-)";
-
 TEST(CtrlTree, NewDocumentShowsEachGroupInItsOrderAndAReopenedPaneKeepsTheDocument) {
   ControllerBench bench;
   const auto groups = Rows(R"(
@@ -64,7 +50,15 @@ Virtual Panel | -
 }
 
 TEST(CtrlTree, TriggerGroupFollowsTheMethodAndTrig50WritesItsFixedPlace) {
-  for (const auto& row : Rows(kTriggers)) {
+  // The method, the leaves of the Trigger group, and which of them is the level afterwards.
+  for (const auto& row : Rows(R"(
+EDGE | Method [EDGE], Slope [RISING], Source [CH1], Mode [AUTO], Coupling [DC], Level [0.00div] | 5
+PULSE | Method [PULSE], Source [CH1], Pulse mode [+LESS THAN],
+  Pulse width [1us], Mode [AUTO], Coupling [DC], Level [0.00div] | 4
+VIDEO | Method [VIDEO], Source [CH1], Polarity [POSITIVE], Sync [LINE], Line number [1],
+  Video Standard [] | 5
+- | Method [], Source [CH1] | -
+)")) {
     SCOPED_TRACE(row[0]);
     ControllerBench bench;
     bench.Connect();
@@ -72,14 +66,13 @@ TEST(CtrlTree, TriggerGroupFollowsTheMethodAndTrig50WritesItsFixedPlace) {
     bench.settings.TrigMethod = row[0];
     bench.controller.BuildCtrlTree();
     EXPECT_EQ(bench.Joined("Trigger"), row[1]);
+    auto leaves = bench.Leaves("Trigger");
+    if (!row[2].empty()) leaves.at(std::stoul(row[2])) = "Level [1.00div]";
     bench.DoubleClick(bench.Node("Running Control", "Set Trig to 50%"));
     EXPECT_EQ(bench.Sent(), ":TRIG%50;:TRIGGER:LEVEL:?");
-    EXPECT_EQ(bench.Joined("Trigger"), row[2]);
+    EXPECT_EQ(bench.Leaves("Trigger"), leaves);
     EXPECT_EQ(bench.settings.TrigLevel + bench.settings.TrigMode, "1.00divAUTO");
     EXPECT_FALSE(bench.document.CtrlChanged);
-    bench.controller.BuildCtrlTree();
-    static const std::regex kOldLevel("0\\.00div");
-    EXPECT_EQ(bench.Joined("Trigger"), std::regex_replace(row[1], kOldLevel, "1.00div"));
   }
 }
 
@@ -132,10 +125,8 @@ CH2 | Volt/Div | EDGE; CH1Probe=1X; CH2Probe=5X | 0 | - | :CHANNEL2:RANGE: | =
 CH# | Offset | EDGE | 601 12.00div..0.00div..-12.00div | -12.00div | :CHANNEL#:OFFSET: | =
 CH# | Coupling | EDGE | 2 DC,AC | DC | :CHANNEL#:COUPLING: | =
 CH# | BW Limit | EDGE | 2 ON,OFF | ON | :CHANNEL#:BWLimit: | =
-CH1 | Probe | EDGE | 4 1X,10X,100X,1000X | 10X | :CHANNEL1:PROBE:10X;:CHANNEL1:RANGE:?
-  | Volt/Div [abCH1VoltDiv], Probe [10X]
-CH2 | Probe | EDGE | 4 1X,10X,100X,1000X | 10X | :CHANNEL2:PROBE:10X;:CHANNEL2:RANGE:?
-  | Volt/Div [abCH2VoltDiv], Probe [10X]
+CH# | Probe | EDGE | 4 1X,10X,100X,1000X | 10X | :CHANNEL#:PROBE:10X;:CHANNEL#:RANGE:?
+  | Volt/Div [abCH#VoltDiv], Probe [10X]
 Trigger | Slope | EDGE | 2 RISING,FALLING | FALLING | :TRIGGER:SLOPE: | =
 Trigger | Source | EDGE | 5 CH1,CH2,EXT,EXT5,AC | AC | :TRIGGER:Source: | =
 Trigger | Mode | EDGE | 3 AUTO,NORMAL,SINGLE | SINGLE | :TRIGGER:MODE: | =
@@ -156,7 +147,6 @@ Time Base | Time/Div | EDGE | 33 1.000ns..200.0us..50.00s | 20.00us
   | :TimeBase:RANGE:20.00us;:TimeBase:RANGE:?;@;:DISPLAY:TYPE:? | Time/Div [50.00us], *,
   Type [^DisplayType]
 Time Base | Delay | EDGE | typed | 5e-4 | :TimeBase:RANGE:?;:TimeBase:TRIGGER DELAY:0.5ms;@ | *
-Time Base | Delay | EDGE | typed | -1 | :TimeBase:RANGE:?;:TimeBase:TRIGGER DELAY:-700000.0ns;@ | *
 Time Base | Delay | EDGE | typed | 1.5 | :TimeBase:RANGE:?;:TimeBase:TRIGGER DELAY:1s;@ | *
 Time Base | Holdoff | EDGE | typed | 1e-6 | :TimeBase:Holdoff:1.0us;@ | *
 Time Base | Format | EDGE | 2 Y-T,X-Y | Y-T | :TimeBase:FORMAT:Y-T;:TimeBase:FORMAT:?;@ | *,
@@ -280,9 +270,6 @@ TEST(EditDialog, ANumberWithItsUnitKeyGoesOutAsATimeAndAnythingElseStays) {
       if (!refused) bench.clock.UserAfter(Milliseconds(30), [&] { button.Click(); });
       button.Click();
       EXPECT_EQ(dialog.Loaded(), refused);
-      if (refused) {
-        EXPECT_EQ(dialog.inputTxt.Text(), row[0]);
-      }
     });
     EXPECT_EQ(bench.document.CtrlChanged, !refused);
     EXPECT_EQ(bench.Sent(), refused ? "" : ":TimeBase:Holdoff:" + row[2] + ";" + kTimeBaseAsked);
