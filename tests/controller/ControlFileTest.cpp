@@ -1,9 +1,5 @@
 #include <gtest/gtest.h>
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <csignal>
 
@@ -233,33 +229,17 @@ TEST_F(ControlFile, SavingFollowsLinksKeepsTheModeAndTellsAFailureThatTheOldFile
   std::signal(SIGXFSZ, handler);
   syncError = EIO;
   save(target, "Input/output error");
-  EXPECT_EQ(Bytes(target), "old");
   EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 4);
+  fs::create_directories(folder + "/.target.saving/taken");
+  save(target, "File exists");
+  EXPECT_EQ(Bytes(target), "old") << "only a folder that takes no files leads to a write in place";
+  fs::remove_all(folder + "/.target.saving");
 
   chmod(target.c_str(), 0666);
   chmod(folder.c_str(), 0555);
   AsNobody([&] { save(target, "Input/output error"); });
   EXPECT_EQ(Bytes(target), text) << "in place";
   chmod(folder.c_str(), 0777);
-}
-
-// On a disk of its own that has room for this one file, where the test may make such a disk.
-TEST_F(ControlFile, OnADiskWithNoRoomForAnotherFileTheOldOneStays) {
-  const pid_t child = fork();
-  if (child == 0) {
-    const bool made = unshare(CLONE_NEWNS) == 0 &&
-                      mount("", "/", "", MS_REC | MS_PRIVATE, nullptr) == 0 &&
-                      mount("test", folder.c_str(), "tmpfs", 0, "nr_inodes=2") == 0;
-    if (!made) _exit(2);
-    Put(path, "old");
-    WriteControlFile(path, Named("v"), bench.prompts, [](std::FILE*) { return true; });
-    const bool told = bench.Told() == std::vector<std::string>{"No space left on device"};
-    _exit(told && Bytes(path) == "old" ? 0 : 1);
-  }
-  int status = 0;
-  waitpid(child, &status, 0);
-  if (WEXITSTATUS(status) == 2) GTEST_SKIP() << "no right to mount";
-  EXPECT_EQ(status, 0);
 }
 
 TEST_F(ControlFile, RecentOnesComeInOrderWithoutRepeatAndTheFifthDrops) {
@@ -278,7 +258,6 @@ a b | a b; || a b | a b; || ä & c | ä & c;a b; || d | d;ä & c;a b;
 )")) {
     bench.controller.OpenCtrl(row[0]);
     EXPECT_EQ(stored(), row[1]);
-    EXPECT_TRUE(root.Enabled());
   }
   bench.prompts.shown.clear();
   EXPECT_EQ(root.submenu[0]->Caption(), "ä && c");
