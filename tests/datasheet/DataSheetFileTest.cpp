@@ -102,18 +102,10 @@ TEST_F(DataSheetFile, OfTheManualHoldsEveryFieldInItsPlaceAndIsWrittenAgainByteF
   EXPECT_EQ(Bits(m.HasData, m.Values[0].Enabled, m.Values[1].Enabled, d.HasData), "1101");
 }
 
-TEST_F(DataSheetFile, HoldsAnySheet) {
-  for (int i = 0; i < 50; ++i) {
-    const std::string saved = Joined(AnySheet());
-    ASSERT_EQ(Read(saved), saved) << "sheet " << i;
-  }
-  EXPECT_TRUE(prompts.shown.empty());
-}
-
-TEST_F(DataSheetFile, CutAtAnyByteKeepsOldFieldsAndZeroesSamples) {
+TEST_F(DataSheetFile, WholeOrCutAtAnyByteKeepsOldFieldsAndZeroesSamples) {
   const auto oldLines = AnySheet(), lines = AnySheet();
   const std::string whole = Joined(lines);
-  for (std::size_t length = 38; length <= whole.size(); length += 3) {
+  for (std::size_t length = whole.size(); length >= 38; length -= 3) {
     Read(Joined(oldLines));
     const std::string part = whole.substr(0, length);
     const auto now = Lines(Read(part));
