@@ -19,18 +19,16 @@ void Open(ProgramBench& bench, const std::function<void(frmOptions&)>& work) {
 }
 
 // Section and key of each option, what a first run stores of it and what the work below does.
-using Key = std::pair<std::string, std::string>;
-const std::tuple<Key, const char*, const char*> kStored[] = {
-    {{"IO Settings", "ScopeIOType"}, "0", "1"},
-    {{"IO Settings", "COM_Port"}, "1", "2"},
-    {{"IO Settings", "GPIB_Addr"}, "7", "30"},
-    {{"Refresh", "Refresh Type"}, "Single", "Auto"},
-    {{"Refresh", "Refresh Interval"}, "100", "250"},
-    {{"IO Settings", "BaudRate"}, "9600", "fast"},
-    {{"General", "StartupCheckHardware"}, "False", "True"},
-    {{"General", "StartupLoadSheet"}, "False", "True"},
-    {{"General", "StartupLoadCtrl"}, "False", "True"},
-};
+const auto kStored = Rows(R"(
+IO Settings | ScopeIOType | 0 | 1 || IO Settings | COM_Port | 1 | 2
+IO Settings | GPIB_Addr | 7 | 30 || Refresh | Refresh Type | Single | Auto
+Refresh | Refresh Interval | 100 | 250 || IO Settings | BaudRate | 9600 | fast
+General | StartupCheckHardware | False | True || General | StartupLoadSheet | False | True
+General | StartupLoadCtrl | False | True
+)");
+std::string& ValueIn(ProgramBench& bench, const std::vector<std::string>& stored) {
+  return bench.store.values[{stored[0], stored[1]}];
+}
 
 TEST(Options, ReachTheStoreWithOkAndNotWithCancel) {
   for (const bool ok : {true, false}) {
@@ -52,9 +50,7 @@ TEST(Options, ReachTheStoreWithOkAndNotWithCancel) {
       (ok ? options.cmdOK : options.cmdCancel).Click();
       EXPECT_EQ(bench.module.preferences.link.UsbDevice, ok ? 2 : 0);
     });
-    for (const auto& [key, before, after] : kStored) {
-      EXPECT_EQ(bench.store.values[key], ok ? after : before) << key.second;
-    }
+    for (const auto& row : kStored) EXPECT_EQ(ValueIn(bench, row), row[ok ? 3 : 2]) << row[1];
   }
 }
 
@@ -69,7 +65,7 @@ TEST(Options, ShowWhatTheStoreHoldsAndCanBeConfirmedAsTheyStand) {
     SCOPED_TRACE(row[0] + row[1] + row[2] + row[3]);
     ProgramBench bench;
     bench.usb.devices = 0;
-    for (std::size_t i = 0; i < 5; ++i) bench.store.values[std::get<Key>(kStored[i])] = row[i];
+    for (std::size_t i = 0; i < 5; ++i) ValueIn(bench, kStored[i]) = row[i];
     Open(bench, [&](frmOptions& options) {
       EXPECT_EQ(std::to_string(options.PortSelectOption.Selected()), row[5]);
       EXPECT_EQ(options.PortCombo.Text(), row[6]);
@@ -80,9 +76,7 @@ TEST(Options, ShowWhatTheStoreHoldsAndCanBeConfirmedAsTheyStand) {
       options.IntervalCombo.EndEdit("soon");  // no number: the old one stays
       options.cmdOK.Click();
     });
-    for (std::size_t i = 0; i < 5; ++i) {
-      EXPECT_EQ(bench.store.values[std::get<Key>(kStored[i])], row[i + 9]) << i;
-    }
+    for (std::size_t i = 0; i < 5; ++i) EXPECT_EQ(ValueIn(bench, kStored[i]), row[i + 9]) << i;
   }
 }
 
