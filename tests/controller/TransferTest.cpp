@@ -121,7 +121,6 @@ const Trouble kTroubles[] = {
     {"an edit",
      [](Bench& bench) {
        bench.Edit(bench.Node("Display", "Grid"), [&bench] { bench.Confirm("HALF"); });
-       EXPECT_NE(bench.port.written.find(":DISPLAY:GRID:HALF\r"), std::string::npos);
      },
      1},
     {"New", [](Bench& bench) { bench.controller.mnuNewCtrl.Click(); }},
@@ -149,11 +148,9 @@ TEST(SettingsTransfer, EndsInOrderWhateverHappensMeanwhile) {
         continue;
       }
       const auto failures = static_cast<long>(bench.Told().size());
-      EXPECT_EQ(failures >= 20, !bench.port.fails.empty());
-      EXPECT_EQ(failures > 0, !bench.port.fails.empty());
+      EXPECT_TRUE(bench.port.fails.empty() ? failures == 0 : failures >= 20) << failures;
       EXPECT_EQ(std::ranges::count(bench.Sent(), ';') + 1 + failures, commands + trouble.extra);
-      const bool changed = !upload || trouble.extra > 0;
-      EXPECT_EQ(bench.document.CtrlChanged, changed);
+      EXPECT_EQ(bench.document.CtrlChanged, !upload || trouble.extra > 0);
       bench.port.fails.clear();
       bench.controller.mnuConnect.Click();
       bench.controller.cmdDownload.Click();
@@ -169,30 +166,27 @@ TEST(SettingsTransfer, AMessageThatComesAgainInOneTransferCanBeMutedUntilItsEnd)
   bench.module.browser.files.AddWaveItem();
   bench.clock.Run(Milliseconds(10));
   bench.module.preferences.refresh = {.RefreshType = "Auto", .RefreshInterval = 100};
-  const Message lost{.systemText = "Input/output error",
-                     .title = "RS232 Send Message",
-                     .icon = MessageIcon::Exclamation};
-  Message again = lost, other = lost;
-  other.systemText = "Another error";
-  Message otherAgain = other;
-  again.mayMute = otherAgain.mayMute = true;
   Button &download = bench.controller.cmdDownload, &refresh = bench.wave->cmdRefresh;
   for (Button* command : {&download, &download, &refresh, &refresh}) {
     bench.settings.CH1Display = "ON";
     bench.wave->OptionCH.Select(0);
-    bench.port.fails = lost.systemText;
+    bench.port.fails = "lost";
     bench.prompts.AnswerNext(MessageAnswer::Ok);
     bench.prompts.AnswerNext(MessageAnswer::OkAndMute);
-    bench.At(7000, [&] { bench.port.fails = other.systemText; });
+    bench.At(7000, [&] { bench.port.fails = "other"; });
     // A refresh of three readings; a download has ended by then.
     bench.At(60000, [&] {
       if (bench.module.Refreshing().WaveAutoRefresh) command->Click();
     });
     command->Click();
     EXPECT_EQ(std::ranges::count(bench.prompts.shown, false, &Message::mayMute), 2);
-    bench.prompts.shown.resize(4);
-    EXPECT_EQ(std::exchange(bench.prompts.shown, {}),
-              (std::vector{lost, again, other, otherAgain}));
+    std::string first;
+    for (int i = 0; i < 4; ++i) {
+      const Message& message = bench.prompts.shown.at(i);
+      first += message.systemText + (message.mayMute ? " again;" : ";");
+    }
+    EXPECT_EQ(first, "lost;lost again;other;other again;");
+    bench.prompts.shown.clear();
     bench.ExpectRest();
   }
 }
