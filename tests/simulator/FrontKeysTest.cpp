@@ -10,7 +10,7 @@ namespace {
 TEST(FrontKeysTest, AKeyChangesItsSettingWithinItsLimitsAndASoftKeyThatOfItsEntry) {
   // Commands before, a query, and keys with the answer behind each.
   for (const auto& row : Rows(R"(
-:TimeBase:RANGE:5.000ms | :TimeBase:RANGE | AUTO=200.0us || - | :TimeBase:RANGE | H_SCALE_DEC=100.0us
+:TimeBase:RANGE:5.000ms | :TimeBase:RANGE | AUTO=200.0us;H_SCALE_DEC=100.0us
 :KEY:CH2 | :CHANNEL2:DISPLAY | CH_OFF=OFF;CH2=ON || - | :TimeBase:TRIGGER DELAY | H_POS_INC=20.00us
 :CHANNEL1:DISPLAY:OFF | :CHANNEL1:DISPLAY | CH1=ON || - | :CHANNEL1:OFFSET | V_POS_INC=2.20div
 :TimeBase:RANGE:1.000ns | :TimeBase:RANGE | H_SCALE_DEC=1.000ns || - | :TRIGGER:STATUS | RUN=STOP
@@ -52,12 +52,15 @@ TEST(FrontKeysTest, AKeyChangesItsSettingWithinItsLimitsAndASoftKeyThatOfItsEntr
 
 TEST(FrontKeysTest, AMenuKeyOpensItsOwnMenuAndClosesIt) {
   std::set<std::vector<std::uint8_t>> menus;
-  const auto keys = Split(
-      "ACQUIRE CH1 CH2 CURSOR DISPLAY Math MEASURE MNU_TIME MNU_TRIG REF STORAGE UTILITY", ' ');
-  for (const std::string& key : keys) {
+  for (const std::string& key :
+       Split("ACQUIRE CH1 CH2 CURSOR DISPLAY Math MEASURE MNU_TIME MNU_TRIG REF STORAGE UTILITY",
+             ' ')) {
     Bench bench;
     const auto picture = [&](const std::string& commands) {
-      EXPECT_TRUE(bench.Send(commands + ";:HARD_COPY")) << commands;
+      const auto before = bench.instrument.ScreenMemory();
+      EXPECT_TRUE(bench.Send(commands)) << commands;
+      EXPECT_EQ(bench.instrument.ScreenMemory(), before) << "it holds until the next copy";
+      bench.Send(":HARD_COPY");
       return bench.instrument.ScreenMemory();
     };
     const std::string press = ":KEY:" + key;
@@ -67,7 +70,6 @@ TEST(FrontKeysTest, AMenuKeyOpensItsOwnMenuAndClosesIt) {
     EXPECT_EQ(picture(press), closed) << key;
     EXPECT_EQ(picture((key == "REF" ? ":KEY:Math;" : ":KEY:REF;") + press), open) << key;
   }
-  EXPECT_EQ(menus.size(), keys.size());
 }
 
 }  // namespace

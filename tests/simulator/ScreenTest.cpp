@@ -41,16 +41,6 @@ TEST(ScreenTest, ATraceLiesWhereABlockPutsItsSamples) {
   }
 }
 
-TEST(ScreenTest, APictureHoldsUntilTheNextCopy) {
-  Screen screen;
-  screen.Send(":HARD_COPY");
-  const auto before = screen.instrument.ScreenMemory();
-  screen.Send(":KEY:H_SCALE_INC;:STOP");
-  EXPECT_EQ(screen.instrument.ScreenMemory(), before);
-  screen.Send(":HARD_COPY");
-  EXPECT_NE(screen.instrument.ScreenMemory(), before);
-}
-
 TEST(ScreenTest, MarksAreWhereTheirSettingsPutThem) {
   // Commands, then one dot: its ink in hexadecimal, column and row.
   for (const auto& row : Rows(R"(
