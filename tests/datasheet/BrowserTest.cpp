@@ -164,14 +164,12 @@ TEST_F(Browser, SixteenItemsOfAKindFitASheetAndNoneWithoutOne) {
   EXPECT_EQ(Bits(tools[10].Enabled(), tools[11].Enabled(), tools[12].Enabled()), "000");
 }
 
-TEST_F(Browser, ANewSheetNumbersFromZeroAndItsMeasuresKeepThreeTestSwitches) {
+TEST_F(Browser, TheMeasuresOfANewSheetKeepThreeTestSwitches) {
   prompts.toSave = MessageAnswer::No;
   for (const std::string switches : {"000000000000000000", "000000000000000111"}) {
     browser.mnuNewDataSheet_Click();
-    for (const ItemKind kind : kTreeOrder) Add(kind, 1);
-    std::string names, switched;
-    for (const TreeNode node : tree.Children(sheet.SheetNode)) names += tree.Text(node) + " ";
-    EXPECT_EQ(names, "Wave0 Measure0 Data0 ");
+    Add(ItemKind::Measure, 1);
+    std::string switched;
     for (MeasureValue& value : sheet.Measures[0].Values) {
       switched += value.Enabled ? '1' : '0';
       value.Enabled = true;
@@ -180,7 +178,7 @@ TEST_F(Browser, ANewSheetNumbersFromZeroAndItsMeasuresKeepThreeTestSwitches) {
   }
 }
 
-TEST_F(Browser, ALabelEditNamesTheItemAndItsViewButNotTheRoot) {
+TEST_F(Browser, ALabelEditNamesAllButTheRootAndTheMenuFitsTheSelectedNode) {
   Add(ItemKind::Wave, 1);
   sheet.Modified = false;
   for (const bool isRoot : {true, false}) {
@@ -194,10 +192,6 @@ TEST_F(Browser, ALabelEditNamesTheItemAndItsViewButNotTheRoot) {
     EXPECT_EQ(sheet.Modified, !isRoot);
     EXPECT_EQ(Told().size(), isRoot ? 1u : 0u);
   }
-}
-
-TEST_F(Browser, TheMenuFitsTheSelectedNode) {
-  Add(ItemKind::Wave, 1);
   const std::string file = "&New Data Sheet|&Open Data Sheet|&Save Data Sheet|Sa&ve Data Sheet As|";
   const auto with = [&](const std::string& name) {
     return file + "&Add New|Re&name(" + name + ")|-|&Remove(" + name + ")|-|So&rted|";
