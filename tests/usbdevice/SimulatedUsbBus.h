@@ -30,8 +30,7 @@ class SimulatedUsbDevice {
     path_ = "/sys/devices/usb" + std::to_string(number);
     umockdev_testbed_uevent(bed_, path_.c_str(), "add");
     handler_ = umockdev_ioctl_base_new();
-    g_signal_connect(handler_, "handle-ioctl", G_CALLBACK(&SimulatedUsbDevice::HandleRequest),
-                     this);
+    g_signal_connect(handler_, "handle-ioctl", G_CALLBACK(&HandleRequest), this);
     umockdev_testbed_attach_ioctl(bed_, node_.c_str(), handler_, nullptr);
   }
   ~SimulatedUsbDevice() {
@@ -89,8 +88,8 @@ class SimulatedUsbDevice {
     Transfer transfer{.urb = Resolve(argument, 0, sizeof(usbdevfs_urb))};
     const auto size = static_cast<std::size_t>(transfer.Urb().buffer_length);
     transfer.buffer = Resolve(transfer.urb.get(), offsetof(usbdevfs_urb, buffer), size);
-    const bool control = transfer.Urb().type == USBDEVFS_URB_TYPE_CONTROL;
-    const bool ended = control ? Control(transfer) : Bulk(transfer);
+    const bool ended =
+        transfer.Urb().type == USBDEVFS_URB_TYPE_CONTROL ? Control(transfer) : Bulk(transfer);
     (ended ? ready_ : pending_).push_back(transfer);
     return 0;
   }

@@ -40,8 +40,7 @@ TEST_F(UsbDeviceTest, InstrumentsAreCountedByTheirIdsAndNumberedByTheirPlaces) {
   EXPECT_FALSE(driver.Write_USB(0, 'a'));
   for (const int count : {1, 2, 3}) {
     Plug();
-    LibusbDriver fresh(kIds);
-    EXPECT_EQ(fresh.GetDeviceNum(), count);
+    EXPECT_EQ(LibusbDriver(kIds).GetDeviceNum(), count);
   }
   LibusbDriver all(kIds);
   for (const int device : {2, 0, 1, 2, -1, 3}) {
@@ -51,7 +50,7 @@ TEST_F(UsbDeviceTest, InstrumentsAreCountedByTheirIdsAndNumberedByTheirPlaces) {
   EXPECT_EQ(devices[0].written + devices[1].written + devices[2].written, "0122");
 }
 
-TEST_F(UsbDeviceTest, CommandsAndRepliesOfEverySizeComeThrough) {
+TEST_F(UsbDeviceTest, CommandsAndRepliesOfEverySizeComeThroughAndSilenceIsOvercome) {
   SimulatedUsbDevice& device = Plug();
   for (const char c : std::string("*IDN?\r")) {
     EXPECT_TRUE(driver.Write_USB(0, static_cast<std::uint8_t>(c)));
@@ -70,6 +69,12 @@ TEST_F(UsbDeviceTest, CommandsAndRepliesOfEverySizeComeThrough) {
     EXPECT_EQ(read, reply);
   }
   EXPECT_FALSE(driver.Read_USB(0, 1, 258, buffer));
+  device.silent = true;
+  EXPECT_FALSE(driver.Write_USB(0, 'a'));
+  EXPECT_EQ(driver.Problem(), "The instrument does not answer. Switch it off and on.");
+  device.silent = false;
+  EXPECT_TRUE(driver.Write_USB(0, 'b'));
+  EXPECT_EQ(device.written, "*IDN?\rb");
 }
 
 TEST_F(UsbDeviceTest, ScreenComesWholeThroughAPause) {
@@ -85,16 +90,6 @@ TEST_F(UsbDeviceTest, ScreenComesWholeThroughAPause) {
   device.screen = "short";
   EXPECT_FALSE(driver.Bulk_DataTransfer_Read(0, kScreenSize, screen));
   EXPECT_EQ(std::string(screen.begin(), screen.end()), picture) << "the last picture stays";
-}
-
-TEST_F(UsbDeviceTest, SilenceIsToldAndOvercome) {
-  SimulatedUsbDevice& device = Plug();
-  device.silent = true;
-  EXPECT_FALSE(driver.Write_USB(0, 'a'));
-  EXPECT_EQ(driver.Problem(), "The instrument does not answer. Switch it off and on.");
-  device.silent = false;
-  EXPECT_TRUE(driver.Write_USB(0, 'b'));
-  EXPECT_EQ(device.written, "b");
 }
 
 TEST_F(UsbDeviceTest, UnpluggedInstrumentFailsEachOperationAndAnswersWhenItIsBack) {
