@@ -46,10 +46,7 @@ const auto kFloors = oriolemark::Rows(R"(
 // Of the folders that are read, the sources of the core.
 const std::regex kCore(R"((?!main\.cpp|desktop/|drivers/|simulator/(program|shims)/).*\.(h|cpp))");
 
-constexpr char kCode[] = "$1";
-constexpr char kCodeWithoutLiterals[] = " ";
-
-// Replaces each literal, which is $1, and each comment. A mark behind a digit parts thousands.
+// Replaces each literal, which is "$1", and each comment. A mark behind a digit parts thousands.
 std::string Strip(const std::string& source, const char* replacement) {
   static const std::regex kLiteralOrComment(
       R"x((R"(\w*)\([\s\S]*?\)\2"|"(?:\\.|[^"\\\n])*"|[0-9]'|'(?:\\.|[^'\\\n])+'))x"
@@ -60,14 +57,14 @@ std::string Strip(const std::string& source, const char* replacement) {
 // What is included, standard headers with their "<" in front.
 std::vector<std::string> IncludesOf(const std::string& source) {
   static const std::regex kInclude(R"(#[ \t]*include[ \t]*"?(<?[^>"\n]*))");
-  const std::string code = Strip(source, kCode);
+  const std::string code = Strip(source, "$1");
   return {std::sregex_token_iterator(code.begin(), code.end(), kInclude, 1), {}};
 }
 
 // The first of the words above that the code uses, or nothing.
 std::string ForbiddenWordIn(const std::string& source) {
   static const std::regex kWord(R"(([.>]?)\b([A-Za-z_]\w*)(?:\s*(\())?)");
-  const std::string code = Strip(source, kCodeWithoutLiterals);
+  const std::string code = Strip(source, " ");
   for (std::sregex_iterator match(code.begin(), code.end(), kWord), end; match != end; ++match) {
     const std::string word = match->str(2);
     const std::string call = match->str(1) + word + match->str(3);

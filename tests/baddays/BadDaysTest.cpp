@@ -176,9 +176,7 @@ const Trouble kTroubles[] = {
     {"garbage", kBefore, Fault("garbage"), kStale},
     // A digit that cannot be read takes its neighbour's place.
     {"NUL bytes", kBefore, Fault("nul"), {600, -9, -10, 50, 37}},
-    {"no line end", kBefore, Fault("no-lf"), kStale},
     {"more samples than announced", kBefore, Fault("long-block"), {600, 87, 87, 50, 125}},
-    {"each line twice", kBefore, Fault("double"), kWhole},
     {"size 0", kBefore, Size("0\n"), {0, 113, 113, 76, 37}},
     {"size -5", kBefore, Size("-5\n"), {-5, 113, 113, 76, 37}},
     {"size 2147483647", kBefore, Size("2147483647\n"), {2147483647, 87, 87, 50, 11}},

@@ -33,7 +33,7 @@ struct Picture : LinkedBench {
                                        ":TimeBase:RANGE:" + time, ":TRIGGER:Source:CH" + channel}) {
       instrument.Execute(command);
     }
-    rolls = time == "200.0ms" && random() % 2 == 0;
+    const bool rolls = time == "200.0ms" && random() % 2 == 0;
     if (rolls) instrument.Turn(":TimeBase:SCAN", "ON");
     instrument.Advance(std::chrono::milliseconds(random() % 9000));
     instrument.Execute(":STOP");
@@ -59,9 +59,8 @@ struct Picture : LinkedBench {
   }
   std::mt19937 random;
   std::string kind, channel;
-  double rows, row;     // from the middle to the peak, and volts of one
-  double period, step;  // seconds, and those between two samples of the table
-  bool rolls;
+  double rows, row;           // from the middle to the peak, and volts of one
+  double period, step;        // seconds, and those between two samples of the table
   std::vector<double> trace;  // volts of the samples of the table
 };
 

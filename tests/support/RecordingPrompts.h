@@ -15,9 +15,8 @@
 namespace oriolemark {
 
 inline void PrintTo(const Message& message, std::ostream* out) {
-  *out << ::testing::PrintToString(message.text + message.systemText) << " under " << message.title
-       << ", icon " << static_cast<int>(message.icon) << ", buttons "
-       << static_cast<int>(message.buttons) << (message.mayMute ? ", may be muted" : "");
+  *out << message.title << ": " << ::testing::PrintToString(message.text + message.systemText)
+       << static_cast<int>(message.icon) << static_cast<int>(message.buttons) << message.mayMute;
 }
 
 inline Message Warning(const std::string& text, const std::string& title = kApplicationTitle) {
