@@ -66,26 +66,22 @@ TEST(ScreenTest, MarksAreWhereTheirSettingsPutThem) {
   }
 }
 
-// The entries of the menu, which each take 40 rows.
-std::vector<std::vector<int>> MeasuresOf(const std::string& signal) {
-  Screen screen;
-  screen.instrument.Turn("SIGNAL1", signal);
-  screen.Send(":KEY:MEASURE;:HARD_COPY");
-  std::vector<std::vector<int>> entries(5);
-  for (int y = 19; y < 219; ++y) {
-    for (int x = tx5000::kMenuLeft; x < tx5000::kScreenWidth; ++x) {
-      entries[static_cast<std::size_t>((y - 19) / 40)].push_back(screen.InkAt(x, y));
+TEST(ScreenTest, TheMeasureMenuFollowsTheSignal) {
+  // The looks of Vpp and Freq, which are its second and third entry of 40 rows each.
+  std::vector<std::vector<int>> looks;
+  for (const char* const signal : {"sine 1000 1", "sine 1000 1.5", "sine 2000 1"}) {
+    Screen screen;
+    screen.instrument.Turn("SIGNAL1", signal);
+    screen.Send(":KEY:MEASURE;:HARD_COPY");
+    for (int entry = 0; entry < 2; ++entry) {
+      auto& inks = looks.emplace_back();
+      for (int i = 0; i < 40 * 60; ++i) {
+        inks.push_back(screen.InkAt(tx5000::kMenuLeft + i % 60, 59 + 40 * entry + i / 60));
+      }
     }
   }
-  return entries;
-}
-
-TEST(ScreenTest, TheMeasureMenuFollowsTheSignal) {
-  const auto one = MeasuresOf("sine 1000 1"), higher = MeasuresOf("sine 1000 1.5"),
-             faster = MeasuresOf("sine 2000 1");
-  // Vpp and Freq.
-  EXPECT_EQ(Bits(one[1] == higher[1], one[2] == higher[2]), "01");
-  EXPECT_EQ(Bits(one[1] == faster[1], one[2] == faster[2]), "10");
+  EXPECT_EQ(Bits(looks[0] == looks[2], looks[1] == looks[3]), "01");
+  EXPECT_EQ(Bits(looks[0] == looks[4], looks[1] == looks[5]), "10");
 }
 
 }  // namespace
