@@ -100,21 +100,19 @@ TEST_F(UsbDeviceTest, UnpluggedInstrumentFailsEachOperationAndAnswersWhenItIsBac
       [&] { return driver.Control_Command_Send(0, 8, 0, 80); },
       [&] { return driver.Bulk_DataTransfer_Read(0, kScreenSize, screen); }};
   for (const auto& operation : operations) {
-    for (const int transfers : {1, 3}) {
-      device.reply = std::string(10, 'x');
-      device.screen = std::string(kScreenSize, 'y');
-      device.transfersLeft = 1'000'000;
-      EXPECT_TRUE(operation()) << driver.Problem();
-      device.screen = std::string(kScreenSize, 'z');
-      device.transfersLeft = transfers;
-      for (int i = 1; i < transfers; ++i) operation();
-      EXPECT_FALSE(operation());
-      EXPECT_EQ(
-          driver.Problem(),
-          "The instrument was not found on USB. Switch it on and plug it in. The program looks for "
-          "the ids 5458:5000. lsusb lists the ids on the bus.");
-      EXPECT_NE(screen[kScreenSize - 1], 'z');
-    }
+    device.reply = std::string(10, 'x');
+    device.screen = std::string(kScreenSize, 'y');
+    device.transfersLeft = 1'000'000;
+    EXPECT_TRUE(operation()) << driver.Problem();
+    device.screen = std::string(kScreenSize, 'z');
+    device.transfersLeft = 3;
+    for (int i = 1; i < 3; ++i) operation();
+    EXPECT_FALSE(operation());
+    EXPECT_EQ(
+        driver.Problem(),
+        "The instrument was not found on USB. Switch it on and plug it in. The program looks for "
+        "the ids 5458:5000. lsusb lists the ids on the bus.");
+    EXPECT_NE(screen[kScreenSize - 1], 'z');
   }
   device.Remove();
   AwaitOnBus(0);
