@@ -131,10 +131,10 @@ TEST(WholeProgram, HelpOpensTheFileBesideTheProgramAndTellsWhenItCannot) {
   bench.help.error = "no such file";
   bench.module.main.mnuHelpSearchForHelpOn.Click();
   const std::string file = "/program/Oriolemark.hlp";
-  const decltype(bench.help.opened) opened = {{file, HelpCommand::Contents},
-                                              {file + "#page", HelpCommand::Context},
-                                              {file, HelpCommand::PartialKey}};
-  EXPECT_EQ(bench.help.opened, opened);
+  using enum HelpCommand;
+  EXPECT_EQ(bench.help.opened,
+            (decltype(bench.help.opened){
+                {file, Contents}, {file + "#page", Context}, {file, PartialKey}}));
   EXPECT_EQ(bench.prompts.shown, std::vector<Message>{{.systemText = "no such file"}});
 }
 
