@@ -9,8 +9,6 @@ namespace oriolemark {
 namespace {
 
 constexpr const char* kScreenFile = "screen.bmp";
-constexpr const char* kHeldKey = "VK_V_Pos_Inc";
-constexpr const char* kHeldCommand = ":KEY:V_POS_INC";
 constexpr int kHold = 1000;  // ms
 constexpr QRgb kTraceColour = 0xFFFFFF00;
 constexpr int kLeastMove = 5;  // rows
@@ -45,9 +43,14 @@ void Tour::AddPanelStops() {
     if (button == nullptr) return Check(false, QString("the window has ") + name);
     QTest::mouseClick(button, Qt::LeftButton);
   };
-  Add({{"front", idle, [this] { OpenRow("Virtual Panel", ""); }},
-       {"front-key-held", open, [this, window] { Hold(InWindow(window, kHeldKey)); }},
-       {"front-key-released", [this] { return !holding_; }, [this] { CheckHeld(); }}});
+  Add({{"front", idle, [this] { OpenRow("Virtual Panel", ""); }}});
+  // The last one of them moves the trace up.
+  for (const PanelKey& key : kPanelKeys) {
+    if (key.repeat == KeyRepeat::Once) continue;
+    Add({{"front-key-held", open,
+          [this, window, &key] { Hold(key, InWindow(window, key.control)); }},
+         {"front-key-released", [this] { return !holding_; }, [this, &key] { CheckHeld(key); }}});
+  }
   if (mirrors) {
     Add({{"mirror-moved", open,
           [this, click] {
@@ -84,22 +87,24 @@ void Tour::AddPanelStops() {
         [window] { QTest::keyClick(InWindow(window, "VK_F1"), Qt::Key_Escape); }}});
 }
 
-void Tour::Hold(QWidget* key) {
-  if (key == nullptr) return Check(false, "a key to hold");
+void Tour::Hold(const PanelKey& key, QWidget* button) {
+  if (button == nullptr) return Check(false, "a key to hold");
   topBefore_ = TopOfTrace(Screen());
-  heldBefore_ = instrument_.Count(kHeldCommand);
+  heldBefore_ = instrument_.Count(QString::fromStdString(CommandOf(key)));
   holding_ = true;
-  QTest::mousePress(key, Qt::LeftButton);
-  QTimer::singleShot(kHold, key, [this, key] {
-    QTest::mouseRelease(key, Qt::LeftButton);
+  QTest::mousePress(button, Qt::LeftButton);
+  QTimer::singleShot(kHold, button, [this, button] {
+    QTest::mouseRelease(button, Qt::LeftButton);
     holding_ = false;
   });
 }
 
 // A tick every 100 ms, and the click at the end. A busy machine merges ticks.
-void Tour::CheckHeld() {
-  const int sent = instrument_.Count(kHeldCommand) - heldBefore_;
-  Check(sent >= 3 && sent <= 11, QString("a key held for 1 s sends %1 commands").arg(sent));
+void Tour::CheckHeld(const PanelKey& key) {
+  const QString command = QString::fromStdString(CommandOf(key));
+  const int sent = instrument_.Count(command) - heldBefore_;
+  Check(sent >= 3 && sent <= 11,
+        QString("a key held for 1 s sends %1 %2 times").arg(command).arg(sent));
 }
 
 QImage Tour::Screen() {

@@ -122,8 +122,8 @@ class Tour {
   // Checks the printed page's measures. The left edge is in inches.
   void CheckPage(double left);
   // Holds the key of the instrument's front for a second, then checks what that sent.
-  void Hold(QWidget* key);
-  void CheckHeld();
+  void Hold(const PanelKey& key, QWidget* button);
+  void CheckHeld(const PanelKey& key);
   // The mirrored screen.
   QImage Screen();
   // The whole picture of a waveform: as it is, and as a second start draws it. KeepPictures writes
