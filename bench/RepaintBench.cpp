@@ -101,7 +101,7 @@ void DrawPolyline(benchmark::State& state, Signal signal) {
   }
 }
 
-// What no repaint can do without: the picture cleared, and one pass over the samples.
+// The least that every repaint does: clears the picture, and passes over the samples once.
 void TouchMemory(benchmark::State& state, Signal signal) {
   WaveRecord record;
   FillRecord(record, signal, CountOf(state));

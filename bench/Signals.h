@@ -8,7 +8,7 @@
 
 namespace oriolemark {
 
-// What the traces of a benchmark look like: six periods of a sine with two rows of noise, six of a
+// The traces of a benchmark: six periods of a sine with two rows of noise, six of a
 // square wave, or noise from edge to edge.
 enum class Signal { Sine, Square, Noise };
 

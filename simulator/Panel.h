@@ -52,7 +52,7 @@ enum class Math { kOff, kSum, kDifference };
 // The texts of an option, in the order in which its soft key goes through them.
 std::span<const std::string_view> OptionTexts(Option option);
 
-// What the front panel knows beyond the settings.
+// The state of the front panel beyond the settings.
 struct Panel {
   Panel();
 

@@ -19,7 +19,7 @@ namespace oriolemark {
 inline constexpr int kScreenWidth = 320;
 inline constexpr int kScreenHeight = 240;
 
-// What the virtual panel needs.
+// The parts that the virtual panel uses.
 struct PanelContext {
   EventSource& events;
   const Waiting& waiting;

@@ -97,7 +97,7 @@ class frmWave : public ReadingView {
 
   PictureOutput output_;
   TracePlans plans_;
-  // What the picture shows below the cursors. Kept while there are cursors.
+  // The drawing below the cursors. Kept while there are cursors.
   struct Drawn {
     double zoom;
     WaveRecord record;

@@ -76,7 +76,7 @@ TEST_F(Windows, ASettingIsEditedByKeysAlone) {
 }
 
 struct PromptsTest : testing::Test, Application {
-  // What the user does once the box or dialog is up.
+  // The user acts once the box or dialog is up.
   static void Then(const std::function<void(QWidget&)>& act) {
     QTimer::singleShot(50, [act] { act(*QApplication::activeModalWidget()); });
   }

@@ -136,7 +136,7 @@ TEST_F(DriversTest, UsbLibraryIsUsedIfItServesAndEachFailureComesThrough) {
 TEST_F(DriversTest, UsbScreenIsSelectedCountedAddressedAndReadUntilOneFails) {
   LibraryScript& script = Use("UsbLibrary", "variable");
   std::vector<std::uint8_t> buffer(76801 + 16, 1);
-  // What fails, and the calls until then.
+  // The call that fails, and the calls until then.
   for (const auto& row : Rows("8 | 2 8 0 80 0 || bulk | 2 8 0 80 0 2 9 11264 1 0 2 7 16 9 0 2")) {
     EXPECT_EQ(buffer, std::vector<std::uint8_t>(buffer.size(), 1));
     script = {.failing = row[0]};

@@ -109,7 +109,7 @@ TEST(WholeProgram, WindowsComeBackWhereTheyStoodUnlessThatIsOutOfSight) {
     EXPECT_EQ(bench.store.values.contains({"Settings", "MainWidth"}), !minimised);
     EXPECT_EQ(bench.module.main.Place().width, 6500);
   }
-  // What is stored, and the place.
+  // The stored value, and the place.
   for (const auto& row : Rows(R"(
 - | 500,800 || abc | 500,800 || -20.5 | -20.5,-20.5 || -9000 | 400,600 || 15000 | 15000,15000
 15001 | 400,600

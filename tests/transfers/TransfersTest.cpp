@@ -9,7 +9,7 @@ namespace oriolemark {
 namespace {
 
 struct ReaderBench : TransferBench {
-  // What the settings and the blocks are answered, in their order.
+  // The answers to the settings and the blocks, in their order.
   ReaderBench(int ioType, const std::string& answers) {
     Connect(ioType);
     sheet.WaveCount = 1;

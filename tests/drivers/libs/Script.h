@@ -2,7 +2,7 @@
 
 #include <string>
 
-// What a test library is told to do and what was asked of it. It exports one as `Script`.
+// The orders for a test library, and the calls it got. It exports one as `Script`.
 struct LibraryScript {
   std::string calls = {};    // GPIB calls and numbers, each with a blank behind it, and USB bytes
   std::string failing = {};  // the call that fails, over GPIB with 0x8100 and error 6
