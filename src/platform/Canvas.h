@@ -91,8 +91,8 @@ class Canvas {
   virtual void SetPixels(std::span<const std::uint32_t> colours) = 0;
 
   // The pixels that are kept, row by row from the top, each 0xFFRRGGBB. A row has Width() pixels
-  // without padding. Empty if the canvas keeps none. Valid until the next SetPart, SetSize or
-  // CopyFrom.
+  // without padding. Empty if the canvas keeps none. Valid until the next SetPart or
+  // SetSize.
   virtual std::span<const std::uint32_t> Pixels() const = 0;
 
   // An off-screen picture with the same size and contents.

@@ -83,7 +83,7 @@ TEST_F(Browser, AsksBeforeChangesWouldBeLostAndKeepsACopyOfThoseThatReachNoFile)
       {"Open", [&] { browser.mnuOpenDataSheet.Click(); }, "W(W0) "},
       {"recent", [&] { browser.OpenDataSheet(other); }, "W(W0) "},
       {"remove", [&] { tree.Select(sheet.SheetNode), browser.mnuRemove.Click(); }, ""}};
-  // The answer, the file of the sheet, and whether the user names one when there is none.
+  // The answer, the file of the sheet, and whether the user names one if it has no file.
   const std::tuple<MessageAnswer, const char*, bool> answers[] = {
       {MessageAnswer::Cancel, "", false},
       {MessageAnswer::No, "", false},

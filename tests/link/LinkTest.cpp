@@ -168,9 +168,9 @@ TEST(Transports, ClosingProgramAsksNothingButStillSends) {
 }
 
 TEST(Handshake, OnlyAKnownInstrumentWithNewEnoughFirmwareIsConnected) {
-  // The identity, how often it is asked for, the version, what is told if it is refused ("not
-  // found" or the version shown), and the model known from before: it is judged, and kept, where
-  // the identity has none. The version may be where the number usually is.
+  // The identity, how often it is asked for, the version, the message of a refusal ("not found" or
+  // the version shown), and the model known from before. An identity without a model keeps and
+  // judges that one. The version may be in the place of the number.
   for (const auto& row : Rows(R"(
 TAVIK ELECTRONIC,TX-5000CA,SN,01.01.33 | 1 | 10133 | - | -
 TAVIK TECHNOLOGIES,TX-5102,SN,02.00.00 | 1 | 20000 | - | -

@@ -259,8 +259,8 @@ TEST(DrawCursors, LinesComeBeforeMarksAndTextsFollow) {
 }
 
 TEST(DrawCursors, ReadoutsStackByWhatIsShownInAColumnThatFollowsTheZoom) {
-  // The zoom, the pairs shown, the channels, the time base, and where the texts stand, nowhere if
-  // the picture is too small.
+  // The zoom, the pairs shown, the channels, the time base, and the places of the texts. A small
+  // picture has no texts.
   for (const auto& row : Rows(R"(
 1 | Y | 3 | 1ms | 205,30 FFFF00;205,50 00FFFF; || 1 | XY | 1 | - | 205,30 FFFF00;
 1 | XY | 2 | 1ms | 205,30 FF00FF;205,50 FF00FF;205,70 00FFFF; || 0.39 | X | 3 | 1ms | -
