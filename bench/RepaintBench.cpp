@@ -8,7 +8,7 @@
 
 #include "Desk.h"
 #include "Signals.h"
-#include "desktop/WavePictureWidget.h"
+#include "drivers/PictureText.h"
 #include "platform/Keys.h"
 #include "waveview/WaveSurface.h"
 

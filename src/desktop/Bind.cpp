@@ -19,7 +19,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "drivers/ShownText.h"
+#include "desktop/ShownText.h"
 #include "platform/Keys.h"
 #include "platform/Rounding.h"
 

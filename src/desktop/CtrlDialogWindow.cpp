@@ -10,7 +10,7 @@
 
 #include "desktop/Bind.h"
 #include "desktop/Builders.h"
-#include "drivers/ShownText.h"
+#include "desktop/ShownText.h"
 
 namespace oriolemark {
 namespace {

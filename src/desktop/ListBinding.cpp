@@ -14,7 +14,7 @@
 
 #include "desktop/Bind.h"
 #include "desktop/Icons.h"
-#include "drivers/ShownText.h"
+#include "desktop/ShownText.h"
 
 namespace oriolemark {
 namespace {

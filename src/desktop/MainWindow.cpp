@@ -31,7 +31,7 @@
 #include "desktop/InnerWindow.h"
 #include "desktop/Menus.h"
 #include "desktop/PaneDock.h"
-#include "drivers/ShownText.h"
+#include "desktop/ShownText.h"
 #include "platform/Rounding.h"
 
 namespace oriolemark {

@@ -17,7 +17,7 @@
 #include "desktop/Bind.h"
 #include "desktop/Icons.h"
 #include "desktop/LabelEditor.h"
-#include "drivers/ShownText.h"
+#include "desktop/ShownText.h"
 
 namespace oriolemark {
 namespace {

@@ -2,15 +2,10 @@
 
 #include <QWidget>
 #include <functional>
-#include <memory>
 
 #include "platform/Picture.h"
-#include "platform/RasterCanvas.h"
 
 namespace oriolemark {
-
-// A raster that draws its texts in the font of the program's pictures.
-std::unique_ptr<Canvas> MakeRasterCanvas();
 
 // Picture pixels per widget pixel. Each picture pixel takes a whole number of screen pixels, the
 // nearest one, so that strokes are even and texts keep about their size.

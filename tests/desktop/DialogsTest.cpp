@@ -17,10 +17,10 @@
 
 #include "desktop/HelpFile.h"
 #include "desktop/HelpWindow.h"
+#include "desktop/PagePrinter.h"
+#include "desktop/QtPrompts.h"
 #include "desktop/RunWindows.h"
-#include "drivers/PagePrinter.h"
 #include "drivers/QtEventSource.h"
-#include "drivers/QtPrompts.h"
 #include "drivers/QtSettingsStore.h"
 #include "output/Bitmap.h"
 #include "support/FileFolder.h"

@@ -1,4 +1,4 @@
-#include "drivers/QtPrompts.h"
+#include "desktop/QtPrompts.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -14,9 +14,9 @@
 #include <QStringList>
 #include <memory>
 
-#include "drivers/ModalDialog.h"
-#include "drivers/PagePrinter.h"
-#include "drivers/ShownText.h"
+#include "desktop/ModalDialog.h"
+#include "desktop/PagePrinter.h"
+#include "desktop/ShownText.h"
 
 namespace oriolemark {
 

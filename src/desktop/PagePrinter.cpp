@@ -1,4 +1,4 @@
-#include "drivers/PagePrinter.h"
+#include "desktop/PagePrinter.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-#include "drivers/ModalDialog.h"
+#include "desktop/ModalDialog.h"
 #include "drivers/ProgramFiles.h"
 #include "drivers/SharedLibrary.h"
 #include "platform/Files.h"

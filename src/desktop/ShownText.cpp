@@ -1,4 +1,4 @@
-#include "drivers/ShownText.h"
+#include "desktop/ShownText.h"
 
 #include <QRegularExpression>
 

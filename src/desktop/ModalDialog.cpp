@@ -1,4 +1,4 @@
-#include "drivers/ModalDialog.h"
+#include "desktop/ModalDialog.h"
 
 #include <QApplication>
 #include <QDialog>
