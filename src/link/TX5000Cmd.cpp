@@ -95,6 +95,7 @@ std::string TX5000Cmd::AskScope(std::string_view command) {
   --state_.AwaitedReplies;
   state_.Answered = !reply.empty();
   if (link.traits.marksBusy) state_.CommBusy = false;
+  if (reply.empty()) onIncomplete();
   return reply;
 }
 

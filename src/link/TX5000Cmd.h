@@ -30,6 +30,9 @@ class TX5000Cmd {
 
   // Turns the connection indicator on or off.
   std::function<void(bool connected)> showIndicator;
+  // A query, or a block of samples, has brought no reply or less than the whole. Over RS232 there
+  // is no message about that.
+  std::function<void()> onIncomplete = [] {};
 
   // Writes one command, even while the program is closing.
   void SendToScope(std::string_view command);

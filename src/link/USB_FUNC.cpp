@@ -109,16 +109,16 @@ bool USB_FUNC::SendControl(int request, int number) {
                                       (number >> 16) & 0xFFFF);
 }
 
-void USB_FUNC::USBReadScreen(int offset, std::span<std::uint8_t> buffer, int count) {
+bool USB_FUNC::USBReadScreen(int offset, std::span<std::uint8_t> buffer, int count) {
   const bool fits =
       offset >= 0 && count >= 0 &&
       static_cast<std::size_t>(offset) + static_cast<std::size_t>(count) <= buffer.size();
-  if (!fits) return;
-  if (!SendControl(kSelectMemory, kScreenMemory)) return;
-  if (!SendControl(kSetCount, count)) return;
-  if (!SendControl(kSetAddress, offset + kScreenAddress)) return;
-  driver_.Bulk_DataTransfer_Read(settings_.UsbDevice, count,
-                                 buffer.subspan(static_cast<std::size_t>(offset)));
+  if (!fits) return false;
+  if (!SendControl(kSelectMemory, kScreenMemory)) return false;
+  if (!SendControl(kSetCount, count)) return false;
+  if (!SendControl(kSetAddress, offset + kScreenAddress)) return false;
+  return driver_.Bulk_DataTransfer_Read(settings_.UsbDevice, count,
+                                        buffer.subspan(static_cast<std::size_t>(offset)));
 }
 
 }  // namespace oriolemark

@@ -39,8 +39,8 @@ class USB_FUNC : public Transport {
   std::string ReadBlock(const Progress& progress) override;
 
   // Reads `count` bytes of the screen memory from `offset` on into the same places of the buffer.
-  // If a request fails, the buffer keeps its contents.
-  void USBReadScreen(int offset, std::span<std::uint8_t> buffer, int count);
+  // If a request fails, returns false and the buffer keeps its contents.
+  bool USBReadScreen(int offset, std::span<std::uint8_t> buffer, int count);
 
  private:
   enum class Polling { Blocking, ServingEvents };

@@ -97,12 +97,12 @@ void frmV_Panel::tDrawBmp_Timer() {
   tDrawBmp.SetEnabled(running_);
 }
 
-void frmV_Panel::DrawBulkWave() {
+bool frmV_Panel::DrawBulkWave() {
   context_.scope.SendToScope(kHardCopy);
-  if (!Loaded() || context_.waiting.Closing()) return;
-  context_.usb.USBReadScreen(0, raw_, kScreenBytes);
+  if (!Loaded() || context_.waiting.Closing()) return false;
+  const bool came = context_.usb.USBReadScreen(0, raw_, kScreenBytes);
   const bool isColor = context_.scope.IsColorScope();
-  if (!Loaded() || context_.waiting.Closing()) return;
+  if (!Loaded() || context_.waiting.Closing()) return false;
   // An instrument that does not answer keeps its colours.
   if (context_.link.Answered) isColor_ = isColor;
   const auto raw = std::span<const std::uint8_t>(raw_).first(kScreenBytes);
@@ -114,6 +114,7 @@ void frmV_Panel::DrawBulkWave() {
   }
   WavePic.Surface().SetPixels(colours);
   WavePic.NoteDrawn();
+  return came && context_.link.Answered;
 }
 
 }  // namespace oriolemark

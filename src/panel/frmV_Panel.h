@@ -54,8 +54,8 @@ class frmV_Panel : public Form {
   void InitResource();
   void FreeResource();
   // Draws one frame. A request that fails leaves the last one. The link may show its messages, and
-  // the window may be closed behind them.
-  void DrawBulkWave();
+  // the window may be closed behind them. Returns whether a frame has come.
+  bool DrawBulkWave();
 
  protected:
   void Form_Unload() override;

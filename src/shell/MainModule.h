@@ -63,6 +63,8 @@ class MainModule {
   std::function<void(frmMeasure&)> onMeasureView;
   std::function<void(frmData&)> onDataView;
 
+  // The link, for a caller that works the program without a user.
+  TX5000Cmd& Scope() { return link_.scope; }
   // The present state, for observers outside the program.
   const LinkState& Link() const { return link_.state; }
   const TransferState& Transfer() const { return transfer_; }

@@ -11,6 +11,7 @@
 namespace oriolemark {
 namespace {
 
+constexpr double kSampleLength = 5;  // characters, the blank included
 constexpr int kBothChannels = 3;
 // Progress in per cent after the first query.
 constexpr double kQueriesDone = 5;
@@ -151,7 +152,7 @@ void WaveReader::ReadBlocks() {
 
 void WaveReader::ReadBlock(SampleArray WaveRecord::*destination, double base, double total,
                            int count, Clamp clamp) {
-  const std::string text = ReadReply(base, total);
+  const std::string text = ReadReply(base, total, count);
   Split(text, context_.scope.Link().traits.firstSample, KeepTokens::No);
   SampleArray& samples = context_.scratch.TransferSamples;
   const int last = std::min(count, kLastSample);
@@ -182,16 +183,15 @@ void WaveReader::ReadChannelData(const std::string& channel) {
   if (scratch.TransferDataSlot == kNoSlot) return;
   // Sent directly, because the read of a table does not touch CommBusy.
   context_.scope.Link().Send(std::string(kData) + root);
-  Split(ReadReply(0, scratch.TransferSize), 1, KeepTokens::Yes);
+  Split(ReadReply(0, scratch.TransferSize, scratch.TransferSize), 1, KeepTokens::Yes);
 }
 
-std::string WaveReader::ReadReply(double base, double total) {
+std::string WaveReader::ReadReply(double base, double total, int count) {
   Transport& link = context_.scope.Link();
   const bool byTimer = link.traits.progressByTimer;
   context_.progress.timer2.SetEnabled(byTimer);
   const std::string text = link.ReadBlock([&](std::size_t received) {
-    // A sample has five characters.
-    const double percent = base + 100.0 * static_cast<double>(received) / (5 * total);
+    const double percent = base + 100.0 * static_cast<double>(received) / (kSampleLength * total);
     if (byTimer) {
       context_.progress.Progress = percent;
     } else {
@@ -199,6 +199,9 @@ std::string WaveReader::ReadReply(double base, double total) {
     }
   });
   context_.progress.timer2.SetEnabled(false);
+  if (text.empty() || static_cast<double>(text.size()) < kSampleLength * count) {
+    context_.scope.onIncomplete();
+  }
   return text;
 }
 

@@ -49,7 +49,8 @@ class WaveReader {
   void ReadBlock(SampleArray WaveRecord::*destination, double base, double total, int count,
                  Clamp clamp);
 
-  std::string ReadReply(double base, double total);
+  // The block of so many samples that has been asked for.
+  std::string ReadReply(double base, double total, int count);
   void Split(std::string_view text, int firstIndex, KeepTokens keep);
   void ShowProgress(double percent);
 
