@@ -1,0 +1,150 @@
+#include "cli/Verbs.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "cli/Job.h"
+#include "cli/Names.h"
+#include "link/StringRES.h"
+#include "panel/PanelKeys.h"
+
+namespace oriolemark {
+namespace {
+
+Result RunList(Job& job) {
+  const std::vector<KnownDevice> devices = job.desk.listDevices();
+  Result result;
+  for (const KnownDevice& device : devices) {
+    result.values.push_back({device.link, device.description});
+  }
+  if (devices.empty()) result.text = "No serial port, USB instrument or GPIB library was found.";
+  return result;
+}
+
+Result RunIdentify(Job& job) {
+  constexpr std::array<const char*, 4> kFields{"Maker", "Model", "Serial number", "Firmware"};
+  std::string rest = job.session->Ask(kIdentify);
+  Result result;
+  for (const char* field : kFields) {
+    const std::size_t comma = rest.find(',');
+    result.values.push_back({field, rest.substr(0, comma)});
+    rest = comma == std::string::npos ? "" : rest.substr(comma + 1);
+  }
+  return result;
+}
+
+// The commands of the group Running Control, by the names of their nodes.
+template <const auto& Label>
+Result RunCommand(Job& job) {
+  job.session->Program().controller.PraseCtrlList(std::string(kCtrlRootLabel) + "\\" +
+                                                  kGroupLabels[ctrl_group::kRunningControl] + "\\" +
+                                                  Label);
+  return {};
+}
+
+std::string KeyName(const PanelKey& key) {
+  return Plain(key.keyword);
+}
+
+// Nothing, and a message, if a name fits no key.
+std::optional<std::vector<const PanelKey*>> KeysOf(const Job& job) {
+  std::vector<const PanelKey*> keys;
+  std::vector<std::string> names;
+  for (const PanelKey& key : kPanelKeys) {
+    names.push_back(KeyName(key));
+    names.emplace_back(key.meaning);
+  }
+  for (const std::string& name : job.call.names) {
+    const auto named = [plain = Plain(name)](const PanelKey& key) {
+      return KeyName(key) == plain || Plain(key.meaning) == plain;
+    };
+    const auto* const key = std::ranges::find_if(kPanelKeys, named);
+    if (key == kPanelKeys.end()) {
+      job.Explain("There is no key \"" + name + "\". " + DidYouMean(name, names));
+      return std::nullopt;
+    }
+    keys.push_back(key);
+  }
+  return keys;
+}
+
+ExitCode CheckKeys(Job& job) {
+  return KeysOf(job) ? ExitCode::Success : ExitCode::Usage;
+}
+
+Result RunKey(Job& job) {
+  for (const PanelKey* key : KeysOf(job).value_or(std::vector<const PanelKey*>())) {
+    job.session->Program().keys.Keys.Click(*key);
+  }
+  return {};
+}
+
+std::string KeyList() {
+  std::string list = "Keys:\n";
+  for (const PanelKey& key : kPanelKeys) {
+    std::string name = KeyName(key);
+    name.resize(std::max<std::size_t>(name.size() + 1, 14), ' ');
+    list += "  " + name + key.meaning + "\n";
+  }
+  return list + "The name or its meaning names the key.";
+}
+
+constexpr const char* kSettingNames =
+    "A name is a label of the Controller with its group, such as \"CH1 Volt/Div\", or without it\n"
+    "if there is only one, or the path on the wire, such as :CHANNEL1:RANGE. Case, blanks and signs do\n"
+    "not matter. \"oriolemark-cli get\" prints all names.";
+constexpr const char* kReadings =
+    "The extension chooses the form of the file: .csv, .json, .orm (a data sheet), and ";
+
+}  // namespace
+
+std::span<const Verb> Verbs() {
+  static const std::string kKeyHelp = KeyList();
+  static const std::string kWaveHelp =
+      std::string(kReadings) + "\n.bmp or .png, the picture as its window draws it.";
+  static const std::string kTableHelp =
+      std::string(kReadings) + "\nfor any other name the text that the window exports.";
+  using enum Takes;
+  using enum Watched;
+  constexpr Needs kAlone = Needs::Nothing;
+  constexpr Needs kLink = Needs::Instrument;
+  static const Verb kVerbs[] = {
+      {"list", Nothing, kAlone, No,
+       "Lists what can be linked: serial ports, USB instruments, GPIB libraries", "",
+       "Opens none of them.", RunList},
+      {"identify", Nothing, kLink, Yes, "Prints maker, model and firmware", "", "", RunIdentify},
+      {"get", Names, kLink, Yes, "Prints settings, all without a name", "", kSettingNames, RunGet,
+       CheckGet},
+      {"set", NamesNeeded, kLink, No, "Changes settings: NAME=VALUE...", "", kSettingNames, RunSet,
+       CheckSet},
+      {"download", OutFile, kLink, No, "Reads all settings into FILE.cfx", "", "", RunDownload},
+      {"upload", InFile, kLink, No, "Sends all settings of INPUT.cfx", "", "", RunUpload,
+       CheckUpload},
+      {"run", Nothing, kLink, No, "Starts the acquisition", "", "", RunRun},
+      {"stop", Nothing, kLink, No, "Stops the acquisition", "", "", oriolemark::RunStop},
+      {"autoset", Nothing, kLink, No,
+       "Lets the instrument set itself, which takes 4 s, and reads all settings", "", "",
+       RunCommand<kAutoSetLabel>},
+      {"trigger50", Nothing, kLink, No, "Sets the trigger level to 50 % of the signal", "", "",
+       RunCommand<kSetTrig50Label>},
+      {"force", Nothing, kLink, No, "Forces a trigger", "", "", RunCommand<kForceTriggerLabel>},
+      {"key", NamesNeeded, kLink, No, "Presses front keys, one after another", "", kKeyHelp.c_str(),
+       RunKey, CheckKeys},
+      {"wave", ChannelOrBoth, kLink, AsJson, "Reads a waveform", ".csv .json .orm .bmp .png",
+       kWaveHelp.c_str(), RunWave, CheckWave},
+      {"samples", Channel, kLink, AsJson, "Reads a table of samples", "", kTableHelp.c_str(),
+       RunSamples},
+      {"measure", Channel, kLink, Yes, "Reads the 18 automatic measurements", "",
+       kTableHelp.c_str(), RunMeasure, CheckMeasure},
+      {"screen", OutFile, kLink, No,
+       "Copies the instrument's screen into FILE.bmp or FILE.png (USB)", ".bmp .png", "", RunScreen,
+       CheckScreen},
+      {"convert", InFile, kAlone, No, "Prints items of a data sheet, without an instrument",
+       ".csv .json", "CSV holds one item. JSON holds all, unless --item names one.", RunConvert},
+  };
+  return kVerbs;
+}
+
+}  // namespace oriolemark
