@@ -1,0 +1,262 @@
+// The verbs that read waveforms, samples, measurements and the screen, and the one that converts
+// what was read before.
+
+#include <algorithm>
+
+#include "cli/Job.h"
+#include "cli/Names.h"
+#include "cli/Rendering.h"
+#include "datasheet/SampleTable.h"
+#include "datasheet/records/DataSheetFile.h"
+#include "link/LinkState.h"
+#include "measure/ExportMeasure.h"
+#include "measure/Quantities.h"
+#include "output/Bitmap.h"
+#include "values/Number.h"
+#include "waveview/WaveDescription.h"
+#include "waveview/WaveSamples.h"
+
+namespace oriolemark {
+namespace {
+
+// Reads one item as its window does. The position of the channel is that of the window's options.
+template <typename View>
+View& ReadItem(
+    Job& job, ItemKind kind, const std::function<void()>& prepare = [] {}) {
+  constexpr const char* kChannels[] = {"ch1", "ch2", "both"};
+  auto& view = dynamic_cast<View&>(job.session->Item(kind));
+  const auto* const channel = std::ranges::find(kChannels, job.call.channel);
+  view.OptionCH.Select(static_cast<int>(channel - std::begin(kChannels)));
+  prepare();
+  view.ReadOnce();
+  return view;
+}
+
+FileForm SheetForm(Job& job) {
+  return {".orm", [&job] { return DataSheetText(job.session->Program().sheet); }};
+}
+
+// The forms of a picture that `draw` returns. One that is too large has no pixels.
+std::vector<FileForm> PictureForms(const Desk& desk,
+                                   const std::function<std::unique_ptr<Canvas>()>& draw) {
+  const auto encode = [draw](const auto& encoder) -> std::optional<std::string> {
+    const std::unique_ptr<Canvas> picture = draw();
+    if (picture->Pixels().empty()) return std::nullopt;
+    return encoder(picture->Pixels(), picture->Width());
+  };
+  return {{".bmp", [encode] { return encode(BitmapBytes); }},
+          {".png", [encode, &desk] { return encode(desk.encodePng); }}};
+}
+
+// The texts of a record, and its samples.
+Result WaveResult(const WaveRecord& record) {
+  Result result{.columns = WaveColumns(record)};
+  result.text = DescribeWave(record, {}, 1);
+  if (!result.columns.empty()) {
+    result.text += " " + std::to_string(result.columns.front().values.size()) + " samples.";
+  }
+  return result;
+}
+
+Result SamplesResult(const DataRecord& record) {
+  SampleColumn number{"NO.", "", {}};
+  SampleColumn volts{"Voltage", "V", {}};
+  SampleColumn time{"Time", "s", {}};
+  for (int i = 1; i <= (record.HasData ? SampleCount(record) : 0); ++i) {
+    number.values.push_back(i);
+    volts.values.push_back(LeadingNumber(SampleText(record, i, 1)));
+    time.values.push_back(LeadingNumber(SampleText(record, i, 2)));
+  }
+  std::string text = SampleTableText(record);
+  std::erase(text, '\r');
+  return {.text = text, .columns = {number, volts, time}};
+}
+
+// The unit of a quantity's numbers: the one without a prefix, and none for a fraction.
+std::string BaseUnit(const Quantity& quantity) {
+  const auto family = [&](const char* unit) {
+    return std::ranges::count(quantity.family.units, std::string_view(unit)) != 0;
+  };
+  for (const char* unit : {"V", "Hz", "s"}) {
+    if (family(unit)) return unit;
+  }
+  return "fraction";
+}
+
+Result MeasureResult(const MeasureRecord& record) {
+  Result result;
+  std::vector<Value> verdicts;
+  for (const Quantity& quantity : kQuantities) {
+    static const MeasureValue kNone;
+    const MeasureValue& value = record.HasData ? record.Values[quantity.index] : kNone;
+    const std::string verdict = Judge(value, quantity.family);
+    const Converted number = quantity.family.toNumber(value.Text);
+    result.values.push_back({quantity.caption, value.Text + (verdict.empty() ? "" : "  ") + verdict,
+                             BaseUnit(quantity),
+                             number.ConvertValid ? std::optional(number.value) : std::nullopt});
+    if (verdict.empty()) continue;
+    verdicts.push_back({std::string(quantity.caption) + " verdict", verdict});
+    if (PictureOf(verdict) == kFailPicture) result.code = ExitCode::VerdictFail;
+  }
+  result.text = TextOf(result);
+  result.text.pop_back();
+  result.values.insert(result.values.end(), verdicts.begin(), verdicts.end());
+  return result;
+}
+
+// A sheet that is read without an instrument.
+struct ReadSheet {
+  explicit ReadSheet(const Job& job, const std::string& path)
+      : prompts([this, &job](const std::string& text) {
+          failed = true;
+          job.Explain(LinesOf(text));
+        }) {
+    ReadDataSheet(path, sheet, scratch, prompts);
+    if (failed) job.Explain("\"" + path + "\" could not be read.");
+  }
+
+  DataSheet sheet;
+  TransferScratch scratch;
+  bool failed = false;
+  LinePrompts prompts;
+};
+
+// The record of the item that was named, or of the only one. Null, and a message, if there is none
+// or the name is missing.
+template <typename Record>
+const Record* FindItem(const Job& job, std::span<const Record> items, const std::string& name) {
+  std::vector<std::string> names;
+  for (const Record& item : items) names.push_back(Printable(item.Name));
+  const auto found = std::ranges::find(names, name);
+  if (found != names.end()) return &items[static_cast<std::size_t>(found - names.begin())];
+  if (name.empty() && items.size() == 1) return &items.front();
+  std::string list;
+  for (const std::string& known : names) list += (list.empty() ? "" : ", ") + known;
+  job.Explain(items.empty()  ? "The data sheet has no such item."
+              : name.empty() ? "The data sheet has several items. Name one of " + list + "."
+                             : "The data sheet has no item \"" + name + "\". It has " + list + ".");
+  return nullptr;
+}
+
+// The measure item whose limits judge, from "FILE" or "FILE:ITEM". Nothing, and a message, if there
+// is none.
+struct Limits {
+  ExitCode code = ExitCode::Success;
+  MeasureRecord record{};
+};
+Limits ReadLimits(const Job& job) {
+  std::string path = job.call.limits;
+  std::string item;
+  const std::size_t colon = path.rfind(':');
+  if (!job.desk.fileExists(path) && colon != std::string::npos) {
+    item = path.substr(colon + 1);
+    path.resize(colon);
+  }
+  const auto read = std::make_unique<ReadSheet>(job, path);
+  if (read->failed) return {ExitCode::File};
+  const auto count = static_cast<std::size_t>(read->sheet.MeasureCount);
+  const auto items = std::span<const MeasureRecord>(read->sheet.Measures).first(count);
+  const MeasureRecord* const record = FindItem(job, items, item);
+  return record == nullptr ? Limits{ExitCode::Usage} : Limits{ExitCode::Success, *record};
+}
+
+}  // namespace
+
+ExitCode CheckWave(Job& job) {
+  const bool picture = job.call.file.ends_with(".bmp") || job.call.file.ends_with(".png");
+  const bool drawing = !job.call.zoom.empty() || job.call.monochrome || job.call.noGrid;
+  if (picture || !drawing) return ExitCode::Success;
+  job.Explain("--zoom, --monochrome and --no-grid are for a .bmp or .png file.");
+  return ExitCode::Usage;
+}
+
+Result RunWave(Job& job) {
+  auto& view = ReadItem<frmWave>(job, ItemKind::Wave);
+  const Call& call = job.call;
+  view.BestFitChk.SetValue(false);
+  // The box holds this text already, but the picture fits a window that is not there.
+  view.ZoomCombo.SetText("");
+  view.ZoomCombo.EndEdit(call.zoom.empty() ? "150%" : call.zoom);
+  if (call.monochrome) view.OptionColor.Select(1);
+  if (call.noGrid) view.GridCheck.SetValue(false);
+  Result result = WaveResult(job.session->Program().sheet.Waves[0]);
+  result.files = PictureForms(job.desk, [&view] { return view.WholePicture(); });
+  result.files.push_back(SheetForm(job));
+  return result;
+}
+
+Result RunSamples(Job& job) {
+  ReadItem<frmData>(job, ItemKind::Data);
+  const DataRecord& record = job.session->Program().sheet.Datas[0];
+  Result result = SamplesResult(record);
+  result.files = {SheetForm(job), {"", [&record] { return SampleTableText(record); }}};
+  return result;
+}
+
+ExitCode CheckMeasure(Job& job) {
+  return job.call.limits.empty() ? ExitCode::Success : ReadLimits(job).code;
+}
+
+Result RunMeasure(Job& job) {
+  MeasureRecord& record = job.session->Program().sheet.Measures[0];
+  ReadItem<frmMeasure>(job, ItemKind::Measure, [&] {
+    if (!job.call.limits.empty()) record.Values = ReadLimits(job).record.Values;
+  });
+  Result result = MeasureResult(record);
+  result.files = {SheetForm(job), {"", [&record] { return MeasureFileText(record); }}};
+  return result;
+}
+
+ExitCode CheckScreen(Job& job) {
+  if (job.session->Link().ScopeIOType == kLinkUsb) return ExitCode::Success;
+  job.Explain("The screen can only be read over USB.");
+  return ExitCode::Usage;
+}
+
+Result RunScreen(Job& job) {
+  frmV_Panel& panel = job.session->Program().panel;
+  // Refuses old firmware, and opens the panel otherwise.
+  job.session->Program().controller.PraseCtrlList(std::string(kCtrlRootLabel) + "\\" +
+                                                  kVirtualPanelLabel);
+  if (!panel.Loaded()) return {.code = ExitCode::Refused};
+  panel.cmdStop.Click();
+  if (!panel.DrawBulkWave()) return job.Refuse(ExitCode::NoLink, "The screen could not be read.");
+  return {.files = PictureForms(job.desk, [&panel] { return panel.WavePic.Surface().MakeCopy(); })};
+}
+
+Result RunConvert(Job& job) {
+  const auto read = std::make_unique<ReadSheet>(job, job.call.input);
+  if (read->failed) return {.code = ExitCode::File};
+  const DataSheet& sheet = read->sheet;
+  struct Item {
+    std::string Name;
+    Result result;
+  };
+  std::vector<Item> items;
+  for (int i = 0; i < sheet.WaveCount; ++i) {
+    const WaveRecord& record = sheet.Waves[static_cast<std::size_t>(i)];
+    items.push_back({record.Name, WaveResult(record)});
+  }
+  for (int i = 0; i < sheet.MeasureCount; ++i) {
+    const MeasureRecord& record = sheet.Measures[static_cast<std::size_t>(i)];
+    items.push_back({record.Name, MeasureResult(record)});
+    items.back().result.code = ExitCode::Success;
+  }
+  for (int i = 0; i < sheet.DataCount; ++i) {
+    const DataRecord& record = sheet.Datas[static_cast<std::size_t>(i)];
+    items.push_back({record.Name, SamplesResult(record)});
+  }
+  const bool all = job.call.item.empty() && job.call.format != Format::Csv;
+  if (!all) {
+    const Item* const item = FindItem(job, std::span<const Item>(items), job.call.item);
+    return item == nullptr ? Result{.code = ExitCode::Usage} : item->result;
+  }
+  std::vector<Result> parts;
+  for (Item& item : items) {
+    item.result.name = item.Name;
+    parts.push_back(std::move(item.result));
+  }
+  return {.parts = std::move(parts)};
+}
+
+}  // namespace oriolemark
