@@ -1,0 +1,150 @@
+// The command-line program: the devices of this system, and one call.
+
+#include <unistd.h>
+
+#include <QBuffer>
+#include <QDateTime>
+#include <QFile>
+#include <QGuiApplication>
+#include <QImage>
+#include <QSerialPortInfo>
+#include <csignal>
+#include <cstdio>
+#include <variant>
+
+#include "cli/Arguments.h"
+#include "cli/Runner.h"
+#include "cli/program/SimulatedInstrument.h"
+#include "drivers/ChosenColors.h"
+#include "drivers/ChosenUsb.h"
+#include "drivers/EndSignals.h"
+#include "drivers/LibraryGpib.h"
+#include "drivers/PictureText.h"
+#include "drivers/ProgramFiles.h"
+#include "drivers/QtEventSource.h"
+#include "drivers/QtSerialPort.h"
+#include "drivers/QtSettingsStore.h"
+#include "drivers/SystemDate.h"
+
+namespace oriolemark {
+namespace {
+
+bool Write(std::FILE* file, std::string_view bytes) {
+  return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
+}
+
+std::string Now() {
+  const QDateTime now = QDateTime::currentDateTime();
+  return now.toOffsetFromUtc(now.offsetFromUtc()).toString(Qt::ISODateWithMs).toStdString();
+}
+
+std::optional<std::string> EncodePng(std::span<const std::uint32_t> pixels, int width) {
+  const int height = static_cast<int>(pixels.size()) / width;
+  const QImage image(reinterpret_cast<const uchar*>(pixels.data()), width, height,
+                     static_cast<qsizetype>(width) * 4, QImage::Format_RGB32);
+  QBuffer buffer;
+  buffer.open(QIODevice::WriteOnly);
+  if (!image.save(&buffer, "PNG")) return std::nullopt;
+  return buffer.data().toStdString();
+}
+
+std::vector<KnownDevice> ListDevices(SettingsStore& settings, Waiting& waiting) {
+  std::vector<KnownDevice> devices;
+  for (const QSerialPortInfo& port : QSerialPortInfo::availablePorts()) {
+    const QString words = port.description() + ' ' + port.manufacturer();
+    devices.push_back({"serial:" + port.systemLocation().toStdString(),
+                       words.trimmed().isEmpty() ? "Serial port" : words.trimmed().toStdString()});
+  }
+  ChosenUsb usb(settings, MakeUsbTime(waiting, [] { return 0U; }));
+  const int instruments = usb.GetDeviceNum();
+  for (int i = 0; i < instruments; ++i) {
+    devices.push_back({"usb:" + std::to_string(i), "TX5000. " + usb.Meaning()});
+  }
+  LibraryGpib gpib(settings);
+  if (gpib.HasLibrary()) devices.push_back({"gpib:ADDRESS", gpib.Meaning()});
+  return devices;
+}
+
+Devices OpenDevices(QtEventSource& events, Waiting& waiting, SettingsStore& settings) {
+  return {std::make_unique<QtSerialPort>([&settings](int number) {
+            return settings.Read("Drivers", "COM" + std::to_string(number)).value_or("");
+          }),
+          std::make_unique<LibraryGpib>(settings),
+          std::make_unique<ChosenUsb>(settings,
+                                      MakeUsbTime(waiting, [&events] { return events.Turns(); })),
+          std::make_unique<ChosenColors>(settings)};
+}
+
+// Texts in pictures need the toolkit's drawing library, with no screen behind it. Starting it takes
+// longer than most calls.
+std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool draws) {
+  if (!draws) return std::make_unique<QCoreApplication>(argc, argv);
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  return std::make_unique<QGuiApplication>(argc, argv);
+}
+
+bool DrawsTexts(const Call& call) {
+  return call.channel.size() > 0 && (call.file.ends_with(".bmp") || call.file.ends_with(".png"));
+}
+
+int RunCall(QtEventSource& events, EndSignals& endSignals, Call call) {
+  SimulatedInstrument simulated;
+  if (call.sim) {
+    if (const auto failure = simulated.Start(call.link)) {
+      Write(stderr, "oriolemark-cli: " + *failure + "\n");
+      return static_cast<int>(ExitCode::NoLink);
+    }
+  }
+  QtSettingsStore settings;
+  Waiting waiting(events);
+  const bool draws = DrawsTexts(call);
+  const Desk desk{
+      .events = events,
+      .settings = settings,
+      .openDevices = [&events](Waiting& own,
+                               SettingsStore& store) { return OpenDevices(events, own, store); },
+      .listDevices = [&] { return ListDevices(settings, waiting); },
+      .today = SystemShortDate,
+      .now = Now,
+      .makeCanvas = [draws]() -> std::unique_ptr<Canvas> {
+        if (draws) return MakeRasterCanvas();
+        return std::make_unique<RasterCanvas>();
+      },
+      .encodePng = EncodePng,
+      .syncFile = SyncToDisk,
+      .fileExists =
+          [](const std::string& path) { return QFile::exists(QString::fromStdString(path)); },
+      .print = [](std::string_view bytes) { return Write(stdout, bytes); },
+      .printError = [](std::string_view bytes) { Write(stderr, bytes); },
+      .showsProgress = ::isatty(STDERR_FILENO) == 1,
+      .version = ORIOLEMARK_VERSION,
+  };
+  Runner runner(desk);
+  endSignals.Watch([&runner] { runner.Interrupt(); });
+  return static_cast<int>(runner.Run(call));
+}
+
+}  // namespace
+}  // namespace oriolemark
+
+int main(int argc, char** argv) {
+  using namespace oriolemark;
+  // The toolkit's remarks, such as on a missing folder for run-time files, are not the user's.
+  qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type == QtFatalMsg) std::fprintf(stderr, "%s\n", qPrintable(text));
+  });
+  // A reader that has gone is a failed write.
+  std::signal(SIGPIPE, SIG_IGN);
+  EndSignals endSignals;
+  const auto read = ReadArguments({argv + 1, argv + argc}, ORIOLEMARK_VERSION);
+  if (const auto* const answer = std::get_if<Answer>(&read)) {
+    const bool asked = answer->code == ExitCode::Success;
+    Write(asked ? stdout : stderr, asked ? answer->text : "oriolemark-cli: " + answer->text + "\n");
+    return static_cast<int>(answer->code);
+  }
+  const Call& call = std::get<Call>(read);
+  const auto application = MakeApplication(argc, argv, DrawsTexts(call));
+  QCoreApplication::setApplicationName(kApplicationTitle);
+  QtEventSource events;
+  return RunCall(events, endSignals, call);
+}
