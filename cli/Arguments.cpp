@@ -217,13 +217,21 @@ class Parser {
   }
 
   std::string Explained(const CLI::ParseError& error) {
-    std::vector<std::string> verbs{"watch"};
-    for (const Verb& verb : Verbs()) verbs.emplace_back(verb.name);
-    for (const std::string& unknown : app_.remaining(true)) {
-      if (unknown.starts_with('-') || !app_.get_subcommands().empty()) continue;
-      return "There is no verb \"" + unknown + "\". " + DidYouMean(unknown, verbs);
+    const bool watches = app_.got_subcommand("watch");
+    const CLI::App& parent = watches ? *app_.get_subcommand("watch") : app_;
+    if (!parent.get_subcommands().empty()) return error.what();
+    std::vector<std::string> verbs;
+    for (const Verb& verb : Verbs()) {
+      if (!watches || verb.watched != Watched::No) verbs.emplace_back(verb.name);
     }
-    return error.what();
+    if (!watches) verbs.emplace_back("watch");
+    for (const std::string& unknown : app_.remaining(true)) {
+      if (unknown.starts_with('-')) continue;
+      const std::string known =
+          watches ? "No verb that can be watched is \"" : "There is no verb \"";
+      return known + unknown + "\". " + DidYouMean(unknown, verbs);
+    }
+    return "A verb is missing. \"oriolemark-cli --help\" lists them.";
   }
 
   // What no single argument shows.

@@ -39,7 +39,7 @@ double Rounded(double number) {
 }
 
 std::string CellOf(const Value& value) {
-  if (value.unit.empty()) return Cell(Utf8Of(value.text));
+  if (value.unit.empty()) return Cell(Printable(value.text));
   return value.number ? NumberText(*value.number) : "";
 }
 
@@ -47,7 +47,7 @@ template <typename Items, typename MakeCell>
 std::string Line(const Items& items, MakeCell makeCell) {
   std::string line;
   for (const auto& item : items) line += makeCell(item) + ',';
-  line.back() = '\n';
+  if (!line.empty()) line.back() = '\n';
   return line;
 }
 

@@ -93,7 +93,8 @@ std::string KeyList() {
 
 constexpr const char* kSettingNames =
     "A name is a label of the Controller with its group, such as \"CH1 Volt/Div\", or without it\n"
-    "if there is only one, or the path on the wire, such as :CHANNEL1:RANGE. Case, blanks and signs do\n"
+    "if there is only one, or the path on the wire, such as :CHANNEL1:RANGE. Case, blanks and "
+    "signs do\n"
     "not matter. \"oriolemark-cli get\" prints all names.";
 constexpr const char* kReadings =
     "The extension chooses the form of the file: .csv, .json, .orm (a data sheet), and ";

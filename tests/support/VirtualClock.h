@@ -36,6 +36,8 @@ class VirtualClock : public EventSource {
   // Ends a stuck story. Ten minutes of virtual time unless set otherwise.
   void SetDeadline(Milliseconds at) { deadline_ = at; }
   bool Stuck() const { return now_ > deadline_; }
+  // Ends what waits for another reason than the program.
+  std::function<void()> onStuck = [] {};
 
   void ServePending(UserInput input) override {
     const std::int64_t newest = created_;
@@ -114,6 +116,7 @@ class VirtualClock : public EventSource {
     if (wasStuck || !Stuck()) return;
     ADD_FAILURE() << "the story waits past its deadline";
     waiting.BeginClosing();
+    onStuck();
   }
 
   Milliseconds now_{0};
