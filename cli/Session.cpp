@@ -59,8 +59,6 @@ Session::Session(const Desk& desk, const Call& call)
   if (call.link && call.link->type == kLinkUsb && call.link->number) {
     module_->preferences.link.UsbDevice = *call.link->number;
   }
-  // The panes make the new documents when they are first shown.
-  waiting_.WaitUntil([this] { return module_->controller.Loaded(); });
   ProgressBar& bar = module_->progress.ProgressBar1;
   if (desk.showsProgress) bar.onChanged = [this, &bar] { ShowProgress(bar.Value()); };
 }

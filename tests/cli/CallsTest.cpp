@@ -294,12 +294,21 @@ TEST(Watch, AnHourWithTwentyUnplugsLosesNoLine) {
   EXPECT_NE(bench.err.find("The link is lost"), std::string::npos);
 }
 
+TEST(Watch, AConnectionAndAnItemServeAllLines) {
+  CallBench bench;
+  EXPECT_EQ(bench.RunInterruptibly("watch samples ch1 --every 2s --count 18 --json"),
+            ExitCode::Success);
+  EXPECT_EQ(Split(bench.out, '\n').size(), 19u) << "more lines than a sheet has items";
+  EXPECT_EQ(Split(bench.wire, '*').size(), 2u) << "one handshake";
+}
+
 TEST(Watch, TriesAreFurtherAndFurtherApartAndAnInterruptEndsThem) {
   CallBench bench;
   bench.clock.After(Ms(1500), [&bench] { bench.SetPlugged(false); });
   bench.clock.After(Ms(200000), [&bench] { bench.runner.Interrupt(); });
   EXPECT_EQ(bench.RunInterruptibly("watch get Grid --every 1s --json"), ExitCode::Interrupted);
   EXPECT_EQ(Split(bench.out, '\n').size(), 3u) << bench.out;
+  EXPECT_EQ(bench.clock.Now(), Ms(200000));
   std::string pauses;
   const std::regex pause("in (\\d+) s");
   for (std::sregex_iterator at(bench.err.begin(), bench.err.end(), pause), end; at != end; ++at) {
