@@ -30,7 +30,7 @@ struct Devices {
   std::unique_ptr<ScreenColors> colors;
 };
 
-// A thing that the system knows of: its address as --link takes it, and a description (UTF-8).
+// A thing that the system knows of: its address as --link takes it, and a description (8-bit).
 struct KnownDevice {
   std::string link;
   std::string description;

@@ -92,6 +92,7 @@ std::string LinesOf(std::string message) {
 }
 
 std::string TextOf(const Result& result) {
+  if (!result.text.empty()) return Printable(result.text) + '\n';
   if (result.parts) {
     std::string text;
     for (const Result& part : *result.parts) {
@@ -99,7 +100,6 @@ std::string TextOf(const Result& result) {
     }
     return text;
   }
-  if (!result.text.empty()) return Printable(result.text) + '\n';
   std::size_t width = 0;
   for (const Value& value : result.values) width = std::max(width, value.name.size());
   std::string text;
@@ -112,13 +112,18 @@ std::string TextOf(const Result& result) {
 }
 
 std::string CsvHead(const Result& result) {
+  if (result.parts) return result.parts->empty() ? "" : CsvHead(result.parts->front());
   const auto head = [](const auto& item) { return Cell(NameOf(item.name, item.unit)); };
   return result.columns.empty() ? Line(result.values, head) : Line(result.columns, head);
 }
 
 std::string CsvRows(const Result& result) {
-  if (result.columns.empty()) return Line(result.values, CellOf);
   std::string rows;
+  if (result.parts) {
+    for (const Result& part : *result.parts) rows += CsvRows(part);
+    return rows;
+  }
+  if (result.columns.empty()) return Line(result.values, CellOf);
   for (std::size_t i = 0; i < result.columns.front().values.size(); ++i) {
     rows += Line(result.columns, [i](const auto& column) { return NumberText(column.values[i]); });
   }

@@ -15,9 +15,11 @@ namespace {
 
 Result RunList(Job& job) {
   const std::vector<KnownDevice> devices = job.desk.listDevices();
-  Result result;
+  Result result{.parts = std::vector<Result>()};
   for (const KnownDevice& device : devices) {
-    result.values.push_back({device.link, device.description});
+    result.text += (result.text.empty() ? "" : "\n") + device.link + "  " + device.description;
+    result.parts->push_back(
+        {.values = {{"Link", device.link}, {"Description", device.description}}});
   }
   if (devices.empty()) result.text = "No serial port, USB instrument or GPIB library was found.";
   return result;

@@ -52,8 +52,9 @@ std::vector<KnownDevice> ListDevices(SettingsStore& settings, Waiting& waiting) 
   std::vector<KnownDevice> devices;
   for (const QSerialPortInfo& port : QSerialPortInfo::availablePorts()) {
     const QString words = port.description() + ' ' + port.manufacturer();
-    devices.push_back({"serial:" + port.systemLocation().toStdString(),
-                       words.trimmed().isEmpty() ? "Serial port" : words.trimmed().toStdString()});
+    devices.push_back(
+        {"serial:" + port.systemLocation().toStdString(),
+         words.trimmed().isEmpty() ? "Serial port" : words.trimmed().toLatin1().toStdString()});
   }
   ChosenUsb usb(settings, MakeUsbTime(waiting, [] { return 0U; }));
   const int instruments = usb.GetDeviceNum();

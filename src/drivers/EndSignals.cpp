@@ -8,10 +8,22 @@
 
 namespace oriolemark {
 
+namespace {
+
+// A program that was started by "nohup", or in the background of a script, is not to end.
+bool IsIgnored(int signal) {
+  struct sigaction action {};
+  return ::sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+}  // namespace
+
 EndSignals::EndSignals() {
   sigset_t ends;
   sigemptyset(&ends);
-  for (const int signal : {SIGHUP, SIGINT, SIGTERM}) sigaddset(&ends, signal);
+  for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+    if (!IsIgnored(signal)) sigaddset(&ends, signal);
+  }
   descriptor_ = ::signalfd(-1, &ends, SFD_CLOEXEC | SFD_NONBLOCK);
   // Without a descriptor the signals still end the process.
   pthread_sigmask(SIG_BLOCK, descriptor_ >= 0 ? &ends : nullptr, &before_);

@@ -10,7 +10,8 @@ namespace oriolemark {
 
 // The system's requests to end, from a terminal, the end of a session, or "kill". Create this
 // before the toolkit starts its threads: they inherit that these signals are blocked and do not end
-// the process. A request before Watch() is kept.
+// the process. A request before Watch() is kept. A signal that is ignored when the program starts
+// stays so.
 class EndSignals {
  public:
   EndSignals();
