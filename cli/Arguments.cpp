@@ -178,7 +178,7 @@ class Parser {
       app.add_option("CHANNEL", call_.channel, "The channel")
           ->required()
           ->type_name("")
-          ->check(CLI::IsMember(std::move(channels), CLI::ignore_case));
+          ->transform(CLI::IsMember(std::move(channels), CLI::ignore_case));
     };
     switch (verb.takes) {
       case Takes::Nothing:

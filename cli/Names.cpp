@@ -7,6 +7,10 @@ namespace {
 
 constexpr std::size_t kMostNames = 3;
 
+char Lower(char letter) {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
+}
+
 // The number of letters to add, drop or replace, to make the first text the end of the second one.
 std::size_t Distance(std::string_view a, std::string_view b) {
   std::vector<std::size_t> row(b.size() + 1);
@@ -26,10 +30,10 @@ std::size_t Distance(std::string_view a, std::string_view b) {
 std::string Plain(std::string_view name) {
   std::string plain;
   for (const char letter : name) {
-    const bool upper = letter >= 'A' && letter <= 'Z';
-    const bool kept = upper || (letter >= 'a' && letter <= 'z') ||
-                      (letter >= '0' && letter <= '9') || letter == '+' || letter == '-';
-    if (kept) plain += upper ? static_cast<char>(letter + ('a' - 'A')) : letter;
+    const char lower = Lower(letter);
+    const bool kept = (lower >= 'a' && lower <= 'z') || (lower >= '0' && lower <= '9') ||
+                      lower == '+' || lower == '-';
+    if (kept) plain += lower;
   }
   return plain;
 }
@@ -51,6 +55,19 @@ std::string DidYouMean(std::string_view typed, const std::vector<std::string>& n
     question += "\"" + near[i].second + "\"";
   }
   return question.empty() ? "" : "Did you mean " + question + "?";
+}
+
+std::string ExtensionOf(const std::string& path) {
+  const std::size_t point = path.rfind('.');
+  if (point == std::string::npos || path.find('/', point) != std::string::npos) return {};
+  std::string extension = path.substr(point);
+  std::ranges::transform(extension, extension.begin(), Lower);
+  return extension;
+}
+
+bool IsPicture(const std::string& path) {
+  const std::string extension = ExtensionOf(path);
+  return extension == ".bmp" || extension == ".png";
 }
 
 }  // namespace oriolemark

@@ -12,4 +12,10 @@ std::string Plain(std::string_view name);
 // The names that are nearest to a mistyped one, as "Did you mean A or B?". Empty if none is near.
 std::string DidYouMean(std::string_view typed, const std::vector<std::string>& names);
 
+// From the last point of the file's name on, in lower case. Empty if there is none.
+std::string ExtensionOf(const std::string& path);
+
+// Whether the file is a picture.
+bool IsPicture(const std::string& path);
+
 }  // namespace oriolemark

@@ -163,9 +163,8 @@ Limits ReadLimits(const Job& job) {
 }  // namespace
 
 ExitCode CheckWave(Job& job) {
-  const bool picture = job.call.file.ends_with(".bmp") || job.call.file.ends_with(".png");
   const bool drawing = !job.call.zoom.empty() || job.call.monochrome || job.call.noGrid;
-  if (picture || !drawing) return ExitCode::Success;
+  if (IsPicture(job.call.file) || !drawing) return ExitCode::Success;
   job.Explain("--zoom, --monochrome and --no-grid are for a .bmp or .png file.");
   return ExitCode::Usage;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cli/Job.h"
+#include "cli/Names.h"
 #include "cli/Rendering.h"
 #include "cli/Verbs.h"
 #include "platform/Timer.h"
@@ -12,17 +13,6 @@ namespace {
 
 constexpr int kFirstPause = 1000;  // ms
 constexpr int kLongestPause = 60000;
-
-// From the last point of the file's name on, in lower case.
-std::string ExtensionOf(const std::string& path) {
-  const std::size_t point = path.rfind('.');
-  if (point == std::string::npos || path.find('/', point) != std::string::npos) return {};
-  std::string extension = path.substr(point);
-  std::ranges::transform(extension, extension.begin(), [](char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
-  });
-  return extension;
-}
 
 std::string Rendered(const Result& result, Format format) {
   switch (format) {

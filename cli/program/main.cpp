@@ -13,6 +13,7 @@
 #include <variant>
 
 #include "cli/Arguments.h"
+#include "cli/Names.h"
 #include "cli/Runner.h"
 #include "cli/program/SimulatedInstrument.h"
 #include "drivers/ChosenColors.h"
@@ -84,8 +85,9 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool d
   return std::make_unique<QGuiApplication>(argc, argv);
 }
 
+// The instrument's own screen is a picture without texts of ours.
 bool DrawsTexts(const Call& call) {
-  return call.channel.size() > 0 && (call.file.ends_with(".bmp") || call.file.ends_with(".png"));
+  return !call.channel.empty() && IsPicture(call.file);
 }
 
 int RunCall(QtEventSource& events, EndSignals& endSignals, Call call) {
@@ -125,18 +127,8 @@ int RunCall(QtEventSource& events, EndSignals& endSignals, Call call) {
   return static_cast<int>(runner.Run(call));
 }
 
-}  // namespace
-}  // namespace oriolemark
-
-int main(int argc, char** argv) {
-  using namespace oriolemark;
-  // The toolkit's remarks, such as on a missing folder for run-time files, are not the user's.
-  qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
-    if (type == QtFatalMsg) std::fprintf(stderr, "%s\n", qPrintable(text));
-  });
-  // A reader that has gone is a failed write.
-  std::signal(SIGPIPE, SIG_IGN);
-  EndSignals endSignals;
+// Calls the program with its arguments. The signals are those of the whole process.
+int RunProgram(EndSignals& endSignals, int& argc, char** argv) {
   const auto read = ReadArguments({argv + 1, argv + argc}, ORIOLEMARK_VERSION);
   if (const auto* const answer = std::get_if<Answer>(&read)) {
     const bool asked = answer->code == ExitCode::Success;
@@ -148,4 +140,18 @@ int main(int argc, char** argv) {
   QCoreApplication::setApplicationName(kApplicationTitle);
   QtEventSource events;
   return RunCall(events, endSignals, call);
+}
+
+}  // namespace
+}  // namespace oriolemark
+
+int main(int argc, char** argv) {
+  // The toolkit's remarks, such as on a missing folder for run-time files, are not the user's.
+  qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type == QtFatalMsg) std::fprintf(stderr, "%s\n", qPrintable(text));
+  });
+  // A reader that has gone is a failed write.
+  std::signal(SIGPIPE, SIG_IGN);
+  oriolemark::EndSignals endSignals;
+  return oriolemark::RunProgram(endSignals, argc, argv);
 }

@@ -171,7 +171,7 @@ TEST(Calls, ResultsAreWrittenInTheFormOfTheFile) {
   CallBench bench;
   const std::string name = files.folder + "/wave";
   for (const auto& row : Rows(R"(
-wave ch1 | .orm | TX5000 Data Sheet || wave both | .CSV | Time_s,CH1_V,CH2_V || wave ch2 | .png | 196875/525
+wave CH1 | .ORM | TX5000 Data Sheet || wave both | .CSV | Time_s,CH1_V,CH2_V || wave ch2 | .png | 196875/525
 wave ch1 --zoom 100% | .bmp | BM || wave ch1 | .json | {"Time_s":[- || samples ch1 | .txt | NO.
 samples ch1 | .csv | NO.,Voltage_V,Time_s || measure ch1 | .xls | Duty+ || measure ch1 | .json | "Vpp_V":3
 )")) {
@@ -189,7 +189,7 @@ samples ch1 | .csv | NO.,Voltage_V,Time_s || measure ch1 | .xls | Duty+ || measu
   EXPECT_EQ(bench.Run("wave ch1 " + files.folder + "/no/x.csv"), ExitCode::File);
   EXPECT_NE(bench.err.find("No such file"), std::string::npos);
   // A sheet that was read is converted to the same numbers.
-  EXPECT_EQ(bench.Run("convert " + files.folder + "/last.orm --csv"), ExitCode::Success);
+  EXPECT_EQ(bench.Run("convert " + files.folder + "/last.ORM --csv"), ExitCode::Success);
   EXPECT_EQ(Split(bench.out, '\n').size(), 602u);
   bench.printable = false;
   EXPECT_EQ(bench.Run("identify"), ExitCode::File);
