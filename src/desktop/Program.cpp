@@ -52,10 +52,9 @@ void PrepareApplication(QApplication& application) {
 }
 
 // As absolute paths, because the list of recent files keeps them.
-std::vector<std::string> FilesOfCommandLine() {
-  std::vector<std::string> files;
-  for (const QString& argument : QApplication::arguments().mid(1)) {
-    files.push_back(QFileInfo(argument).absoluteFilePath().toStdString());
+std::vector<std::string> Absolute(std::vector<std::string> files) {
+  for (std::string& file : files) {
+    file = QFileInfo(QString::fromLocal8Bit(file)).absoluteFilePath().toStdString();
   }
   return files;
 }
@@ -101,13 +100,13 @@ struct Program::Parts {
       help, [this](const std::string& page) { module.main.ShowHelp(HelpCommand::Context, page); }};
 };
 
-Program::Program(QApplication& application) {
+Program::Program(QApplication& application, const std::vector<std::string>& files) {
   PrepareApplication(application);
   parts_ = std::make_unique<Parts>();
   const QSize screen = QGuiApplication::primaryScreen()->size();
   parts_->module.progress.screenWidth = PixelsToUnits(screen.width());
   parts_->module.progress.screenHeight = PixelsToUnits(screen.height());
-  parts_->module.main.FilesAtStart = FilesOfCommandLine();
+  parts_->module.main.FilesAtStart = Absolute(files);
   parts_->module.pointer.onChanged = [this] { ShowPointer(parts_->module.pointer); };
   parts_->module.onWaveView = [this](frmWave& view) {
     parts_->main.AddInner(Make<WaveWindow>(view));

@@ -47,11 +47,22 @@ starts oriolemark-demo "$folder/log" '< "TAVIK'
 [[ -d "$XDG_DATA_HOME/Oriolemark" ]]
 find "$folder/prefix" | sort | diff "$folder/before" -
 
-# The manual page and the completion know every option of the simulator.
-source bash-completion/completions/tx5000sim
-tx5000sim --help | grep -o '^  --[a-z-]*' | while read -r option; do
-  zcat man/man1/tx5000sim.1.gz | tr -d '\\' | grep -q "^\.BI* $option"
-  COMP_WORDS=(tx5000sim "$option") COMP_CWORD=1
-  _tx5000sim tx5000sim
-  [[ "${COMPREPLY[*]}" == "$option" ]]
+# The manual page and the completion of each program know every option of its help.
+for program in oriolemark tx5000sim; do
+  source "bash-completion/completions/$program"
+  env -u QT_QPA_PLATFORM -u DISPLAY "$program" --help | grep -o '^  --*[a-z-]*' >"$folder/options"
+  while read -r option; do
+    zcat "man/man1/$program.1.gz" | tr -d '\\' | grep -q "^\.BI* $option\(~\|$\)"
+    COMP_WORDS=("$program" "$option") COMP_CWORD=1
+    "_$program" "$program"
+    [[ " ${COMPREPLY[*]} " == *" $option "* ]]
+  done <"$folder/options"
+  [[ "$(wc -l <"$folder/options")" -ge 11 ]]
 done
+
+# What the program is, without a display; and one line for what it does not understand.
+unset QT_QPA_PLATFORM DISPLAY WAYLAND_DISPLAY
+grep -q "<release version=\"$(oriolemark --version | cut -d ' ' -f 2)\"" metainfo/*.xml
+code=0
+oriolemark --odd 2>"$folder/said" || code=$?
+[[ $code == 2 && "$(wc -l <"$folder/said")" == 1 ]]

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "shell/CommandLine.h"
 #include "support/ProgramBench.h"
+#include "support/Tables.h"
 #include "values/Number.h"
 
 namespace oriolemark {
@@ -16,6 +18,24 @@ void Open(ProgramBench& bench, const std::function<void(frmOptions&)>& work) {
     EXPECT_FALSE(options.Loaded());
   });
   bench.RunUntil(3000);
+}
+
+TEST(CommandLine, IsRefusedOrAnsweredAtItsFirstWordThatAsksForIt) {
+  using enum CommandLine::Outcome;
+  // The words; and the files, or what the text begins with.
+  for (const auto& row : Rows(R"(
+- | - || a.orm -style fusion b.cfx | a.orm,b.cfx || --platform x -reverse c | c
+-- --help -style | --help,-style || -style -- c.orm | c.orm || a -stylesheet | !-stylesheet needs
+-helpful | !unknown option "-helpful"; || a.orm ---help | !unknown option "---help"
+x --version -odd | =oriolemark 1.2.3 || --help --version | =usage: || -odd --help | !unknown
+)")) {
+    const CommandLine line = ReadCommandLine(Split(row[0], ' '), "1.2.3");
+    std::string seen = line.outcome == Refusal ? "!" + line.text.substr(12) : "=" + line.text;
+    if (line.outcome == Open) seen.clear();
+    for (const std::string& file : line.files) seen += (seen.empty() ? "" : ",") + file;
+    EXPECT_EQ(seen.substr(0, line.outcome == Open ? seen.npos : row[1].size()), row[1]) << row[0];
+    EXPECT_TRUE(line.outcome != Refusal || std::ranges::count(line.text, '\n') == 1) << row[0];
+  }
 }
 
 // Section and key of each option, what a first run stores of it and what the work below does.
