@@ -27,6 +27,8 @@ fail() {
   exit 1
 }
 
+made="$work/made"
+mkdir "$made"
 git clone --quiet --no-checkout . "$work/source"
 cd "$work/source"
 git checkout --quiet --detach "$commit"
@@ -36,21 +38,21 @@ echo "release: $name from $commit"
 
 scripts/install.sh
 git -c tar.umask=0022 archive --format=tar --prefix="$name/" "$commit" |
-  gzip -9n >"$folder/$name.tar.gz"
+  gzip -9n >"$made/$name.tar.gz"
 cmake --preset release --log-level=WARNING -DBUILD_TESTING=OFF \
-  -DCMAKE_CXX_FLAGS="-ffile-prefix-map=$PWD=."
+  -DCMAKE_CXX_FLAGS="\"-ffile-prefix-map=$PWD=.\""
 cmake --build --preset release --target packaging
 (cd build/release && cpack >/dev/null)
-cp build/release/package/oriolemark_*.deb "$folder"
+cp build/release/package/oriolemark_*.deb "$made"
 # Packed again, because the packager writes the owner and the time of packing.
 mkdir "$work/tree" "$work/deb"
 tar -xzf build/release/package/oriolemark-*.tar.gz -C "$work/tree" --strip-components=1
 tar -C "$work/tree" --transform "s,^\.,$name-linux-$(uname -m)," --sort=name --format=gnu \
   --owner=0 --group=0 --numeric-owner --mtime="@$SOURCE_DATE_EPOCH" -cf - . |
-  gzip -9n >"$folder/$name-linux-$(uname -m).tar.gz"
+  gzip -9n >"$made/$name-linux-$(uname -m).tar.gz"
 
 # The checks.
-deb="$(echo "$folder"/*.deb)"
+deb="$(echo "$made"/*.deb)"
 lintian --fail-on error,warning "$deb"
 dpkg-deb -x "$deb" "$work/deb"
 diff -r "$work/deb/usr" "$work/tree" || fail "the package and the archive differ."
@@ -65,7 +67,9 @@ date="$(sed -n "s/^## \[$version\] - //p" CHANGELOG.md)"
 grep -qF "<release version=\"$version\" date=\"$date\"/>" "$work"/tree/share/metainfo/*.xml ||
   fail "the entry for software catalogues has another version or date than CHANGELOG.md."
 
-cd "$folder"
-sha256sum -- *.deb *.tar.gz >"$work/sums"
+cd "$made"
+sha256sum -- * >"$work/sums"
 mv "$work/sums" SHA256SUMS
 cat SHA256SUMS
+# Only what has passed leaves the working folder.
+cp -- * "$folder"

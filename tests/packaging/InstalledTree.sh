@@ -11,7 +11,7 @@ export PATH="$folder/prefix/bin:$PATH" XDG_DATA_HOME="$folder/data" XDG_CONFIG_H
 cp "$repository/docs/formats/example.orm" "$folder/prefix/share"
 # The simulator, whoever starts it, keeps a log.
 mv "$folder/prefix/bin/tx5000sim" "$folder/prefix/bin/simulator"
-printf '#!/bin/sh\nexec simulator --log %s/log "$@"\n' "$folder" >"$folder/prefix/bin/tx5000sim"
+printf '#!/bin/sh\nexec simulator --log "%s/log" "$@"\n' "$folder" >"$folder/prefix/bin/tx5000sim"
 chmod +x "$folder/prefix/bin/tx5000sim"
 chmod -R a-w "$folder/prefix"
 cd "$folder/prefix/share"
