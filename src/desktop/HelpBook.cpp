@@ -92,14 +92,22 @@ HelpBook::~HelpBook() {
   qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
 }
 
-void HelpBook::Turn(HelpCommand command, const QString& page) {
+QUrl HelpBook::PageOf(const QString& topic) const {
+  for (const QString& name : topic.split('\n', Qt::SkipEmptyParts)) {
+    const auto pages = file_->Engine().documentsForIdentifier(name);
+    if (!pages.isEmpty()) return pages.first().url;
+  }
+  return file_->StartPage();
+}
+
+void HelpBook::Turn(HelpCommand command, const QString& topic) {
   if (command == HelpCommand::PartialKey) {
     tabs_.setCurrentIndex(kIndexTab);
     keyword_->clear();
     keyword_->setFocus();
   } else {
     tabs_.setCurrentIndex(kContentsTab);
-    page_.setSource(file_->StartPage().resolved(QUrl(page)));
+    page_.setSource(PageOf(topic));
     contents_.setFocus();
   }
 }

@@ -40,11 +40,12 @@ class HelpBook : public QWidget {
   ~HelpBook() override;
 
   const HelpFile& File() const { return *file_; }
-  // Contents shows the contents tab and the start page. Context shows the contents tab and this
-  // page. PartialKey shows the index, with the cursor in its empty search line.
-  void Turn(HelpCommand command, const QString& page);
+  // Contents shows the contents tab and the start page. Context shows the contents tab and the
+  // page of this topic. PartialKey shows the index, with the cursor in its empty search line.
+  void Turn(HelpCommand command, const QString& topic);
 
  private:
+  QUrl PageOf(const QString& topic) const;
   QWidget& MakeBar();
   QWidget& MakeIndex();
   QWidget& MakeSearch();

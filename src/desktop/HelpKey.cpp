@@ -5,42 +5,23 @@
 #include <QKeyEvent>
 #include <QTimer>
 #include <QWindow>
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace oriolemark {
 namespace {
 
-struct DialogPage {
-  const char* dialog;  // its object name, its title or its class
-  const char* page;
-};
-
-constexpr DialogPage kPages[] = {
-    {"frmOptions", "options.html"},        {"CtrlDialog", "controller.html#edit"},
-    {"frmPassFailed", "limits.html"},      {"frmWaveSetting", "fft.html"},
-    {"frmNewDoc", "controlfile.html"},     {"frmOpenDoc", "controlfile.html"},
-    {"QPrintDialog", "output.html#setup"}, {"QPrintPreviewDialog", "output.html#preview"},
-    {"Export File", "output.html#export"}, {"Save As", "sheet.html#files"},
-    {"QFileDialog", "controlfile.html"},   {"frmV_Key", "panel.html#keys"},
-    {"frmV_Panel", "panel.html"},          {"frmPrgress", "reading.html#progress"},
-    {"QMessageBox", "messages.html"},      {"QDialog", "index.html"},
-};
-
-// The last row is for every dialog.
-const char* PageOf(const QDialog& dialog) {
-  return std::find_if(std::begin(kPages), std::end(kPages) - 1,
-                      [&dialog](const DialogPage& row) {
-                        return dialog.objectName() == row.dialog ||
-                               dialog.windowTitle() == row.dialog || dialog.inherits(row.dialog);
-                      })
-      ->page;
+// A file dialog has no name of its own, so its title and its class count too.
+std::string TopicOf(const QDialog& dialog) {
+  QStringList names{dialog.objectName(), dialog.windowTitle()};
+  for (const auto* meta = dialog.metaObject(); meta != nullptr; meta = meta->superClass()) {
+    names << meta->className();
+  }
+  return names.join('\n').toStdString();
 }
 
 }  // namespace
 
-HelpKey::HelpKey(QWidget& help, std::function<void(const std::string& page)> open)
+HelpKey::HelpKey(QWidget& help, std::function<void(const std::string& topic)> open)
     : help_(help), open_(std::move(open)) {
   qApp->installEventFilter(this);
 }
@@ -61,7 +42,7 @@ bool HelpKey::eventFilter(QObject* watched, QEvent* event) {
   help_.winId();  // creates the native window if it was never shown
   StandBefore(dialog);
   // Runs after the key event, because a file that cannot be opened is reported in a box.
-  QTimer::singleShot(0, this, [this, page = PageOf(*dialog)] { open_(page); });
+  QTimer::singleShot(0, this, [this, topic = TopicOf(*dialog)] { open_(topic); });
   return true;
 }
 

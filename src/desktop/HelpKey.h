@@ -13,8 +13,8 @@ namespace oriolemark {
 // belongs to the help window.
 class HelpKey : public QObject {
  public:
-  // `open` opens the help file at a page.
-  HelpKey(QWidget& help, std::function<void(const std::string& page)> open);
+  // `open` opens the help file at a topic, see HelpViewer.
+  HelpKey(QWidget& help, std::function<void(const std::string& topic)> open);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -22,7 +22,7 @@ class HelpKey : public QObject {
   void StandBefore(const QWidget* dialog);
 
   QWidget& help_;
-  std::function<void(const std::string& page)> open_;
+  std::function<void(const std::string& topic)> open_;
 };
 
 }  // namespace oriolemark

@@ -32,7 +32,7 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
 HelpWindow::~HelpWindow() = default;
 
 std::optional<std::string> HelpWindow::Open(const std::string& path, HelpCommand command,
-                                            const std::string& page) {
+                                            const std::string& topic) {
   auto file = std::make_unique<HelpFile>(QString::fromStdString(path));
   if (file->Failure()) return file->Failure()->toStdString();
   // The file is read again each time, in case it was replaced.
@@ -40,7 +40,7 @@ std::optional<std::string> HelpWindow::Open(const std::string& path, HelpCommand
   layout()->addWidget(book_.get());
   setWindowState(windowState() & ~Qt::WindowMinimized);
   show();
-  book_->Turn(command, QString::fromStdString(page));
+  book_->Turn(command, QString::fromStdString(topic));
   raise();
   activateWindow();
   return std::nullopt;

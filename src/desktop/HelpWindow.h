@@ -18,7 +18,7 @@ class HelpWindow : public QWidget, public HelpViewer {
   ~HelpWindow() override;
 
   std::optional<std::string> Open(const std::string& path, HelpCommand command,
-                                  const std::string& page) override;
+                                  const std::string& topic) override;
 
  private:
   std::unique_ptr<HelpBook> book_;  // null until the first file is open

@@ -96,8 +96,9 @@ struct Program::Parts {
   KeyWindow keys{module.keys, &main};
   PanelWindow panel{module.panel, &main};
   ProgressWindow progress{module.progress, &main};
-  HelpKey helpKey{
-      help, [this](const std::string& page) { module.main.ShowHelp(HelpCommand::Context, page); }};
+  HelpKey helpKey{help, [this](const std::string& topic) {
+                    module.main.ShowHelp(HelpCommand::Context, topic);
+                  }};
 };
 
 Program::Program(QApplication& application, const std::vector<std::string>& files) {

@@ -253,8 +253,8 @@ void frmMain::mnuFilePageSetup_Click() {
   context_.prompts.ShowPrinterDialog("Page Setup");
 }
 
-void frmMain::ShowHelp(HelpCommand command, const std::string& page) {
-  const auto error = context_.help.Open(context_.helpFile, command, page);
+void frmMain::ShowHelp(HelpCommand command, const std::string& topic) {
+  const auto error = context_.help.Open(context_.helpFile, command, topic);
   if (error) context_.prompts.Show({.systemText = *error});
 }
 

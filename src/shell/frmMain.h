@@ -126,8 +126,8 @@ class frmMain : public Form {
   void OpenDropped(const std::vector<std::string>& paths);
   static bool TakesDrop(const std::vector<std::string>& paths);
 
-  // Opens the help file beside the program and reports a failure. `page` is used for Context.
-  void ShowHelp(HelpCommand command, const std::string& page = {});
+  // Opens the help file beside the program and reports a failure. `topic` is used for Context.
+  void ShowHelp(HelpCommand command, const std::string& topic = {});
 
  protected:
   void Form_Unload() override;

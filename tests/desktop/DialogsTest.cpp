@@ -1,6 +1,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QHelpLink>
@@ -233,6 +234,25 @@ TEST_F(Help, NoLinkNoEntryOfTheContentsAndNoKeywordLeadsNowhere) {
   }
 }
 
+TEST_F(Help, EveryMessageOfTheCoreHasItsRow) {
+  const QDir source(QFileInfo(HELP_PROJECT_PATH).path() + "/../../src");
+  const QRegularExpression text(R"re(\.text =\s*(?:std::string\()?"([^"\\]+))re");
+  HelpFile file(HELP_FILE_PATH);
+  QString page = file.Engine().fileData(file.StartPage().resolved(QUrl("messages.html")));
+  page = page.simplified();
+  int messages = 0;
+  for (QDirIterator at(source.path(), {"*.cpp", "*.h"}, QDir::Files, QDirIterator::Subdirectories);
+       at.hasNext();) {
+    const QString code = QString::fromStdString(FileFolder::Bytes(at.next().toStdString()));
+    for (const auto& message : text.globalMatch(code)) {
+      EXPECT_TRUE(page.contains(message.captured(1).trimmed()))
+          << message.captured(1).toStdString();
+      ++messages;
+    }
+  }
+  EXPECT_GT(messages, 15);
+}
+
 TEST_F(Help, AFileThatCannotBeShownIsDescribedAndShowsNoWindow) {
   const std::string good = FileFolder::Bytes(HELP_FILE_PATH);
   const FileFolder files;
@@ -258,10 +278,40 @@ void PressIn(QWidget& window, Qt::Key key) {
   QTest::keyClick(window.windowHandle(), key);
 }
 
+TEST_F(Windows, EachHasItsPageAndEachEntryOfAMenuItsKeyword) {
+  const auto add = [](std::size_t tool) {
+    return [tool](MainModule& module) { module.main.Tools[tool].action(); };
+  };
+  Run({add(10), add(11), add(12), [](MainModule&) {
+         HelpFile file(HELP_FILE_PATH);
+         QSet<QString> windows, entries;
+         for (const QWidget* widget : QApplication::allWidgets()) {
+           const bool inner = widget->inherits("QMdiSubWindow") || widget->inherits("QDockWidget");
+           if (inner || widget->inherits("QDialog") || widget->inherits("QMainWindow")) {
+             windows << widget->objectName();
+           }
+           if (!widget->inherits("QMenu")) continue;
+           for (const QAction* action : widget->actions()) {
+             if (action->objectName().startsWith("mnu")) entries << action->text();
+           }
+         }
+         EXPECT_TRUE(windows.size() >= 17 && entries.size() >= 35);
+         for (const QString& window : windows) {
+           EXPECT_FALSE(file.Engine().documentsForIdentifier(window).isEmpty())
+               << window.toStdString();
+         }
+         for (QString entry : entries) {
+           entry = entry.remove('&').remove("...").trimmed();
+           EXPECT_FALSE(file.Engine().documentsForKeyword(entry).isEmpty()) << entry.toStdString();
+         }
+       }});
+}
+
 TEST_F(Windows, F1InADialogOpensItsPageInAHelpWindowThatIsNotBlocked) {
   const std::pair<void (*)(MainModule&), QString> rows[] = {
       {[](MainModule& module) { module.main.mnuToolsOptions.Click(); }, "options.html"},
-      {[](MainModule& module) { module.main.mnuHelpAbout.Click(); }, "index.html"},
+      {[](MainModule& module) { module.main.mnuHelpAbout.Click(); }, "window.html"},
+      {[](MainModule& module) { module.main.mnuFilePageSetup.Click(); }, "output.html"},
       {[](MainModule& module) { module.main.tbToolBar_ButtonClick("FFT"); }, "fft.html"},
       {[](MainModule& module) { View(module).cmdRefresh.Click(); }, "messages.html"},
       {[](MainModule&) { The<QPushButton>("cmdPassFailed").click(); }, "limits.html"},
