@@ -278,12 +278,14 @@ void PressIn(QWidget& window, Qt::Key key) {
   QTest::keyClick(window.windowHandle(), key);
 }
 
-TEST_F(Windows, EachHasItsPageAndEachEntryOfAMenuItsKeyword) {
+TEST_F(Windows, EachHasItsPageAndEachEntryOfAMenuItsKeywordAndItsKeys) {
   const auto add = [](std::size_t tool) {
     return [tool](MainModule& module) { module.main.Tools[tool].action(); };
   };
   Run({add(10), add(11), add(12), [](MainModule&) {
          HelpFile file(HELP_FILE_PATH);
+         const auto page = file.StartPage().resolved(QUrl("keys.html"));
+         const QString keys = file.Engine().fileData(page);
          QSet<QString> windows, entries;
          for (const QWidget* widget : QApplication::allWidgets()) {
            const bool inner = widget->inherits("QMdiSubWindow") || widget->inherits("QDockWidget");
@@ -292,7 +294,10 @@ TEST_F(Windows, EachHasItsPageAndEachEntryOfAMenuItsKeyword) {
            }
            if (!widget->inherits("QMenu")) continue;
            for (const QAction* action : widget->actions()) {
-             if (action->objectName().startsWith("mnu")) entries << action->text();
+             if (!action->objectName().startsWith("mnu")) continue;
+             entries << action->text();
+             const QString key = action->shortcut().toString();
+             EXPECT_TRUE(key.isEmpty() || keys.contains("<td>" + key)) << key.toStdString();
            }
          }
          EXPECT_TRUE(windows.size() >= 17 && entries.size() >= 35);
