@@ -35,6 +35,12 @@ git checkout --quiet --detach "$commit"
 version="$(sed -n 's/^project(Oriolemark VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)"
 name="oriolemark-$version"
 echo "release: $name from $commit"
+date="$(sed -n "s/^## \[$version\] - //p" CHANGELOG.md)"
+[[ -n "$date" ]] || fail "CHANGELOG.md has no dated section for $version."
+packaged="$(sed -n 's/^ -- .*>  //p' packaging/changelog | head -n 1)"
+[[ "$(date -d "$packaged" +%F)" == "$date" ]] || fail "packaging/changelog has another date."
+grep -qF "date=\"$date\"/>" packaging/*.metainfo.xml ||
+  fail "the entry for software catalogues has another date than CHANGELOG.md."
 
 scripts/install.sh
 git -c tar.umask=0022 archive --format=tar --prefix="$name/" "$commit" |
@@ -62,10 +68,8 @@ tests/packaging/InstalledTree.sh "$PWD/build/release"
   fail "the program has another version."
 zcat "$work/tree/share/doc/oriolemark/changelog.gz" | head -n 1 | grep -qF "($version)" ||
   fail "the package's changelog has another version."
-date="$(sed -n "s/^## \[$version\] - //p" CHANGELOG.md)"
-[[ -n "$date" ]] || fail "CHANGELOG.md has no dated section for $version."
-grep -qF "<release version=\"$version\" date=\"$date\"/>" "$work"/tree/share/metainfo/*.xml ||
-  fail "the entry for software catalogues has another version or date than CHANGELOG.md."
+grep -qF "<release version=\"$version\"" "$work"/tree/share/metainfo/*.xml ||
+  fail "the entry for software catalogues has another version."
 
 cd "$made"
 sha256sum -- * >"$work/sums"
