@@ -69,9 +69,17 @@ void ShowCommon(QWidget& widget, const Control& model) {
   if (widget.isHidden() == model.Visible()) widget.setVisible(model.Visible());
 }
 
-QStringList ListFromWire(const std::vector<std::string>& texts) {
+QString Decoded(const std::string& text, TextCode code) {
+  return code == TextCode::Utf8 ? QString::fromStdString(text) : FromWire(text);
+}
+
+std::string Encoded(const QString& text, TextCode code) {
+  return code == TextCode::Utf8 ? text.toStdString() : ToWire(text);
+}
+
+QStringList Decoded(const std::vector<std::string>& texts, TextCode code) {
   QStringList list;
-  for (const std::string& text : texts) list << FromWire(text);
+  for (const std::string& text : texts) list << Decoded(text, code);
   return list;
 }
 
@@ -81,15 +89,15 @@ QStringList Items(const QComboBox& widget) {
   return list;
 }
 
-void ShowCombo(QComboBox& widget, const ComboBox& model) {
+void ShowCombo(QComboBox& widget, const ComboBox& model, TextCode code) {
   const QSignalBlocker blocker(widget), textBlocker(widget.lineEdit());
-  const QStringList items = ListFromWire(model.Items());
+  const QStringList items = Decoded(model.Items(), code);
   if (Items(widget) != items) {
     widget.clear();
     widget.addItems(items);
   }
   widget.setCurrentIndex(model.ListIndex());
-  const QString text = FromWire(model.Text());
+  const QString text = Decoded(model.Text(), code);
   if (widget.isEditable() && widget.currentText() != text) widget.setEditText(text);
   ShowCommon(widget, model);
 }
@@ -168,7 +176,7 @@ void Bind(const std::vector<QRadioButton*>& options, OptionGroup& model) {
   Follow(*group, model, [options, group, &model] { ShowOptions(options, *group, model); });
 }
 
-void Bind(QComboBox& widget, ComboBox& model) {
+void Bind(QComboBox& widget, ComboBox& model, TextCode code) {
   QObject::connect(&widget, &QComboBox::activated, &widget,
                    [&model](int index) { model.SetListIndex(index); });
   if (model.Style() == ComboStyle::Free) {
@@ -176,31 +184,32 @@ void Bind(QComboBox& widget, ComboBox& model) {
     widget.setInsertPolicy(QComboBox::NoInsert);
     widget.setCompleter(nullptr);
     QObject::connect(widget.lineEdit(), &QLineEdit::editingFinished, &widget,
-                     [&] { model.EndEdit(ToWire(widget.currentText())); });
+                     [&, code] { model.EndEdit(Encoded(widget.currentText(), code)); });
     // A text that is set as a whole, for instance by a screen reader, is a finished edit. The list
     // reports its own choices.
-    QObject::connect(widget.lineEdit(), &QLineEdit::textChanged, &widget, [&](const QString& text) {
-      if (!widget.lineEdit()->isModified() && text != widget.itemText(widget.currentIndex()))
-        model.EndEdit(ToWire(text));
-    });
+    QObject::connect(
+        widget.lineEdit(), &QLineEdit::textChanged, &widget, [&, code](const QString& text) {
+          if (!widget.lineEdit()->isModified() && text != widget.itemText(widget.currentIndex()))
+            model.EndEdit(Encoded(text, code));
+        });
     // The inner line has the focus, so a screen reader reads the name there.
     widget.lineEdit()->setAccessibleName(widget.accessibleName());
   }
   widget.view()->setAccessibleName(widget.accessibleName());
-  Follow(widget, model, [&] { ShowCombo(widget, model); });
+  Follow(widget, model, [&, code] { ShowCombo(widget, model, code); });
 }
 
-void Bind(QLineEdit& widget, TextBox& model) {
+void Bind(QLineEdit& widget, TextBox& model, TextCode code) {
   QObject::connect(&widget, &QLineEdit::textChanged, &widget,
-                   [&model](const QString& text) { model.SetText(ToWire(text)); });
-  QObject::connect(&widget, &QLineEdit::editingFinished, &widget, [&] {
+                   [&model, code](const QString& text) { model.SetText(Encoded(text, code)); });
+  QObject::connect(&widget, &QLineEdit::editingFinished, &widget, [&, code] {
     const QSignalBlocker blocker(widget);
-    widget.setText(FromWire(model.Text()));
+    widget.setText(Decoded(model.Text(), code));
   });
-  Follow(widget, model, [&] {
+  Follow(widget, model, [&, code] {
     const QSignalBlocker blocker(widget);
     // The typed text stays as it is until the edit ends.
-    if (ToWire(widget.text()) != model.Text()) widget.setText(FromWire(model.Text()));
+    if (Encoded(widget.text(), code) != model.Text()) widget.setText(Decoded(model.Text(), code));
     ShowCommon(widget, model);
   });
 }

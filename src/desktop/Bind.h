@@ -47,6 +47,9 @@ std::string ToWire(const QString& text);
 QRect ToPixels(const UnitRect& place);
 UnitRect ToUnits(const QRect& place);
 
+// The code of a control's texts. Paths are UTF-8.
+enum class TextCode { Latin1, Utf8 };
+
 // Each binding shows the model's state now and after each change, and reports the user's input to
 // the model. A widget may be destroyed before its model. A model must exist as long as its widget
 // gets input.
@@ -57,9 +60,9 @@ void Bind(QCheckBox& widget, CheckBox& model);
 void Bind(const std::vector<QRadioButton*>& options, OptionGroup& model);
 // A model with free text makes the widget editable, without completion. The parts of the widget
 // take over its present accessible name.
-void Bind(QComboBox& widget, ComboBox& model);
-// A typed character outside Latin-1 becomes '?' when the edit ends.
-void Bind(QLineEdit& widget, TextBox& model);
+void Bind(QComboBox& widget, ComboBox& model, TextCode code = TextCode::Latin1);
+// A typed character outside the code becomes '?' when the edit ends.
+void Bind(QLineEdit& widget, TextBox& model, TextCode code = TextCode::Latin1);
 // Shows the text shortened, on one line, and whole in the tool tip. Its length does not widen the
 // window.
 void Bind(QLabel& widget, Label& model);
