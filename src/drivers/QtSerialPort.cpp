@@ -29,6 +29,12 @@ constexpr qint64 kWriteLimit = 1000;  // ms
 // closing has to end within 2 s.
 constexpr qint64 kCloseLimit = 1800;
 
+// A service that looks for modems opens each new adapter and keeps it for a while.
+constexpr const char* kBusyCure =
+    "Close the other program that is using it. If the adapter was plugged in just now, "
+    "ModemManager may be trying it: wait half a minute, then connect again. A udev rule keeps "
+    "ModemManager away (the manual explains how under Connecting).";
+
 struct CountedError {
   int serial_icounter_struct::*counter;
   int code;
@@ -155,7 +161,7 @@ std::string QtSerialPort::OpenFailure() const {
       return Failure(text, "Plug it in, or choose another port in the options.");
     case QSerialPort::PermissionError:
       // A missing right and another program's lock cause the same error.
-      if (MayUse(path_)) return Failure(text, "Close the other program that is using it.");
+      if (MayUse(path_)) return Failure(text, kBusyCure);
       return Failure(text, JoinGroup(GroupOf(path_, "dialout")));
     default:
       return Failure(text, "It cannot be used as a serial line at " + settings_ + ".");

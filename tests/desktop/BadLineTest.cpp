@@ -177,7 +177,10 @@ TEST_F(BadLine, APortThatDoesNotOpenNamesItselfAndTheCure) {
     other.rs232.RS232Init();
     expectRefusal(cable.path,
                   "Permission error while locking the device$"
-                  "Close the other program that is using it.");
+                  "Close the other program that is using it. If the adapter was plugged in just "
+                  "now, ModemManager may be trying it: wait half a minute, then connect again. A "
+                  "udev rule keeps ModemManager away (the manual explains how under "
+                  "Connecting).");
   }
   const std::string owner = QFileInfo(QString::fromStdString(cable.path)).group().toStdString();
   const std::string group = owner.empty() || owner == "root" ? "dialout" : owner;
