@@ -73,7 +73,7 @@ class InstantLine : public SerialPort, public EventSource {
   void Close() override {}
   void SetSettings(const std::string&) override {}
   void SetPort(int) override {}
-  std::string DeviceOf(int) const override { return {}; }
+  std::string DeviceOf(int, const std::string&) const override { return {}; }
   std::optional<std::string> Open() override { return {}; }
   std::optional<std::string> Write(std::string_view bytes) override {
     reply_ = answer ? answer(bytes.substr(0, bytes.size() - 1)) : std::string();

@@ -112,7 +112,7 @@ std::string LibraryGpib::Meaning() {
            (failure.empty() ? "" : ". Last failure: " + failure);
   }
   return "No usable GPIB library was found. Tried: " + library.Reason() +
-         ". To use another one, set GpibLibrary in section Drivers of the settings.";
+         ". To use another one, name it in the options.";
 }
 
 std::string LibraryGpib::Problem() {

@@ -9,6 +9,7 @@
 #include <QMetaObject>
 #include <QSerialPortInfo>
 #include <QString>
+#include <QStringList>
 #include <QThread>
 #include <algorithm>
 #include <array>
@@ -141,9 +142,19 @@ void QtSerialPort::FinishSending() {
   }
 }
 
-std::string QtSerialPort::DeviceOf(int number) const {
-  std::string path = devicePath_ ? devicePath_(number) : std::string();
-  if (!path.empty()) return path.starts_with('/') ? path : "/dev/" + path;
+std::vector<ListedPort> QtSerialPort::ListPorts() const {
+  std::vector<ListedPort> ports;
+  for (const QSerialPortInfo& port : QSerialPortInfo::availablePorts()) {
+    // The serial number tells two adapters of one kind apart.
+    QStringList words{port.description(), port.serialNumber()};
+    words.removeAll(QString());
+    ports.push_back({port.systemLocation().toStdString(), words.join(", ").toStdString()});
+  }
+  return ports;
+}
+
+std::string QtSerialPort::DeviceOf(int number, const std::string& name) const {
+  if (!name.empty()) return name.starts_with('/') ? name : "/dev/" + name;
   const auto listed = QSerialPortInfo::availablePorts();
   if (number < 1 || number > listed.size()) return {};
   return listed[number - 1].systemLocation().toStdString();
@@ -178,7 +189,7 @@ std::optional<std::string> QtSerialPort::Open() {
   Close();
   const auto settings = ParseSerialSettings(settings_);
   if (!settings) return SystemText(EINVAL) + "\n\nInvalid serial settings: " + settings_ + ".";
-  path_ = DeviceOf(number_);
+  path_ = DeviceOf(number_, devicePath_ ? devicePath_(number_) : std::string());
   if (path_.empty()) {
     return SystemText(ENOENT) + "\n\nNo serial device was found for COM" + std::to_string(number_) +
            ". Plug one in, or choose another port in the options.";

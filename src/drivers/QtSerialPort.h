@@ -13,10 +13,9 @@ namespace oriolemark {
 // the system's own words, an empty line, then cause and cure.
 class QtSerialPort : public SerialPort {
  public:
-  // The path (UTF-8) of the device for a port number. Empty if the settings have none.
+  // The settings' name (UTF-8) of the device for a port number. Empty if they have none.
   using DevicePath = std::function<std::string(int number)>;
 
-  // If a number has no path, port 1 is the first serial device that the system lists, and so on.
   explicit QtSerialPort(DevicePath devicePath);
   ~QtSerialPort() override;
 
@@ -26,7 +25,9 @@ class QtSerialPort : public SerialPort {
   void Close() override;
   void SetSettings(const std::string& settings) override { settings_ = settings; }
   void SetPort(int number) override { number_ = number; }
-  std::string DeviceOf(int number) const override;
+  std::vector<ListedPort> ListPorts() const override;
+  // A name without a slash at its head is one in the folder /dev.
+  std::string DeviceOf(int number, const std::string& name) const override;
   // Closes an open port first. Uses the present settings and number.
   std::optional<std::string> Open() override;
   // Blocks for at most 1 s while the device's own buffer is full, then fails.

@@ -4,8 +4,15 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace oriolemark {
+
+// A serial device that the system lists. UTF-8.
+struct ListedPort {
+  std::string device;       // its path
+  std::string description;  // in the words of the adapter; may be empty
+};
 
 // A serial line with event codes. An operation that fails returns the system's error text (UTF-8).
 class SerialPort {
@@ -18,8 +25,11 @@ class SerialPort {
   virtual void SetSettings(const std::string& settings) = 0;
   // 1 is "COM1", 2 is "COM2".
   virtual void SetPort(int number) = 0;
-  // The path of the device behind a port number, shown to the user; empty if there is none.
-  virtual std::string DeviceOf(int number) const = 0;
+  // The devices that the system lists now, in its own order.
+  virtual std::vector<ListedPort> ListPorts() const { return {}; }
+  // The path (UTF-8) of the device behind a port number for which the settings name `name`. If that
+  // is empty, number 1 is the first listed device, and so on; empty if there is none.
+  virtual std::string DeviceOf(int number, const std::string& name) const = 0;
   // Opens the port without handshaking and discards bytes that came before.
   virtual std::optional<std::string> Open() = 0;
   // Hands all bytes to the system before it returns without an error.

@@ -133,6 +133,19 @@ TEST_F(DriversTest, UsbLibraryIsUsedIfItServesAndEachFailureComesThrough) {
       "Built-in USB driver. The library named in the settings cannot be used: libm.so.6: lacks "));
 }
 
+TEST_F(DriversTest, TheNextConnectUsesTheUsbLibraryThatTheOptionsName) {
+  const LibraryScript& script = Use("UsbLibrary", "variable");
+  store.values.clear();
+  Preferences preferences;
+  ChosenColors colors(store);
+  frmOptions options({preferences, store, prompts, port, gpibDriver, usbDriver, colors});
+  options.Load();
+  options.UsbLibraryText.SetText(held[0].Name());
+  options.cmdOK.Click();
+  usb.USBSend("A");
+  EXPECT_EQ(script.calls, "A\r");
+}
+
 TEST_F(DriversTest, UsbScreenIsSelectedCountedAddressedAndReadUntilOneFails) {
   LibraryScript& script = Use("UsbLibrary", "variable");
   std::vector<std::uint8_t> buffer(76801 + 16, 1);

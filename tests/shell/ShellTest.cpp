@@ -44,7 +44,8 @@ IO Settings | ScopeIOType | 0 | 1 || IO Settings | COM_Port | 1 | 2
 IO Settings | GPIB_Addr | 7 | 30 || Refresh | Refresh Type | Single | Auto
 Refresh | Refresh Interval | 100 | 250 || IO Settings | BaudRate | 9600 | fast
 General | StartupCheckHardware | False | True || General | StartupLoadSheet | False | True
-General | StartupLoadCtrl | False | True
+General | StartupLoadCtrl | False | True || Drivers | COM1 | - | /dev/b || Drivers | COM2 | - | b
+Drivers | GpibLibrary | - | /y z.so || Drivers | UsbLibrary | - | /u.so
 )");
 std::string& ValueIn(ProgramBench& bench, const std::vector<std::string>& stored) {
   return bench.store.values[{stored[0], stored[1]}];
@@ -67,6 +68,10 @@ TEST(Options, ReachTheStoreWithOkAndNotWithCancel) {
       options.BaudCombo.EndEdit("fast");
       options.GPIB_AddrCombo.SetListIndex(30);
       options.DeviceCombo.SetListIndex(2);
+      options.DeviceOfPortCombo[0].EndEdit(" /dev/b\t");
+      options.DeviceOfPortCombo[1].EndEdit("b");
+      options.GpibLibraryText.SetText("/y z.so");
+      options.UsbLibraryText.SetText("/u.so");
       (ok ? options.cmdOK : options.cmdCancel).Click();
       EXPECT_EQ(bench.module.preferences.link.UsbDevice, ok ? 2 : 0);
     });
@@ -98,6 +103,44 @@ TEST(Options, ShowWhatTheStoreHoldsAndCanBeConfirmedAsTheyStand) {
     });
     for (std::size_t i = 0; i < 5; ++i) EXPECT_EQ(ValueIn(bench, kStored[i]), row[i + 9]) << i;
   }
+}
+
+TEST(Options, AnEmptyNameIsKeptAndNoneThatNoFileCanHave) {
+  // The library typed, and the one that OK leaves in the store.
+  const std::pair<std::string, const char*> rows[] = {
+      {" ", ""}, {std::string(4096, 'x'), "/u.so"}, {{"/v\0.so", 6}, "/u.so"}};
+  for (const auto& [typed, kept] : rows) {
+    ProgramBench bench;
+    bench.Store("Drivers", "UsbLibrary", "/u.so");
+    bench.module.options.Load();
+    bench.module.options.UsbLibraryText.SetText(typed);
+    bench.module.options.cmdOK.Click();
+    EXPECT_EQ((bench.store.values[{"Drivers", "UsbLibrary"}]), kept);
+  }
+}
+
+TEST(Options, PortsAreListedAnewAtEachOpeningAndNamesMeanWhatTheBoxesShow) {
+  ProgramBench bench;
+  frmOptions& options = bench.module.options;
+  bench.Store("Drivers", "GpibLibrary", "x.so");
+  options.Load();
+  EXPECT_TRUE(options.DeviceOfPortCombo[0].Items().empty());
+  options.GpibLibraryText.SetText("typed");
+  options.Unload();
+  bench.port.ports = {{"/dev/ttyS1", std::string("<b>A\0\n", 6)}, {"/dev/ttyUSB0", ""}};
+  options.Load();
+  EXPECT_EQ(options.ListedMeaning(0), "/dev/ttyS1  <b>A");
+  EXPECT_EQ(options.PortMeaning(1), "COM2 is /dev/ttyS1 (<b>A)");
+  options.DeviceOfPortCombo[1].SetListIndex(1);
+  EXPECT_EQ(options.PortMeaning(1), "COM2 is /dev/ttyUSB0");
+  EXPECT_EQ(options.AddressMeaning(), bench.gpib.Meaning()) << "what was typed before is gone";
+  bench.prompts.paths = {"/l.so"};
+  for (int click = 0; click < 2; ++click) {  // the second one is cancelled
+    options.cmdGpibLibrary.Click();
+    EXPECT_EQ(options.AddressMeaning(), "After OK, the next connect uses /l.so.");
+  }
+  options.GpibLibraryText.SetText("");
+  EXPECT_EQ(options.AddressMeaning(), "After OK, the next connect uses the built-in choice.");
 }
 
 TEST(Options, DropTheLinkBeforeTheyOpenAndLeaveItDown) {

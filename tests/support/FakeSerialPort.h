@@ -26,8 +26,9 @@ class FakeSerialPort : public SerialPort {
   void Close() override { open = false; }
   void SetSettings(const std::string& text) override { settings = text; }
   void SetPort(int portNumber) override { number = portNumber; }
-  std::string DeviceOf(int portNumber) const override {
-    return "/dev/ttyS" + std::to_string(portNumber - 1);
+  std::vector<ListedPort> ListPorts() const override { return ports; }
+  std::string DeviceOf(int portNumber, const std::string& name) const override {
+    return name.empty() ? "/dev/ttyS" + std::to_string(portNumber - 1) : name;
   }
   std::optional<std::string> Open() override {
     if (!fails.empty()) return fails;
@@ -51,7 +52,8 @@ class FakeSerialPort : public SerialPort {
   std::string settings;
   int number = 0;
   std::string written;  // every byte, terminators and all
-  std::string fails;    // what Open and Write say, unless empty
+  std::vector<ListedPort> ports;
+  std::string fails;  // what Open and Write say, unless empty
 
  private:
   VirtualClock& clock_;
