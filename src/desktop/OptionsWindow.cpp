@@ -1,17 +1,23 @@
 #include "desktop/OptionsWindow.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "desktop/Bind.h"
 #include "desktop/Builders.h"
+#include "desktop/ShownText.h"
 
 namespace oriolemark {
 namespace {
@@ -88,7 +94,7 @@ QLabel& AddMeaning(QFormLayout& layout, const QComboBox& combo) {
 // accessible description, and follows the purpose of the box in the tool tip.
 void ShowMeaning(QComboBox& combo, QLabel& label, const QString& purpose,
                  const std::string& meaning) {
-  const auto text = QString::fromStdString(meaning);
+  const QString text = Breakable(Shortened(QString::fromStdString(meaning)));
   label.setText(text);
   label.setTextInteractionFlags(text.isEmpty()
                                     ? Qt::NoTextInteraction
@@ -98,7 +104,7 @@ void ShowMeaning(QComboBox& combo, QLabel& label, const QString& purpose,
 }
 
 // Shows the meaning again whenever the choices change, and at each opening.
-void AtEachChange(ComboBox& model, const std::function<void()>& tell) {
+void AtEachChange(Control& model, const std::function<void()>& tell) {
   model.onChanged = [follow = model.onChanged, tell] {
     follow();
     tell();
@@ -115,7 +121,111 @@ void ShowPortMeanings(QComboBox& combo, QLabel& label, const frmOptions& form) {
   ShowMeaning(combo, label, {}, chosen < 0 ? std::string() : form.PortMeaning(chosen));
 }
 
-void FillCommunication(QVBoxLayout& page, frmOptions& form) {
+// The entries of a list with their descriptions. The box itself shows and takes the plain entry.
+class DescribedEntries : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->text = index.data(Qt::AccessibleTextRole).toString();
+  }
+};
+
+// The list is as wide as its longest entry, as far as the screen allows.
+void ShowDescriptions(QComboBox& combo, const frmOptions& form) {
+  for (int i = 0; i < combo.count(); ++i) {
+    const QString text = QString::fromStdString(form.ListedMeaning(i));
+    combo.setItemData(i, Shortened(text, kShownInMenu), Qt::AccessibleTextRole);
+  }
+  constexpr int kEdges = 8;  // pixels beside an entry
+  const int screen = combo.screen()->availableSize().width();
+  const int width = std::min(combo.view()->sizeHintForColumn(0), screen - 2 * kEdges);
+  combo.view()->setMinimumWidth(width + kEdges);
+}
+
+// The texts of a box for the name of a device or library. The placeholder says what is used
+// without a name.
+struct NameTexts {
+  const char* name;
+  QString caption;
+  QString toolTip;
+  QString builtIn;
+};
+
+constexpr int kNameCharacters = 22;
+
+// A caption with its box below. Returns the row of the box.
+QHBoxLayout& AddNameBox(QVBoxLayout& group, QWidget& box, const NameTexts& texts) {
+  Name(box, texts.name, QString(texts.caption).remove('&'));
+  box.setToolTip(texts.toolTip);
+  box.setMinimumWidth(kNameCharacters * box.fontMetrics().averageCharWidth());
+  auto& caption = Make<QLabel>(texts.caption);
+  caption.setBuddy(&box);
+  group.addWidget(&caption);
+  auto& row = Make<QHBoxLayout>();
+  row.addWidget(&box, 1);
+  group.addLayout(&row);
+  return row;
+}
+
+QComboBox& AddDevice(QVBoxLayout& group, const NameTexts& texts, ComboBox& model,
+                     const frmOptions& form) {
+  auto& combo = Make<QComboBox>();
+  AddNameBox(group, combo, texts);
+  combo.setItemDelegate(&Make<DescribedEntries>(&combo));
+  combo.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  Bind(combo, model, TextCode::Utf8);
+  combo.lineEdit()->setPlaceholderText(texts.builtIn);
+  AtEachChange(model, [&] { ShowDescriptions(combo, form); });
+  return combo;
+}
+
+void AddLibrary(QVBoxLayout& group, const NameTexts& texts, TextBox& model, Button& button) {
+  auto& line = Make<QLineEdit>();
+  QHBoxLayout& row = AddNameBox(group, line, texts);
+  Bind(line, model, TextCode::Utf8);
+  line.setPlaceholderText(texts.builtIn);
+  QPushButton& choose = AddButton(row, QString("cmd") + texts.name, "...", button);
+  choose.setAccessibleName("Choose the " + line.accessibleName());
+  choose.setToolTip("Chooses the library's file");
+  choose.setAutoDefault(false);
+  choose.setFixedWidth(2 * choose.sizeHint().height());
+}
+
+void FillDrivers(QVBoxLayout& group, frmOptions& form) {
+  AddDevice(group,
+            {"COM1Device", "COM&1 device",
+             "The serial device that COM1 means: one that the system lists, or any other path",
+             "First device listed"},
+            form.DeviceOfPortCombo[0], form);
+  AddDevice(group,
+            {"COM2Device", "COM&2 device",
+             "The serial device that COM2 means: one that the system lists, or any other path",
+             "Second device listed"},
+            form.DeviceOfPortCombo[1], form);
+  AddLibrary(group,
+             {"GpibLibrary", "GPIB &library",
+              "The library of the GPIB board: its path, or its name in the system's folders",
+              "First usual one found"},
+             form.GpibLibraryText, form.cmdGpibLibrary);
+  AddLibrary(group,
+             {"UsbLibrary", "USB l&ibrary",
+              "A library that replaces the built-in USB driver: its path, or its name in the "
+              "system's folders",
+              "Built-in driver"},
+             form.UsbLibraryText, form.cmdUsbLibrary);
+  group.addStretch(1);
+  // The labels below the links' own boxes show what the names mean.
+  for (ComboBox& device : form.DeviceOfPortCombo) {
+    AtEachChange(device, [&form] { form.PortCombo.onChanged(); });
+  }
+  AtEachChange(form.GpibLibraryText, [&form] { form.GPIB_AddrCombo.onChanged(); });
+  AtEachChange(form.UsbLibraryText, [&form] { form.DeviceCombo.onChanged(); });
+}
+
+void FillLinks(QVBoxLayout& page, frmOptions& form) {
   QFormLayout& usb = AddFormGroup(page, "USB");
   QComboBox& device = AddCombo(usb, "DeviceCombo", "&Device", {}, form.DeviceCombo);
   QLabel& driver = AddMeaning(usb, device);
@@ -137,6 +247,18 @@ void FillCommunication(QVBoxLayout& page, frmOptions& form) {
   AddCombo(serial, "BaudCombo", "&Baud Rate", "The baud rate set on the instrument",
            form.BaudCombo);
   page.addStretch(1);
+}
+
+// The names of devices and libraries are beside the links, because a low screen has no room below.
+void FillCommunication(QVBoxLayout& page, frmOptions& form) {
+  auto& columns = Make<QHBoxLayout>();
+  page.addLayout(&columns);
+  auto& links = Make<QVBoxLayout>();
+  columns.addLayout(&links);
+  FillLinks(links, form);
+  auto& drivers = Make<QVBoxLayout>();
+  columns.addLayout(&drivers, 1);
+  FillDrivers(AddGroup(drivers, "Devices and Libraries"), form);
 }
 
 void BindTabs(QTabWidget& tabs, TabStrip& model) {

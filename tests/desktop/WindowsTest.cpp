@@ -1,3 +1,6 @@
+// The simulated instrument has names that the toolkit would take for its keywords.
+#define QT_NO_KEYWORDS
+
 #include <QAccessible>
 #include <QComboBox>
 #include <QDir>
@@ -16,8 +19,10 @@
 
 #include "desktop/Bind.h"
 #include "desktop/Menus.h"
+#include "desktop/OptionsWindow.h"
 #include "desktop/RunWindows.h"
 #include "platform/RasterCanvas.h"
+#include "support/ProgramBench.h"
 
 namespace oriolemark {
 namespace {
@@ -38,8 +43,38 @@ TEST_F(Windows, TheLinkPageShowsWhatStandsBehindEachLinkToBeReadAndCopied) {
            EXPECT_EQ(Shown(name)->accessibleDescription().toStdString(), meaning);
          }
          const QSize size = Shown("frmOptions")->size();
-         EXPECT_TRUE(size.width() <= 640 && size.height() <= 560);
+         // 1024x768 with letters half as large again.
+         EXPECT_TRUE(size.width() <= 680 && size.height() <= 500);
        }});
+}
+
+TEST(LinkPage, APortIsChosenByItsDescriptionAndANameOfAnyLettersIsTyped) {
+  Application own;
+  ProgramBench bench;
+  frmOptions& form = bench.module.options;
+  OptionsWindow window(form, nullptr);
+  bench.port.ports = {{"/dev/ttyS0", std::string(100'000, 'w')}, {"/dev/ttyUSB0", "<b>&\xC3\xA9"}};
+  form.Load();
+  form.tbsOptions.Select(2);
+  form.Show();
+  auto& device = The<QComboBox>("COM1Device");
+  device.showPopup();
+  EXPECT_LE(device.view()->window()->width(), device.screen()->size().width());
+  EXPECT_EQ(device.itemData(1, Qt::AccessibleTextRole), u"/dev/ttyUSB0  <b>&\u00E9"_qs);
+  EXPECT_GT(device.view()->sizeHintForColumn(0), device.width()) << "drawn with its description";
+  for (const auto key : {Qt::Key_End, Qt::Key_Return}) QTest::keyClick(device.view(), key);
+  EXPECT_EQ(device.currentText(), "/dev/ttyUSB0");
+  EXPECT_EQ(The<QLabel>("PortComboMeaning").text(), u"COM1 is /dev/ttyUSB0 (<b>&\u00E9)");
+  form.DeviceOfPortCombo[0].SetListIndex(0);
+  EXPECT_LT(window.sizeHint().height(), 600);
+  for (QLineEdit* line : {&The<QLineEdit>("UsbLibrary"), device.lineEdit()}) {
+    line->selectAll();
+    line->insert(u"/\u0431/\u00E9"_qs);
+  }
+  QTest::keyClick(device.lineEdit(), Qt::Key_Return);
+  for (const char* key : {"COM1", "UsbLibrary"}) {
+    EXPECT_EQ(bench.store.values[std::pair("Drivers", key)], "/\xD0\xB1/\xC3\xA9") << key;
+  }
 }
 
 TEST_F(Windows, DialogsBeginAtTheirFirstControlAndAreWorkedByKeysAlone) {
