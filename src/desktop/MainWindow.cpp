@@ -84,6 +84,7 @@ MainWindow::MainWindow(frmMain& form, frmDataSheetTree& browser, frmCtrlList& co
       controller_(controller),
       area_(Make<QMdiArea>()),
       toolBar_(Make<QToolBar>("Toolbar", this)),
+      firstSteps_(Make<QLabel>(&area_)),
       date_(Make<QLabel>()),
       time_(Make<QLabel>()) {
   setObjectName("frmMain");
@@ -97,6 +98,7 @@ MainWindow::MainWindow(frmMain& form, frmDataSheetTree& browser, frmCtrlList& co
   addToolBar(&toolBar_);
   BuildMenus();
   BuildStatusBar();
+  BuildFirstSteps();
   AddPaneKeys();
   Make<DropTarget>(*this, frmMain::TakesDrop,
                    [this](const DropTarget::Paths& paths) { form_.OpenDropped(paths); });
@@ -204,6 +206,32 @@ void MainWindow::PlaceLamps() {
   for (QLabel* lamp : toolBar_.findChildren<QLabel*>(Qt::FindDirectChildrenOnly)) {
     lamp->setGeometry(toolBar_.width() - kLampRoom, 0, kLampRoom, toolBar_.height());
   }
+}
+
+// A sheet in the middle of the area that takes neither the mouse nor the focus.
+void MainWindow::BuildFirstSteps() {
+  constexpr int kMargin = 16;
+  firstSteps_.setObjectName("FirstSteps");
+  firstSteps_.setTextFormat(Qt::PlainText);
+  firstSteps_.setText(QString::fromStdString(form_.FirstSteps.Text()));
+  firstSteps_.setWordWrap(true);
+  firstSteps_.setMargin(kMargin);
+  firstSteps_.setFrameShape(QFrame::StyledPanel);
+  firstSteps_.setBackgroundRole(QPalette::Window);
+  firstSteps_.setForegroundRole(QPalette::WindowText);
+  firstSteps_.setAutoFillBackground(true);
+  firstSteps_.setAttribute(Qt::WA_TransparentForMouseEvents);
+  Bind(static_cast<QWidget&>(firstSteps_), form_.FirstSteps);
+}
+
+// As wide as its longest line if there is room, otherwise with wrapped lines.
+void MainWindow::PlaceFirstSteps() {
+  const QSize room = area_.size();
+  const int text = firstSteps_.fontMetrics().size(0, firstSteps_.text()).width();
+  const int edges = 2 * (firstSteps_.margin() + firstSteps_.frameWidth());
+  const int width = std::min(text + edges, room.width());
+  const int height = std::min(firstSteps_.heightForWidth(width), room.height());
+  firstSteps_.setGeometry((room.width() - width) / 2, (room.height() - height) / 2, width, height);
 }
 
 void MainWindow::BuildStatusBar() {
@@ -315,6 +343,7 @@ void MainWindow::Arrange(Arrangement arrangement) {
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
   if (watched == &area_ && event->type() == QEvent::Resize) {
     form_.NoteInnerSize(PixelsToUnits(area_.width()), PixelsToUnits(area_.height()));
+    PlaceFirstSteps();
   }
   if (watched == &toolBar_ && event->type() == QEvent::Resize) PlaceLamps();
   return QMainWindow::eventFilter(watched, event);

@@ -43,6 +43,8 @@ class MainWindow : public QMainWindow {
   void AddTool(const frmMain::Tool& tool, Button& model);
   void AddLamp(const char* name, const QString& picture, Lamp& model);
   void PlaceLamps();
+  void BuildFirstSteps();
+  void PlaceFirstSteps();
   void BuildStatusBar();
   void AddPanes();
   QWidget* MakePaneContent(const Form& form);
@@ -57,6 +59,7 @@ class MainWindow : public QMainWindow {
   frmCtrlList& controller_;
   QMdiArea& area_;
   QToolBar& toolBar_;
+  QLabel& firstSteps_;
   QLabel& date_;
   QLabel& time_;
   std::size_t panes_ = 0;  // the number of panes that have a dock

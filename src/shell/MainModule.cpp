@@ -84,18 +84,21 @@ ReadingContext MainModule::Reading() {
 
 std::unique_ptr<frmWave> MainModule::MakeWaveView() {
   auto view = std::make_unique<frmWave>(Reading(), platform_.makeCanvas(), Picturing());
+  main.FirstSteps.SetVisible(false);
   if (onWaveView) onWaveView(*view);
   return view;
 }
 
 std::unique_ptr<frmMeasure> MainModule::MakeMeasureView() {
   auto view = std::make_unique<frmMeasure>(Reading(), Exporting(), passFailed);
+  main.FirstSteps.SetVisible(false);
   if (onMeasureView) onMeasureView(*view);
   return view;
 }
 
 std::unique_ptr<frmData> MainModule::MakeDataView() {
   auto view = std::make_unique<frmData>(Reading(), Exporting());
+  main.FirstSteps.SetVisible(false);
   if (onDataView) onDataView(*view);
   return view;
 }

@@ -30,6 +30,18 @@ std::string FirstOf(const std::vector<std::string>& paths, std::string_view exte
   return {};
 }
 
+// A caption without the mark of its access key and without the dots of a dialog.
+std::string Words(std::string caption) {
+  std::erase(caption, '&');
+  if (caption.ends_with("...")) caption.resize(caption.size() - 3);
+  return caption;
+}
+
+std::string AccessKey(const std::string& caption) {
+  const std::string key = caption.substr(caption.find('&') + 1, 1);
+  return key >= "a" ? std::string(1, static_cast<char>(key[0] - ('a' - 'A'))) : key;
+}
+
 }  // namespace
 
 frmMain::frmMain(MainContext context)
@@ -62,6 +74,10 @@ frmMain::frmMain(MainContext context)
   picLED_ON.SetVisible(false);
   onArrange = [](Arrangement) {};
   BuildToolBar();
+  FirstSteps.SetVisible(false);
+  FirstSteps.SetText("1. Choose the link to the oscilloscope: " + WayTo(mnuToolsOptions) +
+                     "\n2. Connect: " + WayTo(mnuToolsConnect) + "\n3. Add a waveform: " +
+                     WayTo(mnuFileNew) + ", " + RowOf(ItemKind::Wave).newType);
   context_.scope.showIndicator = [this](bool connected) { ShowIndicator(connected); };
   context_.serialEvents.showStatus = [this](const std::string& text) { ShowStatus(text); };
   context_.controller.file.addRecent = [this](const std::string& path) { recentCtrls_.Add(path); };
@@ -140,6 +156,17 @@ void frmMain::BuildMenus() {
   };
 }
 
+// The captions that lead to an entry of the menu bar, then its keys: "File, New (Ctrl+N)".
+std::string frmMain::WayTo(const MenuEntry& entry) const {
+  const auto menu = std::ranges::find_if(MenuBar, [&entry](const Menu& candidate) {
+    return std::ranges::find(candidate.entries, &entry) != candidate.entries.end();
+  });
+  const std::string keys =
+      entry.keys.empty() ? "Alt+" + AccessKey(menu->caption) + ", " + AccessKey(entry.Caption())
+                         : entry.keys;
+  return Words(menu->caption) + ", " + Words(entry.Caption()) + " (" + keys + ")";
+}
+
 void frmMain::BuildToolBar() {
   const auto click = [](MenuEntry& entry) { return [&entry] { entry.Click(); }; };
   const Tool separator;
@@ -195,6 +222,8 @@ void frmMain::Form_Load() {
 }
 
 void frmMain::LoadSoftwareSetting() {
+  // Each close stores the link, so without it the program has never been used.
+  FirstSteps.SetVisible(!context_.store.Read("IO Settings", "ScopeIOType"));
   LoadPreferences(context_.store, context_.preferences);
   Move(context_.preferences.mainWindow);
 }

@@ -96,6 +96,9 @@ class frmMain : public Form {
   std::deque<Button> ToolButtons;  // one for each position
   Lamp picLED_ON;
   Lamp picLED_OFF;
+  // The first steps of a new user, one on each line. Visible from a start without stored settings
+  // until the first view.
+  Label FirstSteps;
   TabDock tabDock;
   Timer CommTimer;
   Timer TimerInit;
@@ -137,6 +140,7 @@ class frmMain : public Form {
   void SaveSoftwareSetting();
   void BuildMenus();
   void BuildToolBar();
+  std::string WayTo(const MenuEntry& entry) const;
   void mnuFileNew_Click();
   void mnuFileOpen_Click();
   void mnuToolsOptions_Click();

@@ -77,6 +77,18 @@ TEST(LinkPage, APortIsChosenByItsDescriptionAndANameOfAnyLettersIsTyped) {
   }
 }
 
+TEST_F(Windows, FirstStepsLieInTheMiddleAndNeitherTakeTheMouseNorOutliveTheFirstView) {
+  Run({[](MainModule&) {
+         const auto& steps = The<QLabel>("FirstSteps");
+         const QPoint middle = steps.mapToGlobal(steps.rect().center());
+         QWidget* area = Shown("MdiArea");
+         EXPECT_LE((area->mapToGlobal(area->rect().center()) - middle).manhattanLength(), 2);
+         EXPECT_GE(steps.height(), steps.heightForWidth(steps.width())) << "whole";
+         EXPECT_NE(QApplication::widgetAt(middle), &steps);
+       },
+       AddView, [](MainModule&) { EXPECT_EQ(Shown("FirstSteps"), nullptr); }});
+}
+
 TEST_F(Windows, DialogsBeginAtTheirFirstControlAndAreWorkedByKeysAlone) {
   Run({Later(Keys({Qt::CTRL | Qt::Key_N})),
        [](MainModule&) {

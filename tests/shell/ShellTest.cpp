@@ -153,6 +153,23 @@ TEST(Options, DropTheLinkBeforeTheyOpenAndLeaveItDown) {
   EXPECT_TRUE(bench.module.main.picLED_OFF.Visible());
 }
 
+TEST(WholeProgram, FirstStepsAreShownFromAStartWithoutALinkStoredUntilTheFirstView) {
+  for (const bool stored : {true, false}) {
+    ProgramBench bench;
+    if (!stored) bench.store.values.clear();
+    const Label& steps = bench.module.main.FirstSteps;
+    bench.module.main.Load();
+    EXPECT_EQ(steps.Visible(), !stored);
+    EXPECT_EQ(steps.Text(),
+              "1. Choose the link to the oscilloscope: Tools, Options (Ctrl+,)\n"
+              "2. Connect: Tools, Connect to Oscilloscope (Alt+T, C)\n"
+              "3. Add a waveform: File, New (Ctrl+N), Waveform");
+    bench.module.browser.files.Add(ItemKind::Measure);
+    bench.module.browser.files.Remove(ItemKind::Measure, 0);
+    EXPECT_FALSE(steps.Visible()) << "for good";
+  }
+}
+
 TEST(WholeProgram, OneLampShinesAndTheStatusGoesTwoSecondsAfterTheLastEvent) {
   ProgramBench bench;
   frmMain& main = bench.module.main;
