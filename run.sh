@@ -102,7 +102,8 @@ link_number() {
   esac
 }
 
-# Only the first time: later runs keep what the user has chosen in the program.
+# Only the first time: later runs keep what the user has chosen in the program. The main window has
+# room for a whole picture (1000x700 pixels, 15 units each).
 write_settings() {
   local file="$XDG_CONFIG_HOME/Oriolemark/Oriolemark.ini"
   [[ ! -e "$file" ]] || return 0
@@ -118,6 +119,10 @@ StartupCheckHardware=True
 ScopeIOType=$(link_number)
 COM_Port=1
 BaudRate=115200
+
+[Settings]
+MainWidth=15000
+MainHeight=10500
 INI
 }
 
