@@ -7,7 +7,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/Calendar.h"
 #include "platform/Canvas.h"
@@ -30,19 +29,12 @@ struct Devices {
   std::unique_ptr<ScreenColors> colors;
 };
 
-// A thing that the system knows of: its address as --link takes it, and a description (8-bit).
-struct KnownDevice {
-  std::string link;
-  std::string description;
-};
-
 // The parts of the system that a call uses.
 struct Desk {
   EventSource& events;
   SettingsStore& settings;  // those of the program with windows; never written
-  std::function<Devices(Waiting& waiting, SettingsStore& settings)> openDevices;
-  // Opens and disturbs none of them.
-  std::function<std::vector<KnownDevice>()> listDevices;
+  // Makes the drivers, which open nothing yet.
+  std::function<Devices(Waiting& waiting, SettingsStore& settings)> makeDevices;
   ShortDate today;
   std::function<std::string()> now;  // ISO 8601
   std::function<std::unique_ptr<Canvas>()> makeCanvas;

@@ -49,7 +49,7 @@ MessageAnswer LinePrompts::Show(const Message& message) {
 Session::Session(const Desk& desk, const Call& call)
     : desk_(desk),
       settings_(desk.settings, call.link),
-      devices_(desk.openDevices(waiting_, settings_)),
+      devices_(desk.makeDevices(waiting_, settings_)),
       module_(std::make_unique<MainModule>(
           Platform{desk.events, waiting_, prompts_, settings_, *devices_.serial, *devices_.gpib,
                    *devices_.usb, *devices_.colors, desk.today, desk.makeCanvas, desk.version,

@@ -13,15 +13,21 @@
 namespace oriolemark {
 namespace {
 
+// Asks the drivers, which open no device for that.
 Result RunList(Job& job) {
-  const std::vector<KnownDevice> devices = job.desk.listDevices();
+  Waiting waiting(job.desk.events);
+  const Devices devices = job.desk.makeDevices(waiting, job.desk.settings);
   Result result{.parts = std::vector<Result>()};
-  for (const KnownDevice& device : devices) {
-    result.text += (result.text.empty() ? "" : "\n") + device.link + "  " + device.description;
-    result.parts->push_back(
-        {.values = {{"Link", device.link}, {"Description", device.description}}});
+  const auto add = [&result](const std::string& link, const std::string& description) {
+    result.text += (result.text.empty() ? "" : "\n") + link + "  " + description;
+    result.parts->push_back({.values = {{"Link", link}, {"Description", description}}});
+  };
+  for (const ListedPort& port : devices.serial->ListPorts()) {
+    add("serial:" + port.device, port.description.empty() ? "Serial port" : port.description);
   }
-  if (devices.empty()) result.text = "No serial port, USB instrument or GPIB library was found.";
+  const int instruments = devices.usb->GetDeviceNum();
+  for (int i = 0; i < instruments; ++i) add("usb:" + std::to_string(i), devices.usb->Meaning());
+  add("gpib:ADDRESS", devices.gpib->Meaning());
   return result;
 }
 

@@ -7,7 +7,6 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QImage>
-#include <QSerialPortInfo>
 #include <csignal>
 #include <cstdio>
 #include <variant>
@@ -49,25 +48,7 @@ std::optional<std::string> EncodePng(std::span<const std::uint32_t> pixels, int 
   return buffer.data().toStdString();
 }
 
-std::vector<KnownDevice> ListDevices(SettingsStore& settings, Waiting& waiting) {
-  std::vector<KnownDevice> devices;
-  for (const QSerialPortInfo& port : QSerialPortInfo::availablePorts()) {
-    const QString words = port.description() + ' ' + port.manufacturer();
-    devices.push_back(
-        {"serial:" + port.systemLocation().toStdString(),
-         words.trimmed().isEmpty() ? "Serial port" : words.trimmed().toLatin1().toStdString()});
-  }
-  ChosenUsb usb(settings, MakeUsbTime(waiting, [] { return 0U; }));
-  const int instruments = usb.GetDeviceNum();
-  for (int i = 0; i < instruments; ++i) {
-    devices.push_back({"usb:" + std::to_string(i), "TX5000. " + usb.Meaning()});
-  }
-  LibraryGpib gpib(settings);
-  if (gpib.HasLibrary()) devices.push_back({"gpib:ADDRESS", gpib.Meaning()});
-  return devices;
-}
-
-Devices OpenDevices(QtEventSource& events, Waiting& waiting, SettingsStore& settings) {
+Devices MakeDevices(QtEventSource& events, Waiting& waiting, SettingsStore& settings) {
   return {std::make_unique<QtSerialPort>([&settings](int number) {
             return settings.Read("Drivers", "COM" + std::to_string(number)).value_or("");
           }),
@@ -99,14 +80,12 @@ int RunCall(QtEventSource& events, EndSignals& endSignals, Call call) {
     }
   }
   QtSettingsStore settings;
-  Waiting waiting(events);
   const bool draws = DrawsTexts(call);
   const Desk desk{
       .events = events,
       .settings = settings,
-      .openDevices = [&events](Waiting& own,
-                               SettingsStore& store) { return OpenDevices(events, own, store); },
-      .listDevices = [&] { return ListDevices(settings, waiting); },
+      .makeDevices = [&events](Waiting& own,
+                               SettingsStore& store) { return MakeDevices(events, own, store); },
       .today = SystemShortDate,
       .now = Now,
       .makeCanvas = [draws]() -> std::unique_ptr<Canvas> {

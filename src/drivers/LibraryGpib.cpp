@@ -97,10 +97,6 @@ void LibraryGpib::ibonl(int device, int online) {
   Call<OnlineCall>("ibonl", device, online);
 }
 
-bool LibraryGpib::HasLibrary() const {
-  return SharedLibrary(AskedNames(), RequiredExports()).IsOpen();
-}
-
 std::string LibraryGpib::Meaning() {
   const std::vector<std::string> names = AskedNames();
   const bool standing = library_.IsOpen() && names == names_;

@@ -26,8 +26,6 @@ class LibraryGpib : public GpibDriver {
   void ibonl(int device, int online) override;
   const GpibStatus& Status() const override { return status_; }
 
-  // Whether there is a library that the next connect could use. Opens no device.
-  bool HasLibrary() const;
   // Without an open library, names the one that the next connect would use.
   std::string Meaning() override;
   std::string Problem() override;

@@ -77,13 +77,12 @@ struct CallBench {
   std::string out, err, wire;
   Desk desk{.events = clock,
             .settings = store,
-            .openDevices =
+            .makeDevices =
                 [this](Waiting&, SettingsStore&) {
                   return Devices{
                       std::make_unique<Line>(*this), std::make_unique<FakeGpib>(clock, script),
                       std::make_unique<FakeUsb>(clock, script), std::make_unique<FakeColors>()};
                 },
-            .listDevices = [] { return std::vector<KnownDevice>(); },
             .today = [] { return "11/21/26"; },
             .now = [this] { return std::to_string(clock.Now().count() / 1000); },
             .makeCanvas = [] { return std::make_unique<RasterCanvas>(); },
