@@ -155,11 +155,9 @@ void WaveReader::ReadBlock(SampleArray WaveRecord::*destination, double base, do
   const std::string text = ReadReply(base, total, count);
   Split(text, context_.scope.Link().traits.firstSample, KeepTokens::No);
   SampleArray& samples = context_.scratch.TransferSamples;
-  const int last = std::min(count, kLastSample);
-  for (int i = 1; i <= last; ++i) {
-    const int byte = samples[i];
-    samples.Store(
-        i, (clamp == Clamp::None ? byte : std::clamp(byte, kTopByte, kBottomByte)) - kTopByte);
+  const int last = std::clamp(count, 0, kLastSample);
+  for (std::int32_t& row : samples.RowsToFill().subspan(1, static_cast<std::size_t>(last))) {
+    row = (clamp == Clamp::None ? row : std::clamp(row, kTopByte, kBottomByte)) - kTopByte;
   }
   Record().*destination = samples;
 }
@@ -205,38 +203,30 @@ std::string WaveReader::ReadReply(double base, double total, int count) {
   return text;
 }
 
-namespace {
-
-// The position of the first blank. It nearly always follows four characters, so that is tried
-// first.
-std::size_t FindBlank(std::string_view text) {
-  constexpr std::size_t kUsual = 4;
-  if (text.size() > kUsual && text[kUsual] == ' ' && text[0] != ' ' && text[1] != ' ' &&
-      text[2] != ' ' && text[3] != ' ') {
-    return kUsual;
-  }
-  return text.find(' ');
-}
-
-}  // namespace
-
 // Reads all tokens in one pass. A token ends with a blank. Text behind the last blank is not a
 // token; in its place the last token is stored once more.
 void WaveReader::Split(std::string_view text, int firstIndex, KeepTokens keep) {
   TransferScratch& scratch = context_.scratch;
-  if (keep == KeepTokens::Yes) scratch.TransferTokens.resize(kLastSample + 1);
+  const std::span<std::int32_t> rows = scratch.TransferSamples.RowsToFill();
+  if (keep == KeepTokens::Yes) scratch.TransferTokens.resize(rows.size());
   std::string_view token;
-  for (int i = firstIndex; i <= kLastSample; ++i) {
-    const std::size_t blank = FindBlank(text);
+  for (std::size_t i = static_cast<std::size_t>(firstIndex); i < rows.size(); ++i) {
+    const std::size_t plain = ConvertPlainTokens(text, rows.subspan(i));
+    for (std::size_t k = 0; k < plain && keep == KeepTokens::Yes; ++k) {
+      scratch.TransferTokens[i + k] = text.substr(k * kPlainToken, kPlainToken - 1);
+    }
+    if (plain > 0) token = text.substr((plain - 1) * kPlainToken, kPlainToken - 1);
+    i += plain;
+    text.remove_prefix(plain * kPlainToken);
+    if (i == rows.size()) return;
+    const std::size_t blank = text.find(' ');
     // A text that begins with a blank has an empty first token.
     if (blank != std::string_view::npos) {
       token = text.substr(0, blank);
       text.remove_prefix(blank + 1);
     }
-    if (keep == KeepTokens::Yes) {
-      scratch.TransferTokens[static_cast<std::size_t>(i)] = token.substr(0, kLongestToken);
-    }
-    scratch.TransferSamples.Store(i, ConvertHexByteToNum(token));
+    if (keep == KeepTokens::Yes) scratch.TransferTokens[i] = token.substr(0, kLongestToken);
+    rows[i] = ConvertHexByteToNum(token);
     if (blank == std::string_view::npos) return;
   }
 }

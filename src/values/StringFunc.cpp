@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <span>
 
@@ -207,6 +208,20 @@ int ConvertHexByteToNum(std::string_view text) {
   if (text.empty()) return 0;
   const int low = HexDigit(text.back(), 0);
   return text.size() == 1 ? low : HexDigit(text[text.size() - 2], low) * 16 + low;
+}
+
+std::size_t ConvertPlainTokens(std::string_view text, std::span<std::int32_t> values) {
+  const std::size_t most = std::min(values.size(), text.size() / kPlainToken);
+  for (std::size_t i = 0; i < most; ++i) {
+    const char* const token = text.data() + i * kPlainToken;
+    // Each is -1 for a character that is no digit.
+    const int high = kHexDigits[static_cast<unsigned char>(token[2])];
+    const int low = kHexDigits[static_cast<unsigned char>(token[3])];
+    const bool plain = std::memcmp(token, "0x", 2) == 0 && token[4] == ' ' && (high | low) >= 0;
+    if (!plain) return i;
+    values[i] = high * 16 + low;
+  }
+  return most;
 }
 
 std::string RemoveSpaces(std::string_view text) {

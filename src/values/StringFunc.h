@@ -2,6 +2,7 @@
 
 #include <array>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -32,6 +33,12 @@ std::string ConvertTimeStrToExp(std::string_view text);
 // low digit counts as 0, an unknown high digit as the low one. An empty text gives 0, a single
 // character its own value.
 int ConvertHexByteToNum(std::string_view text);
+
+// The length of a sample as the instrument writes it: "0x7D" and a blank.
+inline constexpr std::size_t kPlainToken = 5;
+// Converts the samples at the front of `text` that have exactly this form, no more than there are
+// values. Returns their number. It is much faster than one call a sample.
+std::size_t ConvertPlainTokens(std::string_view text, std::span<std::int32_t> values);
 
 std::string RemoveSpaces(std::string_view text);
 

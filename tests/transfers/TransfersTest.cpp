@@ -99,6 +99,21 @@ TEST(WaveReader, SamplesBehindTheLastPlaceAreDropped) {
   EXPECT_EQ(record.CH1Data[17000], 2) << "over GPIB the first stands at 0";
 }
 
+TEST(WaveReader, OddSamplesAmongPlainOnesKeepTheirPlaces) {
+  const std::pair<std::string, std::vector<int>> blocks[] = {
+      {"0x1B 0x1c 0x1D 0x1E", {1, 0, 3, 3, 0}},
+      {"0x1B 0x001C  1D 0x1E0x1F 0x1B0", {1, 2, 0, 3, 5, 5, 0}},
+      {"0x1B,0x1C 0x1D ", {2, 3, 3, 0}}};
+  for (const auto& [block, samples] : blocks) {
+    ReaderBench bench(kLinkRS232, ":DATA:WinMemSize:? | 8 || :TimeBase:FORMAT:? | Y-T");
+    bench.script.Answer(":DATA:CHANNEL1", block + "\n");
+    bench.reader.ReadWaveform("CH1");
+    const auto rows = bench.sheet.Waves[0].CH1Data.Rows();
+    EXPECT_EQ(std::vector<int>(rows.begin() + 1, rows.begin() + 1 + std::ssize(samples)), samples)
+        << block;
+  }
+}
+
 TEST(WaveReader, ASerialBlockShowsItsProgressUntilItEnds) {
   ReaderBench bench(kLinkRS232, ":DATA:WinMemSize:? | 4 || :TimeBase:FORMAT:? | Y-T");
   bench.script.Answer(":DATA:CHANNEL1", "0x1B 0x1C ", Milliseconds(700));

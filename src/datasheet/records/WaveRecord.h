@@ -30,9 +30,12 @@ class SampleArray {
   }
   // Ignores an index outside 0 to 17000.
   void Store(int index, std::int32_t row) {
-    if (!Holds(index)) return;
+    if (Holds(index)) RowsToFill()[static_cast<std::size_t>(index)] = row;
+  }
+  // The same rows, to be stored in. Takes their memory.
+  std::span<std::int32_t> RowsToFill() {
     if (rows_.empty()) rows_.resize(kLastSample + 1);
-    rows_[static_cast<std::size_t>(index)] = row;
+    return rows_;
   }
   bool operator==(const SampleArray&) const = default;
 
