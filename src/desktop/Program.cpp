@@ -64,6 +64,23 @@ void ShowPointer(const ScreenPointer& pointer) {
   if (pointer.Shape() == PointerShape::Hourglass) QApplication::setOverrideCursor(Qt::WaitCursor);
 }
 
+// A window that is built when its form is first loaded. Most are not needed at the start.
+template <typename Window>
+class Late {
+ public:
+  template <typename WindowForm, typename... Rest>
+  explicit Late(WindowForm& form, Rest... rest) {
+    form.onLoading = [this, &form, rest...] {
+      if (!window_) window_ = std::make_unique<Window>(form, rest...);
+    };
+  }
+  Late(const Late&) = delete;
+  Late& operator=(const Late&) = delete;
+
+ private:
+  std::unique_ptr<Window> window_;
+};
+
 }  // namespace
 
 // Each part uses the ones above it. The windows are destroyed first.
@@ -86,16 +103,16 @@ struct Program::Parts {
       [this] { return printer.MakeReport(); }, RecoveredFolder(), SystemTimeStamp}};
   SplashWindow splash{module.splash};
   MainWindow main{module.main, module.browser, module.controller};
-  AboutWindow about{module.about, &main};
-  DocTypeWindow newDoc{module.newDoc, "frmNewDoc", &main};
-  DocTypeWindow openDoc{module.openDoc, "frmOpenDoc", &main};
-  OptionsWindow options{module.options, &main};
-  CtrlDialogWindow ctrlDialog{module.controller.dialog, &main};
-  PassFailedWindow passFailed{module.passFailed, &main};
-  FftWindow waveSetting{module.waveSetting, &main};
-  KeyWindow keys{module.keys, &main};
-  PanelWindow panel{module.panel, &main};
-  ProgressWindow progress{module.progress, &main};
+  Late<AboutWindow> about{module.about, &main};
+  Late<DocTypeWindow> newDoc{module.newDoc, "frmNewDoc", &main};
+  Late<DocTypeWindow> openDoc{module.openDoc, "frmOpenDoc", &main};
+  Late<OptionsWindow> options{module.options, &main};
+  Late<CtrlDialogWindow> ctrlDialog{module.controller.dialog, &main};
+  Late<PassFailedWindow> passFailed{module.passFailed, &main};
+  Late<FftWindow> waveSetting{module.waveSetting, &main};
+  Late<KeyWindow> keys{module.keys, &main};
+  Late<PanelWindow> panel{module.panel, &main};
+  Late<ProgressWindow> progress{module.progress, &main};
   HelpKey helpKey{help, [this](const std::string& topic) {
                     module.main.ShowHelp(HelpCommand::Context, topic);
                   }};

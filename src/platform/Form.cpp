@@ -23,6 +23,7 @@ void Form::SetCaption(const std::string& caption) {
 
 void Form::Load() {
   if (loaded_) return;
+  Call(onLoading);
   loaded_ = true;
   Form_Load();
 }

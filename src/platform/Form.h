@@ -62,7 +62,9 @@ class Form {
   virtual void Form_Load() {}
   virtual void Form_Resize() {}
 
-  // The only listeners, on the toolkit's side.
+  // The only listeners, on the toolkit's side. `onLoading` is called before each load, so that a
+  // window can be built when it is first needed.
+  std::function<void()> onLoading;
   std::function<void()> onChanged;
   std::function<void()> onMoved;
   std::function<void()> onFront;
