@@ -6,6 +6,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include "desktop/Bind.h"
 #include "desktop/Builders.h"
@@ -93,12 +94,19 @@ void FormDialog::ShowForm() {
   setVisible(form_.Visible());
 }
 
-SplashWindow::SplashWindow(frmSplash& form) : FormDialog(form, "frmSplash", nullptr) {
+SplashWindow::SplashWindow(frmSplash& form)
+    : FormDialog(form, "frmSplash", nullptr), splash_(form) {
   setWindowFlags(Qt::SplashScreen);
   auto& layout = Make<QVBoxLayout>(this);
   layout.setContentsMargins(30, 24, 40, 24);
   QVBoxLayout& column = AddProduct(layout, form.lblVersion);
   AddLabel(column, "TAVIK TECHNOLOGIES", 9, false);
+}
+
+void SplashWindow::paintEvent(QPaintEvent* event) {
+  FormDialog::paintEvent(event);
+  // A paint before the desktop has put the window up is seen by nobody.
+  splash_.Drawn = windowHandle() != nullptr && windowHandle()->isExposed();
 }
 
 AboutWindow::AboutWindow(frmAbout& form, QWidget* parent) : FormDialog(form, "frmAbout", parent) {

@@ -32,6 +32,12 @@ class FormDialog : public QDialog {
 class SplashWindow : public FormDialog {
  public:
   explicit SplashWindow(frmSplash& form);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  frmSplash& splash_;
 };
 
 class AboutWindow : public FormDialog {

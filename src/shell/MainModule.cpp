@@ -107,7 +107,11 @@ void MainModule::Main() {
   splash.Show();
   splash.Repaint();
   // A desktop needs a few events to put the window up, and what follows may block for seconds.
-  for (int turn = 0; turn < kTurnsToShow; ++turn) platform_.waiting.WaitEvents(kLongestTurn);
+  for (int turn = 0; turn < kTurnsToShow && !splash.Drawn; ++turn) {
+    platform_.waiting.WaitEvents(kLongestTurn);
+  }
+  // Takes what was drawn to the screen.
+  platform_.waiting.DoEvents();
   main.Load();
   splash.Unload();
   main.Show();

@@ -15,6 +15,8 @@ class frmSplash : public Form {
   }
 
   Label lblVersion;
+  // Set by the toolkit's side when the window has been drawn on the screen.
+  bool Drawn = false;
 };
 
 }  // namespace oriolemark
