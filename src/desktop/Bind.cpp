@@ -242,10 +242,8 @@ void Bind(QLabel& widget, Label& model) {
 
 void Bind(QProgressBar& widget, ProgressBar& model) {
   widget.setRange(0, RoundToInt(ProgressBar::kMaximum));
-  // A block comes in hundreds of pieces, most of which leave the shown number as it is.
-  model.onRefresh = [guard = QPointer<QProgressBar>(&widget), painted = -1]() mutable {
-    if (guard && std::exchange(painted, guard->value()) != guard->value()) guard->repaint();
-  };
+  // A widget that shows draws a new number by itself, before `setValue` returns. A second paint for
+  // Refresh would cost as much as the rest of a read.
   Follow(widget, model, [&] {
     widget.setValue(RoundToInt(model.Value()));
     ShowCommon(widget, model);

@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QPageSize>
 #include <QProcess>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScreen>
@@ -16,6 +17,7 @@
 #include <QTextBrowser>
 #include <QTreeWidget>
 
+#include "desktop/Bind.h"
 #include "desktop/HelpFile.h"
 #include "desktop/HelpWindow.h"
 #include "desktop/PagePrinter.h"
@@ -339,6 +341,27 @@ TEST_F(Windows, F1InADialogOpensItsPageInAHelpWindowThatIsNotBlocked) {
                                }});
   }
   Run(steps);
+}
+
+struct Bar : testing::Test, Application, QProgressBar {
+  void paintEvent(QPaintEvent* event) override {
+    QProgressBar::paintEvent(event);
+    painted.push_back(value());
+  }
+  std::vector<int> painted;
+};
+
+TEST_F(Bar, EachNumberIsPaintedOnceWithoutServingEvents) {
+  ProgressBar model;
+  Bind(*this, model);
+  show();
+  QCoreApplication::processEvents();
+  painted.clear();
+  for (const double percent : {4.6, 5.2, 5.4, 6.0, 300.0}) {
+    model.SetValue(percent);
+    model.Refresh();
+  }
+  EXPECT_EQ(painted, (std::vector{5, 6}));
 }
 
 }  // namespace
