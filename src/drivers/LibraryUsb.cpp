@@ -1,7 +1,6 @@
 #include "drivers/LibraryUsb.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace oriolemark {
 namespace {
@@ -14,19 +13,6 @@ using BulkCall = short(int, int, unsigned char*);
 
 constexpr int kNoData = 0;
 
-// Calls the library with a separate buffer. A call that fails halfway leaves the caller's buffer
-// unchanged. A library that delivers whole packets has space for them.
-template <typename Call>
-bool Fetch(int count, std::span<std::uint8_t> buffer, Call call) {
-  constexpr std::size_t kRoomForPackets = 64 * 1024;
-  if (count < 0 || static_cast<std::size_t>(count) > buffer.size()) return false;
-  std::vector<std::uint8_t> fetched(buffer.begin(), buffer.end());
-  fetched.resize(buffer.size() + kRoomForPackets);
-  if (call(fetched.data()) == 0) return false;
-  std::copy_n(fetched.begin(), count, buffer.begin());
-  return true;
-}
-
 }  // namespace
 
 LibraryUsb::LibraryUsb(const std::string& name)
@@ -35,6 +21,17 @@ LibraryUsb::LibraryUsb(const std::string& name)
                         {"Read_USB"},
                         {"Control_Command_Send"},
                         {"Bulk_DataTransfer_Read"}}) {}
+
+template <typename Call>
+bool LibraryUsb::Fetch(int count, std::span<std::uint8_t> buffer, Call call) {
+  constexpr std::size_t kRoomForPackets = 64 * 1024;
+  if (count < 0 || static_cast<std::size_t>(count) > buffer.size()) return false;
+  fetched_.resize(std::max(fetched_.size(), buffer.size() + kRoomForPackets));
+  std::copy(buffer.begin(), buffer.end(), fetched_.begin());
+  if (call(fetched_.data()) == 0) return false;
+  std::copy_n(fetched_.begin(), count, buffer.begin());
+  return true;
+}
 
 int LibraryUsb::GetDeviceNum() {
   return IsOpen() ? std::max<int>(0, library_.Find<CountCall>("GetDeviceNum")()) : 0;

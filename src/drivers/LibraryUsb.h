@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "drivers/SharedLibrary.h"
 #include "platform/UsbDriver.h"
 
@@ -23,7 +25,13 @@ class LibraryUsb : public UsbDriver {
   bool Control_Command_Send(int device, int request, int value, int index) override;
 
  private:
+  // Calls the library with a separate buffer. A call that fails halfway leaves the caller's buffer
+  // unchanged. A library that delivers whole packets has space for them.
+  template <typename Call>
+  bool Fetch(int count, std::span<std::uint8_t> buffer, Call call);
+
   SharedLibrary library_;
+  std::vector<std::uint8_t> fetched_;  // kept, because clearing it takes longer than a call
 };
 
 }  // namespace oriolemark
