@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 
 #include "drivers/ChosenUsb.h"
 #include "drivers/LibraryGpib.h"
@@ -23,10 +24,16 @@ class FatalPrompts : public Prompts {
   void ShowPrinterDialog(const std::string&) override {}
 };
 
-class NoStore : public SettingsStore {
+// Settings of section and key that are never written.
+class FixedStore : public SettingsStore {
  public:
-  std::optional<std::string> Read(const std::string&, const std::string&) override { return {}; }
+  std::optional<std::string> Read(const std::string& section, const std::string& key) override {
+    const auto found = values.find(section + "/" + key);
+    return found != values.end() ? std::optional(found->second) : std::nullopt;
+  }
   void Write(const std::string&, const std::string&, const std::string&) override {}
+
+  std::map<std::string, std::string> values;
 };
 
 // The connected program from the serial line to its wave views, on any event source and line.
@@ -42,7 +49,7 @@ struct Desk {
   SerialPort& port;
   Waiting waiting{events};
   FatalPrompts prompts;
-  NoStore store;
+  FixedStore store;
   LibraryGpib gpibDriver{store};
   ChosenUsb usbDriver{store, MakeUsbTime(waiting, [] { return 0U; })};
   LinkSettings settings;
