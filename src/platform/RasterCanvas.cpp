@@ -15,6 +15,8 @@ namespace {
 constexpr double kSurroundings = 100;
 // Length in pixels of the dots of a dotted line and of the gaps between them.
 constexpr std::int64_t kDot = 2;
+constexpr int kCacheLine = 16;  // pixels
+
 bool InReach(Point at) {
   return InPixelReach(at.x) && InPixelReach(at.y);
 }
@@ -103,21 +105,60 @@ void RasterCanvas::SetPart(int width, int height, const PixelRect& part) {
   height_ = part.height;
   const std::size_t count = static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_);
   overlaid_ = false;
+  ground_.reset();
   if (count == pixels_.size()) return;
   // Allocates a new vector, because a shrinking one keeps its memory. Frees the old one first, so
   // that the memory of two pictures is never held at once.
   std::vector<std::uint32_t>().swap(pixels_);
+  std::vector<Stroke>().swap(strokes_);
   pixels_ = std::vector<std::uint32_t>(count);
 }
 
 void RasterCanvas::Clear(Color background) {
-  overlaid_ = false;
-  std::fill(pixels_.begin(), pixels_.end(), ToPixel(background));
+  DropOverlay();
+  if (ground_ == background) {
+    EraseStrokes(background);
+  } else {
+    std::fill(pixels_.begin(), pixels_.end(), ToPixel(background));
+  }
+  ground_ = background;
+  strokes_.clear();
+  touched_ = 0;
+}
+
+void RasterCanvas::EraseStrokes(Color background) {
+  ground_.reset();  // so that the erasing is not noted
+  const Color color = std::exchange(color_, background);
+  for (const auto& [from, to, shape] : strokes_) {
+    if (shape == Shape::Line) {
+      DrawInside(from, to);
+    } else {
+      FillRect(from.x, from.y, to.x, to.y);
+    }
+  }
+  color_ = color;
+}
+
+void RasterCanvas::Note(PixelPoint from, PixelPoint to, Shape shape) {
+  if (!ground_ || overlaid_) return;
+  const int wayX = std::abs(to.x - from.x) + 1;
+  const int wayY = std::abs(to.y - from.y) + 1;
+  // Each row of a rectangle takes a cache line more than its pixels, and so does each pixel of a
+  // line.
+  const int touched =
+      shape == Shape::Line ? std::max(wayX, wayY) * kCacheLine : wayY * (wayX + kCacheLine);
+  touched_ += static_cast<std::size_t>(touched);
+  if (touched_ > pixels_.size() / 2) {
+    ground_.reset();
+  } else {
+    strokes_.push_back({from, to, shape});
+  }
 }
 
 void RasterCanvas::SetPixels(std::span<const std::uint32_t> colours) {
   if (colours.size() != pixels_.size()) return;
   overlaid_ = false;
+  ground_.reset();
   std::transform(colours.begin(), colours.end(), pixels_.begin(),
                  [](std::uint32_t colour) { return 0xFF000000U | colour; });
 }
@@ -126,6 +167,7 @@ void RasterCanvas::Put(int x, int y) {
   if (x < 0 || x >= width_ || y < 0 || y >= height_) return;
   std::uint32_t* at = At(x, y);
   if (overlaid_) covered_.push_back({static_cast<std::uint32_t>(at - pixels_.data()), *at});
+  Note({x, y}, {x, y}, Shape::Rect);
   *at = ToPixel(color_);
 }
 
@@ -151,8 +193,11 @@ void RasterCanvas::Line(Point from, Point to) {
 void RasterCanvas::FillRect(int left, int top, int right, int bottom) {
   left = std::max(left, 0);
   right = std::min(right, width_ - 1);
+  top = std::max(top, 0);
   bottom = std::min(bottom, height_ - 1);
-  for (int y = std::max(top, 0); y <= bottom && left <= right; ++y) {
+  if (left > right || top > bottom) return;
+  Note({left, top}, {right, bottom}, Shape::Rect);
+  for (int y = top; y <= bottom; ++y) {
     if (overlaid_) {
       for (int x = left; x <= right; ++x) Put(x, y);
     } else {
@@ -178,6 +223,7 @@ void RasterCanvas::DrawSegment(PixelPoint from, PixelPoint to) {
 
 // The same line as DrawStamps draws, for a thin one that lies within the picture.
 void RasterCanvas::DrawInside(PixelPoint from, PixelPoint to) {
+  Note(from, to, Shape::Line);
   const int wayX = std::abs(to.x - from.x);
   const int wayY = std::abs(to.y - from.y);
   const std::ptrdiff_t stepX = to.x < from.x ? -1 : 1;
@@ -272,6 +318,7 @@ std::unique_ptr<Canvas> RasterCanvas::MakeCopy() const {
 }
 
 void RasterCanvas::BeginOverlay() {
+  if (overlaid_) ground_.reset();
   overlaid_ = true;
   covered_.clear();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "platform/Canvas.h"
@@ -85,6 +86,17 @@ class RasterCanvas final : public Canvas {
   std::uint32_t* At(int x, int y) {
     return pixels_.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + x;
   }
+  // A shape that was drawn: a thin line, or a rectangle between two corners.
+  enum class Shape { Line, Rect };
+  struct Stroke {
+    PixelPoint from;
+    PixelPoint to;
+    Shape shape;
+  };
+
+  // Whoever writes pixels notes where.
+  void Note(PixelPoint from, PixelPoint to, Shape shape);
+  void EraseStrokes(Color background);
   // All drawing within an overlay ends here.
   void Put(int x, int y);
   void Stamp(int x, int y);
@@ -102,7 +114,12 @@ class RasterCanvas final : public Canvas {
   void FillTile(int x, const Run* runs, Run inner, Run outer);
 
   std::vector<std::uint32_t> pixels_;
-  std::vector<Run> runs_;  // of the trace that is drawn, one a column of the picture
+  // Most of a picture is ground, and clearing it all costs more than a few thin traces. So a clear
+  // in the colour of the one before only draws over what was drawn since, while that is little.
+  std::optional<Color> ground_;  // empty if more was drawn than is worth it
+  std::vector<Stroke> strokes_;  // since the ground was cleared, without the overlay
+  std::size_t touched_ = 0;      // about so many pixels pass through memory to erase them
+  std::vector<Run> runs_;        // of the trace that is drawn, one a column of the picture
   struct Covered {
     std::uint32_t at;  // counted row by row
     std::uint32_t pixel;

@@ -167,6 +167,8 @@ void RasterCanvas::FillTile(int x, const Run* runs, Run inner, Run outer) {
     std::uint32_t* row = At(x, y);
     for (int i = 0; i < kTile; ++i) row[i] = (y >= low[i]) & (y <= high[i]) ? pixel : row[i];
   };
+  if (outer.low > outer.high) return;
+  Note({x, outer.low}, {x + kTile - 1, outer.high}, Shape::Rect);
   if (inner.low > inner.high) inner = {outer.high + 1, outer.high};
   for (int y = outer.low; y < inner.low; ++y) fillMasked(y);
   for (int y = inner.low; y <= inner.high; ++y) std::fill_n(At(x, y), kTile, pixel);

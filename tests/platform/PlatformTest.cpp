@@ -154,6 +154,35 @@ TEST(RasterCanvas, RunsAreTheirSingleCallsInAnyPart) {
   }
 }
 
+TEST(RasterCanvas, AClearLeavesNothingOfWhatWasDrawn) {
+  std::mt19937 random(7);
+  RasterCanvas canvas = Blank(300, 200);
+  const auto any = [&] { return static_cast<double>(random() % 340) - 20; };
+  std::vector<double> x(2000);
+  for (std::size_t i = 0; i < x.size(); ++i) x[i] = static_cast<double>(i) / 7;
+  const TracePlan plan(x);
+  for (int trial = 0; trial < 400; ++trial) {
+    canvas.SetColor({255, static_cast<std::uint8_t>(trial), 255});
+    canvas.SetLineWidth(trial % 11 == 0 ? 2 : 1);
+    canvas.SetPenStyle(trial % 13 == 0 ? PenStyle::Dotted : PenStyle::Solid);
+    if (trial % 6 == 0) {
+      const std::vector<std::int32_t> rows = RandomRows(trial % 4, random() % 300 + 2, random);
+      canvas.Trace(plan, random() % 1000, {rows, trial % 5 / 2.0, any()});
+    }
+    for (int i = trial % 9; i > 0; --i) {
+      canvas.Line({any(), any()}, {any(), any()});
+      canvas.PixelRow({any(), any()}, 7, 9);
+      if (random() % 16 == 0) canvas.BeginOverlay();
+      if (random() % 16 == 0) canvas.DropOverlay();
+    }
+    if (trial % 37 == 0) canvas.SetPixels(std::vector<std::uint32_t>(60000, 5));
+    if (trial % 41 == 0) canvas.SetSize(trial % 2 == 0 ? 200 : 300, trial % 2 == 0 ? 300 : 200);
+    const std::uint8_t ground = trial % 8 == 0 ? 200 : 0;
+    canvas.Clear({0, 0, ground});
+    ASSERT_EQ(std::ranges::count(canvas.Pixels(), 0xFF000000U | ground), 60000) << trial;
+  }
+}
+
 TEST(RasterCanvas, AnOverlayOfACopyLeavesNoTrace) {
   RasterCanvas canvas([](std::string_view text, bool bold) {
     static constexpr RasterCanvas::TextDash kDashes[] = {{-1, 0, 2}, {0, 1, 1}};
