@@ -71,6 +71,8 @@ constexpr std::array kRows{
         Figure::Processor, Take::Median, 1, 2.2},
     Row{"time of a start to main window / empty window", "StartProgram", "StartEmptyWindow",
         Figure::Wall, Take::Median, 1, 2.2},
+    Row{"a call to its first byte / a program with that port", "CallToFirstByte", "PortToFirstByte",
+        Figure::Wall, Take::Median, 1, 3},
     Row{"a token of 17000 / a token of 600", "ReadBlock/17000", "ReadBlock/600", Figure::Processor,
         Take::Least, 17000.0 / 600, 1.3},
     Row{"processor of a waiting refresh / of a spinning one", "WaitForRefresh", "SpinOverPump",

@@ -4,7 +4,7 @@
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  oriolemark::Program program(application);
+  oriolemark::Program program(application, {});
   const Watch watch("QMainWindow", [&] { return program.Module().Link().ScopeConnected; });
   return program.Run();
 }
