@@ -60,7 +60,7 @@ wait_for() {
 build() {
   scripts/install.sh
   cmake --preset release --log-level=WARNING
-  cmake --build --preset release --target Oriolemark tx5000sim oriolemark_tour
+  cmake --build --preset release --target Oriolemark oriolemark_cli tx5000sim oriolemark_tour
 }
 
 start_simulator() {
