@@ -47,17 +47,33 @@ starts oriolemark-demo "$folder/log" '< "TAVIK'
 [[ -d "$XDG_DATA_HOME/Oriolemark" ]]
 find "$folder/prefix" | sort | diff "$folder/before" -
 
-# The manual page and the completion of each program know every option of its help.
-for program in oriolemark tx5000sim; do
-  source "bash-completion/completions/$program"
-  env -u QT_QPA_PLATFORM -u DISPLAY "$program" --help | grep -o '^  --*[a-z-]*' >"$folder/options"
-  while read -r option; do
-    zcat "man/man1/$program.1.gz" | tr -d '\\' | grep -q "^\.BI* $option\(~\|$\)"
-    COMP_WORDS=("$program" "$option") COMP_CWORD=1
-    "_$program" "$program"
-    [[ " ${COMPREPLY[*]} " == *" $option "* ]]
-  done <"$folder/options"
-  [[ "$(wc -l <"$folder/options")" -ge 11 ]]
+# Without a display, the command line finds the simulator and its library.
+env -u QT_QPA_PLATFORM -u DISPLAY oriolemark-cli --sim --link usb wave ch1 "$folder/wave.png"
+
+# knows PROGRAM [VERB] NAME: the manual page and the completion know this verb or option.
+knows() {
+  local name="${*: -1}"
+  grep -qE "^\.[BIR]+ (.* ,~ )?$name([^a-z-]|$)" <<<"$(zcat "man/man1/$1.1.gz" | tr -d '\\')"
+  COMP_WORDS=("$@") COMP_CWORD=$(($# - 1))
+  "_${1//-/_}" "$1"
+  [[ " ${COMPREPLY[*]} " == *" $name "* ]]
+}
+# knows_options LEAST PROGRAM [VERB]: the same of all options of a help text, at least so many.
+knows_options() {
+  local least="$1" options option
+  shift
+  options="$(env -u QT_QPA_PLATFORM -u DISPLAY "$@" --help |
+    sed -nE 's/^  (-h,)?(-{1,2}[a-z-]+).*/\2/p')"
+  [[ "$(wc -w <<<"$options")" -ge $least ]]
+  for option in $options; do knows "$@" "$option"; done
+}
+for program in oriolemark=11 oriolemark-cli=7 tx5000sim=11; do
+  source "bash-completion/completions/${program%=*}"
+  knows_options "${program#*=}" "${program%=*}"
+done
+for verb in $(oriolemark-cli --help | sed -n 's/^  \([a-z][a-z0-9]*\)  .*/\1/p'); do
+  knows oriolemark-cli "$verb"
+  knows_options 1 oriolemark-cli "$verb"
 done
 
 # What the program is, without a display; and one line for what it does not understand.
