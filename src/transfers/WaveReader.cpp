@@ -152,8 +152,7 @@ void WaveReader::ReadBlocks() {
 
 void WaveReader::ReadBlock(SampleArray WaveRecord::*destination, double base, double total,
                            int count, Clamp clamp) {
-  const std::string text = ReadReply(base, total, count);
-  Split(text, context_.scope.Link().traits.firstSample, KeepTokens::No);
+  ReadTokens(base, total, count, context_.scope.Link().traits.firstSample, KeepTokens::No);
   SampleArray& samples = context_.scratch.TransferSamples;
   const int last = std::clamp(count, 0, kLastSample);
   for (std::int32_t& row : samples.RowsToFill().subspan(1, static_cast<std::size_t>(last))) {
@@ -181,10 +180,16 @@ void WaveReader::ReadChannelData(const std::string& channel) {
   if (scratch.TransferDataSlot == kNoSlot) return;
   // Sent directly, because the read of a table does not touch CommBusy.
   context_.scope.Link().Send(std::string(kData) + root);
-  Split(ReadReply(0, scratch.TransferSize, scratch.TransferSize), 1, KeepTokens::Yes);
+  ReadTokens(0, scratch.TransferSize, scratch.TransferSize, 1, KeepTokens::Yes);
 }
 
-std::string WaveReader::ReadReply(double base, double total, int count) {
+void WaveReader::ReadTokens(double base, double total, int count, int firstIndex, KeepTokens keep) {
+  const std::string text = ReadReply(base, total);
+  const auto plain = static_cast<std::int64_t>(Split(text, firstIndex, keep));
+  if (text.empty() || plain < std::min(count, kLastSample)) context_.scope.onIncomplete();
+}
+
+std::string WaveReader::ReadReply(double base, double total) {
   Transport& link = context_.scope.Link();
   const bool byTimer = link.traits.progressByTimer;
   context_.progress.timer2.SetEnabled(byTimer);
@@ -197,15 +202,13 @@ std::string WaveReader::ReadReply(double base, double total, int count) {
     }
   });
   context_.progress.timer2.SetEnabled(false);
-  if (text.empty() || static_cast<double>(text.size()) < kSampleLength * count) {
-    context_.scope.onIncomplete();
-  }
   return text;
 }
 
 // Reads all tokens in one pass. A token ends with a blank. Text behind the last blank is not a
 // token; in its place the last token is stored once more.
-void WaveReader::Split(std::string_view text, int firstIndex, KeepTokens keep) {
+std::size_t WaveReader::Split(std::string_view text, int firstIndex, KeepTokens keep) {
+  std::size_t plainTokens = 0;
   TransferScratch& scratch = context_.scratch;
   const std::span<std::int32_t> rows = scratch.TransferSamples.RowsToFill();
   if (keep == KeepTokens::Yes) scratch.TransferTokens.resize(rows.size());
@@ -217,8 +220,9 @@ void WaveReader::Split(std::string_view text, int firstIndex, KeepTokens keep) {
     }
     if (plain > 0) token = text.substr((plain - 1) * kPlainToken, kPlainToken - 1);
     i += plain;
+    plainTokens += plain;
     text.remove_prefix(plain * kPlainToken);
-    if (i == rows.size()) return;
+    if (i == rows.size()) break;
     const std::size_t blank = text.find(' ');
     // A text that begins with a blank has an empty first token.
     if (blank != std::string_view::npos) {
@@ -227,8 +231,9 @@ void WaveReader::Split(std::string_view text, int firstIndex, KeepTokens keep) {
     }
     if (keep == KeepTokens::Yes) scratch.TransferTokens[i] = token.substr(0, kLongestToken);
     rows[i] = ConvertHexByteToNum(token);
-    if (blank == std::string_view::npos) return;
+    if (blank == std::string_view::npos) break;
   }
+  return plainTokens;
 }
 
 }  // namespace oriolemark

@@ -49,9 +49,11 @@ class WaveReader {
   void ReadBlock(SampleArray WaveRecord::*destination, double base, double total, int count,
                  Clamp clamp);
 
-  // The block of so many samples that has been asked for.
-  std::string ReadReply(double base, double total, int count);
-  void Split(std::string_view text, int firstIndex, KeepTokens keep);
+  // Reads the block of so many samples that has been asked for.
+  void ReadTokens(double base, double total, int count, int firstIndex, KeepTokens keep);
+  std::string ReadReply(double base, double total);
+  // Returns the number of tokens in the instrument's own form.
+  std::size_t Split(std::string_view text, int firstIndex, KeepTokens keep);
   void ShowProgress(double percent);
 
   WaveReaderContext context_;

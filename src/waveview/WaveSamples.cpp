@@ -1,6 +1,7 @@
 #include "waveview/WaveSamples.h"
 
 #include <algorithm>
+#include <limits>
 #include <span>
 
 #include "values/Number.h"
@@ -30,19 +31,31 @@ constexpr Trace kEnvelope[] = {{"CH1 max", 1, &W::CH1Data, &W::CH1Range, &W::CH1
                                {"CH2 max", 2, &W::CH2Data, &W::CH2Range, &W::CH2Offset},
                                {"CH2 min", 2, &W::CH2Min, &W::CH2Range, &W::CH2Offset}};
 
+// A text that cannot be converted is not a number.
+double NumberOf(const Converted& converted) {
+  return converted.ConvertValid ? converted.value : std::numeric_limits<double>::quiet_NaN();
+}
+
+// An offset such as "2.00div", in divisions.
+double DivisionsOf(std::string_view text) {
+  if (!text.ends_with("div")) return std::numeric_limits<double>::quiet_NaN();
+  return NumberInReply(text.substr(0, text.size() - 3))
+      .value_or(std::numeric_limits<double>::quiet_NaN());
+}
+
 SampleColumn TimeColumn(const WaveRecord& record, int count) {
   SampleColumn column{"Time", "s", {}};
   const double step =
-      ConvertStrToTime(record.TimeRange).value * (kGridWidth / kDivision) / std::max(count, 1);
-  const double middle = ConvertStrToTime(record.TriggerDelay).value;
+      NumberOf(ConvertStrToTime(record.TimeRange)) * (kGridWidth / kDivision) / std::max(count, 1);
+  const double middle = NumberOf(ConvertStrToTime(record.TriggerDelay));
   for (int i = 1; i <= count; ++i) column.values.push_back(middle - (count / 2.0 - i) * step);
   return column;
 }
 
 SampleColumn VoltColumn(const WaveRecord& record, const Trace& trace, int count) {
   SampleColumn column{trace.name, "V", {}};
-  const double range = ConvertStrToVolt(record.*trace.range).value;
-  const double offset = LeadingNumber(record.*trace.offset) * range;
+  const double range = NumberOf(ConvertStrToVolt(record.*trace.range));
+  const double offset = DivisionsOf(record.*trace.offset) * range;
   const SampleArray& rows = record.*trace.rows;
   for (int i = 1; i <= count; ++i) {
     column.values.push_back((kMiddleRow - rows[i]) * range / kDivision - offset);
