@@ -1,6 +1,8 @@
 #include "cli/Arguments.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cmath>
 #include <limits>
 #include <map>
 #include <regex>
@@ -69,7 +71,7 @@ std::string ReadInterval(const std::string& text, Call& call) {
   if (!(seconds >= kShortestInterval && seconds <= kLongestInterval)) {
     return "The time has to be 100ms to 240h.";
   }
-  call.every = Milliseconds(static_cast<std::int64_t>(seconds * 1000));
+  call.every = Milliseconds(std::llround(seconds * 1000));
   return {};
 }
 
@@ -95,6 +97,15 @@ class Parser {
     app_.require_subcommand(1)->footer(kFooter);
     app_.set_version_flag("--version", "oriolemark-cli " + version, "Shows the version");
     app_.set_help_flag("-h,--help", "Shows this text");
+    const auto label = [this](const char* ours, const char* shown) {
+      app_.get_formatter()->label(ours, shown);
+    };
+    label("SUBCOMMAND", "VERB");
+    label("SUBCOMMANDS", "VERBS");
+    label("Subcommand", "Verb");
+    label("Subcommands", "Verbs");
+    label("Positionals", "Arguments");
+    label("REQUIRED", "");
     AddCommon(app_);
     for (const Verb& verb : Verbs()) AddVerb(app_, verb);
     CLI::App& watch = *app_.add_subcommand("watch", "Runs a verb again and again");
@@ -105,7 +116,7 @@ class Parser {
         ->check(Checked(ReadInterval, call_));
     watch.add_option("--count", call_.count, "Number of lines; without it, until interrupted")
         ->type_name("N")
-        ->check(CLI::Range(1, std::numeric_limits<int>::max()));
+        ->check(CLI::Range(1, std::numeric_limits<int>::max()).description(""));
     watch.footer(
         "Prints one line for each reading, CSV unless --json is given. Each begins with the time.\n"
         "If the link is lost, says so and tries again after 1 s, 2 s, 4 s and so on up to a "
@@ -127,9 +138,8 @@ class Parser {
     } catch (const CLI::ParseError& error) {
       return Answer{ExitCode::Usage, Explained(error)};
     }
-    if (json_) call_.format = Format::Json;
-    if (csv_) call_.format = Format::Csv;
-    if (!link_.empty()) call_.link = choice_;
+    const bool empty = std::ranges::any_of(arguments, &std::string::empty);
+    if (empty) return Answer{ExitCode::Usage, "An argument is empty."};
     return Whole();
   }
 
@@ -137,7 +147,7 @@ class Parser {
   void AddCommon(CLI::App& app) {
     app.add_option("--link", link_,
                    "serial:DEVICE[@BAUD], gpib:ADDRESS or usb:NUMBER (the first is 0);\n"
-                   "without it, the link of the program with windows")
+                   "without it, the link that is chosen in the program with windows")
         ->type_name("LINK")
         ->check(Checked(ReadLink, choice_));
     app.add_flag("--sim", call_.sim, "Starts a simulated instrument for this call");
@@ -174,18 +184,18 @@ class Parser {
     const auto addFile = [this, &app](const char* text) {
       return app.add_option("FILE", call_.file, text)->type_name("");
     };
-    const auto addChannel = [this, &app](std::vector<std::string> channels) {
-      app.add_option("CHANNEL", call_.channel, "The channel")
+    const auto addChannel = [this, &app](std::vector<std::string> channels, const char* text) {
+      app.add_option("CHANNEL", call_.channel, text)
           ->required()
           ->type_name("")
-          ->transform(CLI::IsMember(std::move(channels), CLI::ignore_case));
+          ->transform(CLI::IsMember(std::move(channels), CLI::ignore_case).description(""));
     };
     switch (verb.takes) {
       case Takes::Nothing:
         break;
       case Takes::Names:
       case Takes::NamesNeeded:
-        app.add_option("NAME", call_.names, "Names")
+        app.add_option("NAME", call_.names, "See below")
             ->required(verb.takes == Takes::NamesNeeded)
             ->type_name("");
         break;
@@ -196,11 +206,11 @@ class Parser {
         addFile("The file to write")->required();
         break;
       case Takes::Channel:
-        addChannel({"ch1", "ch2"});
+        addChannel({"ch1", "ch2"}, "ch1 or ch2");
         addFile("The file to write, standard output without it");
         break;
       case Takes::ChannelOrBoth:
-        addChannel({"ch1", "ch2", "both"});
+        addChannel({"ch1", "ch2", "both"}, "ch1, ch2 or both");
         addFile("The file to write, standard output without it");
         break;
     }
@@ -218,26 +228,62 @@ class Parser {
 
   std::string Explained(const CLI::ParseError& error) {
     const bool watches = app_.got_subcommand("watch");
-    const CLI::App& parent = watches ? *app_.get_subcommand("watch") : app_;
-    if (!parent.get_subcommands().empty()) return error.what();
+    CLI::App& parent = watches ? *app_.get_subcommand("watch") : app_;
+    const bool hasVerb = !parent.get_subcommands().empty();
+    for (const std::string& unknown : app_.remaining(true)) {
+      if (unknown == "--every" || unknown == "--count") {
+        return unknown + " belongs to a watch: oriolemark-cli watch VERB --every TIME.";
+      }
+      if (unknown.starts_with('-')) {
+        return "There is no option \"" + unknown + "\"." + DidYouMean(unknown, OptionNames());
+      }
+      if (!hasVerb) return UnknownVerb(unknown, watches);
+    }
+    if (!hasVerb) return "A verb is missing. \"oriolemark-cli --help\" lists them.";
+    return error.what();
+  }
+
+  static std::string UnknownVerb(const std::string& unknown, bool watches) {
     std::vector<std::string> verbs;
     for (const Verb& verb : Verbs()) {
       if (!watches || verb.watched != Watched::No) verbs.emplace_back(verb.name);
     }
     if (!watches) verbs.emplace_back("watch");
-    for (const std::string& unknown : app_.remaining(true)) {
-      if (unknown.starts_with('-')) continue;
-      const std::string known =
-          watches ? "No verb that can be watched is \"" : "There is no verb \"";
-      return known + unknown + "\". " + DidYouMean(unknown, verbs);
-    }
-    return "A verb is missing. \"oriolemark-cli --help\" lists them.";
+    const std::string known = watches ? "No verb that can be watched is \"" : "There is no verb \"";
+    return known + unknown + "\"." + DidYouMean(unknown, verbs) +
+           " \"oriolemark-cli --help\" lists the verbs.";
   }
 
-  // What no single argument shows.
+  // Of the program and of all verbs.
+  std::vector<std::string> OptionNames() {
+    std::vector<std::string> names;
+    const auto add = [&names](const CLI::App& app) {
+      for (const CLI::Option* option : app.get_options()) {
+        if (!option->get_positional()) names.push_back(option->get_name());
+      }
+    };
+    add(app_);
+    for (const CLI::App* verb : app_.get_subcommands({})) add(*verb);
+    return names;
+  }
+
+  // Settles what no single argument shows.
   std::variant<Call, Answer> Whole() {
     const auto wrong = [](const std::string& text) { return Answer{ExitCode::Usage, text}; };
     if (json_ && csv_) return wrong("Choose --json or --csv.");
+    if (!link_.empty()) call_.link = choice_;
+    if (call_.sim && call_.link && !call_.link->device.empty()) {
+      return wrong("--sim makes a serial line of its own. Write --link serial or no link.");
+    }
+    if (call_.file == "-") call_.file.clear();
+    if (!call_.file.empty()) {
+      if (json_ || csv_) return wrong("The extension of the file chooses its form.");
+      const std::string extension = ExtensionOf(call_.file);
+      json_ = extension == ".json";
+      csv_ = extension == ".csv";
+    }
+    if (json_) call_.format = Format::Json;
+    if (csv_) call_.format = Format::Csv;
     if (!call_.every) return call_;
     if (!call_.file.empty()) return wrong("A watch prints its lines. It writes no file.");
     if (call_.format == Format::Text) call_.format = Format::Csv;
@@ -261,6 +307,10 @@ class Parser {
 
 std::variant<Call, Answer> ReadArguments(const std::vector<std::string>& arguments,
                                          const std::string& version) {
+  // "help VERB" is what users of other programs type.
+  if (arguments.size() == 2 && arguments[0] == "help") {
+    return Parser(version).Read({arguments[1], "--help"});
+  }
   return Parser(version).Read(arguments);
 }
 

@@ -11,7 +11,7 @@ char Lower(char letter) {
   return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
 }
 
-// The number of letters to add, drop or replace, to make the first text the end of the second one.
+// The number of letters to add, drop or replace until the second text ends with the first one.
 std::size_t Distance(std::string_view a, std::string_view b) {
   std::vector<std::size_t> row(b.size() + 1);
   for (std::size_t i = 0; i < a.size(); ++i) {
@@ -54,7 +54,7 @@ std::string DidYouMean(std::string_view typed, const std::vector<std::string>& n
     if (i != 0) question += i + 1 == near.size() ? " or " : ", ";
     question += "\"" + near[i].second + "\"";
   }
-  return question.empty() ? "" : "Did you mean " + question + "?";
+  return question.empty() ? "" : " Did you mean " + question + "?";
 }
 
 std::string ExtensionOf(const std::string& path) {

@@ -9,7 +9,7 @@ namespace oriolemark {
 // A name as names are compared: letters in lower case, digits and signs, nothing else.
 std::string Plain(std::string_view name);
 
-// The names that are nearest to a mistyped one, as "Did you mean A or B?". Empty if none is near.
+// The names that are nearest to a mistyped one, as " Did you mean A or B?". Empty if none is near.
 std::string DidYouMean(std::string_view typed, const std::vector<std::string>& names);
 
 // From the last point of the file's name on, in lower case. Empty if there is none.

@@ -70,7 +70,7 @@ std::optional<std::vector<const PanelKey*>> KeysOf(const Job& job) {
     };
     const auto* const key = std::ranges::find_if(kPanelKeys, named);
     if (key == kPanelKeys.end()) {
-      job.Explain("There is no key \"" + name + "\". " + DidYouMean(name, names));
+      job.Explain("There is no key \"" + name + "\"." + DidYouMean(name, names));
       return std::nullopt;
     }
     keys.push_back(key);
@@ -84,7 +84,9 @@ ExitCode CheckKeys(Job& job) {
 
 Result RunKey(Job& job) {
   for (const PanelKey* key : KeysOf(job).value_or(std::vector<const PanelKey*>())) {
+    if (job.session->Failed()) break;
     job.session->Program().keys.Keys.Click(*key);
+    job.session->ServeEvents();
   }
   return {};
 }
@@ -96,7 +98,7 @@ std::string KeyList() {
     name.resize(std::max<std::size_t>(name.size() + 1, 14), ' ');
     list += "  " + name + key.meaning + "\n";
   }
-  return list + "The name or its meaning names the key.";
+  return list + "The name or its meaning names the key. The instrument sends no answer to a key.";
 }
 
 constexpr const char* kSettingNames =
@@ -105,16 +107,27 @@ constexpr const char* kSettingNames =
     "signs do\n"
     "not matter. \"oriolemark-cli get\" prints all names.";
 constexpr const char* kReadings =
-    "The extension chooses the form of the file: .csv, .json, .orm (a data sheet), and ";
+    "The extension chooses the form of the file: .csv, .json, .orm (a data sheet),\n";
 
 }  // namespace
 
 std::span<const Verb> Verbs() {
   static const std::string kKeyHelp = KeyList();
   static const std::string kWaveHelp =
-      std::string(kReadings) + "\n.bmp or .png, the picture as its window draws it.";
+      std::string(kReadings) +
+      ".bmp or .png (the picture as its window draws it). Without FILE, --csv or --json print the\n"
+      "samples. Example: oriolemark-cli wave ch1 wave.csv";
   static const std::string kTableHelp =
-      std::string(kReadings) + "\nfor any other name the text that the window exports.";
+      std::string(kReadings) + ".txt or .xls (the text that its window exports). ";
+  static const std::string kSamplesHelp =
+      kTableHelp +
+      "The times are those of the window's table:\n"
+      "a record of 1200 samples has 100 a division, any other is taken to have 200.";
+  static const std::string kMeasureHelp =
+      kTableHelp +
+      "Limits are set in the measure window of\n"
+      "the program and saved with its data sheet. Example: oriolemark-cli measure ch1\n"
+      "--limits line.orm:Supply";
   using enum Takes;
   using enum Watched;
   constexpr Needs kAlone = Needs::Nothing;
@@ -123,13 +136,16 @@ std::span<const Verb> Verbs() {
       {"list", Nothing, kAlone, No,
        "Lists what can be linked: serial ports, USB instruments, GPIB libraries", "",
        "Opens none of them.", RunList},
-      {"identify", Nothing, kLink, Yes, "Prints maker, model and firmware", "", "", RunIdentify},
+      {"identify", Nothing, kLink, Yes, "Prints maker, model, serial number and firmware", "", "",
+       RunIdentify},
       {"get", Names, kLink, Yes, "Prints settings, all without a name", "", kSettingNames, RunGet,
        CheckGet},
       {"set", NamesNeeded, kLink, No, "Changes settings: NAME=VALUE...", "", kSettingNames, RunSet,
        CheckSet},
-      {"download", OutFile, kLink, No, "Reads all settings into FILE.cfx", "", "", RunDownload},
-      {"upload", InFile, kLink, No, "Sends all settings of INPUT.cfx", "", "", RunUpload,
+      {"download", OutFile, kLink, No, "Reads all settings into FILE.cfx", ".cfx .txt", "",
+       RunDownload},
+      {"upload", InFile, kLink, No, "Sends all settings of INPUT.cfx", "",
+       "The instrument sends no answer. \"oriolemark-cli get\" shows what it took.", RunUpload,
        CheckUpload},
       {"run", Nothing, kLink, No, "Starts the acquisition", "", "", RunRun},
       {"stop", Nothing, kLink, No, "Stops the acquisition", "", "", oriolemark::RunStop},
@@ -143,10 +159,10 @@ std::span<const Verb> Verbs() {
        RunKey, CheckKeys},
       {"wave", ChannelOrBoth, kLink, AsJson, "Reads a waveform", ".csv .json .orm .bmp .png",
        kWaveHelp.c_str(), RunWave, CheckWave},
-      {"samples", Channel, kLink, AsJson, "Reads a table of samples", "", kTableHelp.c_str(),
-       RunSamples},
-      {"measure", Channel, kLink, Yes, "Reads the 18 automatic measurements", "",
-       kTableHelp.c_str(), RunMeasure, CheckMeasure},
+      {"samples", Channel, kLink, AsJson, "Reads a table of samples", ".csv .json .orm .txt .xls",
+       kSamplesHelp.c_str(), RunSamples},
+      {"measure", Channel, kLink, Yes, "Reads the 18 automatic measurements",
+       ".csv .json .orm .txt .xls", kMeasureHelp.c_str(), RunMeasure, CheckMeasure},
       {"screen", OutFile, kLink, No,
        "Copies the instrument's screen into FILE.bmp or FILE.png (USB)", ".bmp .png", "", RunScreen,
        CheckScreen},

@@ -48,6 +48,7 @@ SimulatedInstrument::~SimulatedInstrument() {
 }
 
 std::optional<std::string> SimulatedInstrument::Start(std::optional<LinkChoice>& link) {
+  if (!folder_.isValid()) return folder_.errorString().toStdString();
   if (!link) link = LinkChoice{.type = kLinkRS232};
   const QString place = folder_.filePath(QStringLiteral("tx5000"));
   // The virtual panel refuses older firmware.
@@ -67,12 +68,16 @@ std::optional<std::string> SimulatedInstrument::Start(std::optional<LinkChoice>&
     link->library = LibraryOf(gpib ? QStringLiteral("gpib") : QStringLiteral("usb")).toStdString();
   }
   process_.setStandardInputFile(QProcess::nullDevice());
-  process_.setStandardErrorFile(QProcess::nullDevice());
+  const QString messages = folder_.filePath(QStringLiteral("messages"));
+  process_.setStandardErrorFile(messages);
   process_.setChildProcessModifier(LeaveTerminal);
   process_.start(BesideProgram(QStringLiteral("tx5000sim")), arguments);
   while (!process_.canReadLine()) {
     if (process_.waitForReadyRead(kStartTime)) continue;
-    return "The simulated instrument did not start: " + process_.errorString().toStdString();
+    QFile file(messages);
+    const bool wrote = file.open(QIODevice::ReadOnly) && file.size() > 0;
+    return "The simulated instrument did not start: " +
+           (wrote ? file.read(1000).trimmed().toStdString() : process_.errorString().toStdString());
   }
   return std::nullopt;
 }

@@ -13,6 +13,7 @@
 
 #include "cli/Arguments.h"
 #include "cli/Names.h"
+#include "cli/Rendering.h"
 #include "cli/Runner.h"
 #include "cli/program/SimulatedInstrument.h"
 #include "drivers/ChosenColors.h"
@@ -75,7 +76,7 @@ int RunCall(QtEventSource& events, EndSignals& endSignals, Call call) {
   SimulatedInstrument simulated;
   if (call.sim) {
     if (const auto failure = simulated.Start(call.link)) {
-      Write(stderr, "oriolemark-cli: " + *failure + "\n");
+      Write(stderr, ErrorLine(*failure));
       return static_cast<int>(ExitCode::NoLink);
     }
   }
@@ -111,8 +112,9 @@ int RunProgram(EndSignals& endSignals, int& argc, char** argv) {
   const auto read = ReadArguments({argv + 1, argv + argc}, ORIOLEMARK_VERSION);
   if (const auto* const answer = std::get_if<Answer>(&read)) {
     const bool asked = answer->code == ExitCode::Success;
-    Write(asked ? stdout : stderr, asked ? answer->text : "oriolemark-cli: " + answer->text + "\n");
-    return static_cast<int>(answer->code);
+    const bool written =
+        asked ? Write(stdout, answer->text) : Write(stderr, ErrorLine(answer->text));
+    return static_cast<int>(written ? answer->code : ExitCode::File);
   }
   const Call& call = std::get<Call>(read);
   const auto application = MakeApplication(argc, argv, DrawsTexts(call));
