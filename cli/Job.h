@@ -1,19 +1,27 @@
 #pragma once
 
+#include <array>
+#include <optional>
+
 #include "cli/Call.h"
 #include "cli/Desk.h"
+#include "cli/Rendering.h"
 #include "cli/Session.h"
 
 namespace oriolemark {
+
+// The limits that judge, by the indexes of MeasureRecord::Values.
+using Limits = std::array<MeasureValue, kMeasureValues>;
 
 // One run of a verb.
 struct Job {
   const Desk& desk;
   const Call& call;
-  Session* session;  // connected; null for a verb that needs no instrument
+  Session* session;               // connected; null for a verb that needs no instrument
+  std::optional<Limits>& limits;  // read before the link is opened
 
   // Prints a message of ours.
-  void Explain(const std::string& text) const { desk.printError("oriolemark-cli: " + text + "\n"); }
+  void Explain(const std::string& text) const { desk.printError(ErrorLine(text)); }
   // The same, as the end of the verb.
   Result Refuse(ExitCode code, const std::string& text) const {
     Explain(text);

@@ -2,12 +2,14 @@
 // what was read before.
 
 #include <algorithm>
+#include <cmath>
 
 #include "cli/Job.h"
 #include "cli/Names.h"
 #include "cli/Rendering.h"
 #include "datasheet/SampleTable.h"
 #include "datasheet/records/DataSheetFile.h"
+#include "datasheet/records/SheetFields.h"
 #include "link/LinkState.h"
 #include "measure/ExportMeasure.h"
 #include "measure/Quantities.h"
@@ -51,6 +53,13 @@ std::vector<FileForm> PictureForms(const Desk& desk,
 // The texts of a record, and its samples.
 Result WaveResult(const WaveRecord& record) {
   Result result{.columns = WaveColumns(record)};
+  const std::pair<const char*, const std::string&> texts[] = {
+      {"CH1 range", record.CH1Range},   {"CH1 offset", record.CH1Offset},
+      {"CH2 range", record.CH2Range},   {"CH2 offset", record.CH2Offset},
+      {"Time range", record.TimeRange}, {"Trigger delay", record.TriggerDelay}};
+  for (const auto& [name, text] : texts) {
+    if (record.HasData && !text.empty()) result.values.push_back({name, text});
+  }
   result.text = DescribeWave(record, {}, 1);
   if (!result.columns.empty()) {
     result.text += " " + std::to_string(result.columns.front().values.size()) + " samples.";
@@ -69,7 +78,9 @@ Result SamplesResult(const DataRecord& record) {
   }
   std::string text = SampleTableText(record);
   std::erase(text, '\r');
-  return {.text = text, .columns = {number, volts, time}};
+  return {.text = text,
+          .values = {{"Title", record.HasData ? record.Title : ""}},
+          .columns = {number, volts, time}};
 }
 
 // The unit of a quantity's numbers: the one without a prefix, and none for a fraction.
@@ -90,7 +101,9 @@ Result MeasureResult(const MeasureRecord& record) {
     static const MeasureValue kNone;
     const MeasureValue& value = record.HasData ? record.Values[quantity.index] : kNone;
     const std::string verdict = Judge(value, quantity.family);
-    const Converted number = quantity.family.toNumber(value.Text);
+    // A unit without digits converts to 0.
+    const bool hasDigits = value.Text.find_first_of("0123456789") != std::string::npos;
+    const Converted number = hasDigits ? quantity.family.toNumber(value.Text) : Converted();
     result.values.push_back({quantity.caption, value.Text + (verdict.empty() ? "" : "  ") + verdict,
                              BaseUnit(quantity),
                              number.ConvertValid ? std::optional(number.value) : std::nullopt});
@@ -104,15 +117,31 @@ Result MeasureResult(const MeasureRecord& record) {
   return result;
 }
 
-// A sheet that is read without an instrument.
+std::size_t FieldsIn(std::string_view bytes) {
+  FieldReader reader(bytes);
+  std::size_t fields = 0;
+  for (; !reader.AtEnd(); ++fields) reader.Skip();
+  return fields;
+}
+
+// A sheet that is read without an instrument. `failed` is set, and a message printed, if it could
+// not be read or ends too early: the values behind its end would be 0.
 struct ReadSheet {
-  explicit ReadSheet(const Job& job, const std::string& path)
-      : prompts([this, &job](const std::string& text) {
-          failed = true;
-          job.Explain(LinesOf(text));
-        }) {
+  ReadSheet(const Job& job, const std::string& path)
+      : prompts([this, &job, &path](const std::string& text) { Fail(job, path, text); }) {
+    if (!job.desk.fileExists(path)) {
+      Fail(job, path, "There is no such file.");
+      return;
+    }
     ReadDataSheet(path, sheet, scratch, prompts);
-    if (failed) job.Explain("\"" + path + "\" could not be read.");
+    if (failed) return;
+    const FileContents file = ReadFile(path, std::size_t{256} << 20);
+    if (FieldsIn(file.bytes) < FieldsIn(DataSheetText(sheet)))
+      Fail(job, path, "It ends too early.");
+  }
+  void Fail(const Job& job, const std::string& path, const std::string& text) {
+    failed = true;
+    job.Explain("\"" + path + "\" could not be read: " + text);
   }
 
   DataSheet sheet;
@@ -138,26 +167,14 @@ const Record* FindItem(const Job& job, std::span<const Record> items, const std:
   return nullptr;
 }
 
-// The measure item whose limits judge, from "FILE" or "FILE:ITEM". Nothing, and a message, if there
-// is none.
-struct Limits {
-  ExitCode code = ExitCode::Success;
-  MeasureRecord record{};
-};
-Limits ReadLimits(const Job& job) {
-  std::string path = job.call.limits;
-  std::string item;
-  const std::size_t colon = path.rfind(':');
-  if (!job.desk.fileExists(path) && colon != std::string::npos) {
-    item = path.substr(colon + 1);
-    path.resize(colon);
+// The name of an existing file at the start of "FILE" or "FILE:ITEM". The whole text if there is
+// none.
+std::string FilePartOf(const Job& job, const std::string& text) {
+  for (std::size_t colon = text.size(); colon != std::string::npos && colon > 0;
+       colon = text.rfind(':', colon - 1)) {
+    if (job.desk.fileExists(text.substr(0, colon))) return text.substr(0, colon);
   }
-  const auto read = std::make_unique<ReadSheet>(job, path);
-  if (read->failed) return {ExitCode::File};
-  const auto count = static_cast<std::size_t>(read->sheet.MeasureCount);
-  const auto items = std::span<const MeasureRecord>(read->sheet.Measures).first(count);
-  const MeasureRecord* const record = FindItem(job, items, item);
-  return record == nullptr ? Limits{ExitCode::Usage} : Limits{ExitCode::Success, *record};
+  return text;
 }
 
 }  // namespace
@@ -179,6 +196,11 @@ Result RunWave(Job& job) {
   if (call.monochrome) view.OptionColor.Select(1);
   if (call.noGrid) view.GridCheck.SetValue(false);
   Result result = WaveResult(job.session->Program().sheet.Waves[0]);
+  for (const SampleColumn& column : result.columns) {
+    if (job.session->Failed() || column.values.empty() || !std::isnan(column.values[0])) continue;
+    job.session->Fail("The instrument's answer holds no scale for " + column.name + ".");
+    break;
+  }
   result.files = PictureForms(job.desk, [&view] { return view.WholePicture(); });
   result.files.push_back(SheetForm(job));
   return result;
@@ -192,14 +214,30 @@ Result RunSamples(Job& job) {
   return result;
 }
 
+// Reads the limits once, so that a watch judges all its lines by the same ones.
 ExitCode CheckMeasure(Job& job) {
-  return job.call.limits.empty() ? ExitCode::Success : ReadLimits(job).code;
+  if (job.call.limits.empty()) return ExitCode::Success;
+  const std::string path = FilePartOf(job, job.call.limits);
+  const bool named = job.call.limits.size() > path.size();
+  const auto read = std::make_unique<ReadSheet>(job, path);
+  if (read->failed) return ExitCode::File;
+  const auto count = static_cast<std::size_t>(read->sheet.MeasureCount);
+  const auto items = std::span<const MeasureRecord>(read->sheet.Measures).first(count);
+  const MeasureRecord* const item =
+      FindItem(job, items, named ? job.call.limits.substr(path.size() + 1) : "");
+  if (item == nullptr) return ExitCode::Usage;
+  if (std::ranges::none_of(item->Values, &MeasureValue::Enabled)) {
+    job.Explain("No limit of this item is enabled, so there is nothing to judge.");
+    return ExitCode::Usage;
+  }
+  job.limits = item->Values;
+  return ExitCode::Success;
 }
 
 Result RunMeasure(Job& job) {
   MeasureRecord& record = job.session->Program().sheet.Measures[0];
   ReadItem<frmMeasure>(job, ItemKind::Measure, [&] {
-    if (!job.call.limits.empty()) record.Values = ReadLimits(job).record.Values;
+    if (job.limits) record.Values = *job.limits;
   });
   Result result = MeasureResult(record);
   result.files = {SheetForm(job), {"", [&record] { return MeasureFileText(record); }}};
@@ -219,7 +257,7 @@ Result RunScreen(Job& job) {
                                                   kVirtualPanelLabel);
   if (!panel.Loaded()) return {.code = ExitCode::Refused};
   panel.cmdStop.Click();
-  if (!panel.DrawBulkWave()) return job.Refuse(ExitCode::NoLink, "The screen could not be read.");
+  if (!panel.DrawBulkWave()) job.session->Fail("The screen could not be read.");
   return {.files = PictureForms(job.desk, [&panel] { return panel.WavePic.Surface().MakeCopy(); })};
 }
 

@@ -1,6 +1,7 @@
 #include "cli/Rendering.h"
 
 #include <algorithm>
+#include <cmath>
 #include <nlohmann/json.hpp>
 
 #include "platform/Utf8.h"
@@ -35,6 +36,7 @@ std::string Cell(const std::string& text) {
 
 // With 15 digits: more only show how a computer rounds.
 double Rounded(double number) {
+  if (std::isnan(number)) return number;
   return LeadingNumber(NumberText(number));
 }
 
@@ -70,7 +72,13 @@ Json ObjectOf(const Result& result, const std::string& time) {
   }
   for (const SampleColumn& column : result.columns) {
     Json& list = object[NameOf(column.name, column.unit)] = Json::array();
-    for (const double number : column.values) list.push_back(Rounded(number));
+    for (const double number : column.values) {
+      if (column.unit.empty()) {
+        list.push_back(static_cast<std::int64_t>(number));
+      } else {
+        list.push_back(Rounded(number));
+      }
+    }
   }
   return object;
 }
@@ -83,6 +91,10 @@ std::string Printable(std::string_view text) {
       printable, [](char character) { return IsControl(character) || IsHighControl(character); },
       '?');
   return Utf8Of(printable);
+}
+
+std::string ErrorLine(const std::string& text) {
+  return "oriolemark-cli: " + LinesOf(text) + "\n";
 }
 
 std::string LinesOf(std::string message) {
@@ -125,7 +137,9 @@ std::string CsvRows(const Result& result) {
   }
   if (result.columns.empty()) return Line(result.values, CellOf);
   for (std::size_t i = 0; i < result.columns.front().values.size(); ++i) {
-    rows += Line(result.columns, [i](const auto& column) { return NumberText(column.values[i]); });
+    rows += Line(result.columns, [i](const auto& column) {
+      return std::isnan(column.values[i]) ? "" : NumberText(column.values[i]);
+    });
   }
   return rows;
 }

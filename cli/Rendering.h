@@ -9,6 +9,8 @@ namespace oriolemark {
 
 // A text (8-bit) in UTF-8, without the control characters that would work a terminal.
 std::string Printable(std::string_view text);
+// The line of a message on standard error.
+std::string ErrorLine(const std::string& text);
 // A message (UTF-8), whose lines CR separates, in the same form.
 std::string LinesOf(std::string message);
 

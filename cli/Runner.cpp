@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "cli/Job.h"
 #include "cli/Names.h"
 #include "cli/Rendering.h"
 #include "cli/Verbs.h"
@@ -48,6 +47,8 @@ void Runner::Interrupt() {
 ExitCode Runner::Run(const Call& call) {
   const ExitCode code = call.every ? Watch(call) : RunOnce(call);
   session_ = nullptr;
+  // Serves an interrupt that came while nothing else was.
+  idle_.DoEvents();
   return interrupted_ ? ExitCode::Interrupted : code;
 }
 
@@ -72,13 +73,14 @@ bool Runner::Connect(const Call& call) {
 }
 
 ExitCode Runner::Prepare(const Call& call) {
-  Job job{desk_, call, session_.get()};
+  Job job = JobOf(call);
   return call.verb->prepare == nullptr ? ExitCode::Success : call.verb->prepare(job);
 }
 
 Result Runner::RunVerb(const Call& call) {
-  Job job{desk_, call, session_.get()};
+  Job job = JobOf(call);
   Result result = call.verb->run(job);
+  if (session_) session_->ClearProgress();
   const bool failed = session_ && session_->Failed();
   if (failed && result.code == ExitCode::Success) result.code = ExitCode::NoLink;
   return result;
@@ -94,6 +96,7 @@ ExitCode Runner::RunOnce(const Call& call) {
   const Result result = RunVerb(call);
   // A reading that is not whole is not delivered.
   if (session_ && session_->Failed()) return result.code;
+  if (result.code != ExitCode::Success && result.values.empty()) return result.code;
   const ExitCode delivered = Deliver(call, result);
   return delivered == ExitCode::Success ? result.code : delivered;
 }
@@ -119,13 +122,14 @@ ExitCode Runner::Watch(const Call& call) {
   session_ = std::make_unique<Session>(desk_, call);
   if (const ExitCode code = Prepare(call); code != ExitCode::Success) return code;
   if (!session_->Connect()) return ExitCode::NoLink;
-  bool due = true;
-  Timer schedule(desk_.events, static_cast<int>(call.every->count()), [&due] { due = true; });
+  int due = 1;
+  Timer schedule(desk_.events, static_cast<int>(call.every->count()), [&due] { ++due; });
   schedule.SetEnabled(true);
   ExitCode worst = ExitCode::Success;
   for (int line = 0; call.count == 0 || line < call.count; ++line) {
-    if (!idle_.WaitUntil([&due] { return due; })) break;
-    due = false;
+    if (!idle_.WaitUntil([&due] { return due > 0; })) break;
+    if (due > 1) Report(std::to_string(due - 1) + " of the times passed during the last reading.");
+    due = 0;
     const ExitCode code = PrintLine(call, line);
     if (code == ExitCode::VerdictFail) worst = code;
     if (code != ExitCode::Success && code != ExitCode::VerdictFail) return code;
@@ -136,9 +140,11 @@ ExitCode Runner::Watch(const Call& call) {
 ExitCode Runner::PrintLine(const Call& call, int line) {
   for (int pause = kFirstPause; !interrupted_; pause = std::min(2 * pause, kLongestPause)) {
     const std::string time = desk_.now();
+    const bool reopened = !session_ || session_->Failed();
     if (Connect(call)) {
       const Result result = RunVerb(call);
       if (!session_->Failed()) {
+        if (reopened) Report("The link is back.");
         const std::string head = line == 0 ? "time," + CsvHead(result) : "";
         const bool printed =
             desk_.print(call.format == Format::Json ? JsonOf(result, time)
@@ -148,7 +154,7 @@ ExitCode Runner::PrintLine(const Call& call, int line) {
       }
     }
     if (interrupted_) break;
-    Explain("The link is lost. The next try is in " + std::to_string(pause / 1000) + " s.");
+    Report("The link is lost. The next try is in " + std::to_string(pause / 1000) + " s.");
     session_ = nullptr;
     bool rested = false;
     Timer rest(desk_.events, pause, [&rested] { rested = true; });

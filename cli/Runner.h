@@ -5,6 +5,7 @@
 
 #include "cli/Call.h"
 #include "cli/Desk.h"
+#include "cli/Job.h"
 #include "cli/Session.h"
 
 namespace oriolemark {
@@ -33,11 +34,15 @@ class Runner {
   Result RunVerb(const Call& call);
   ExitCode CheckFile(const Call& call);
   ExitCode Deliver(const Call& call, const Result& result);
-  void Explain(const std::string& text) { desk_.printError("oriolemark-cli: " + text + "\n"); }
+  Job JobOf(const Call& call) { return {desk_, call, session_.get(), limits_}; }
+  // The same with the time, for the log of a watch.
+  void Report(const std::string& text) { Explain(desk_.now() + " " + text); }
+  void Explain(const std::string& text) { desk_.printError(ErrorLine(text)); }
 
   const Desk& desk_;
   Waiting idle_{desk_.events};  // between the readings of a watch
   std::unique_ptr<Session> session_;
+  std::optional<Limits> limits_;
   bool interrupted_ = false;
 };
 

@@ -76,31 +76,33 @@ bool Session::Connect() {
     return false;
   }
   module_->Scope().onIncomplete = [this] {
-    if (!Failed()) Note("The instrument did not answer in time, or not to the end.");
+    Fail("The instrument did not answer in time, or not to the end.");
   };
   return true;
 }
 
 void Session::End() {
+  ClearProgress();
   waiting_.BeginClosing();
-  desk_.events.Wake();
 }
 
 // What fails after the first failure, fails because of it.
-void Session::Note(const std::string& text) {
-  if (!Failed()) {
-    explained_ = true;
-    desk_.printError("oriolemark-cli: " + LinesOf(text) + "\n");
-  }
+void Session::Fail(const std::string& text) {
+  if (Failed()) return;
+  ClearProgress();
+  desk_.printError(ErrorLine(text));
   End();
 }
 
 void Session::ShowProgress(double percent) {
   const int shown = static_cast<int>(percent);
-  if (shown == shownPercent_) return;
+  if (shown <= shownPercent_ || Failed()) return;
   shownPercent_ = shown;
-  // The line is empty again at the end.
-  desk_.printError(shown == 0 || shown >= 100 ? "\r     \r" : "\r" + std::to_string(shown) + " %");
+  desk_.printError("\r" + std::to_string(shown) + " %");
+}
+
+void Session::ClearProgress() {
+  if (std::exchange(shownPercent_, 0) != 0) desk_.printError("\r     \r");
 }
 
 ItemView& Session::Item(ItemKind kind) {

@@ -52,24 +52,25 @@ class Session {
 
   // Makes the handshake. Returns whether the instrument answered it.
   bool Connect();
+  // Prints the reason and ends the session. Later failures are not printed.
+  void Fail(const std::string& text);
   // Ends every wait. The session counts as failed.
   void End();
   bool Failed() const { return waiting_.Closing(); }
-  // The reason has been printed.
-  bool Explained() const { return explained_; }
 
   MainModule& Program() { return *module_; }
-  Waiting& Wait() { return waiting_; }
-  Prompts& Messages() { return prompts_; }
   const LinkSettings& Link() const { return module_->preferences.link; }
 
   // The view of the sheet's only item of this kind. Adds the item at the first call.
   ItemView& Item(ItemKind kind);
+  // Serves what is pending, an interrupt for instance.
+  void ServeEvents() { waiting_.DoEvents(); }
+  // Takes the progress from the terminal's line.
+  void ClearProgress();
   // Asks for a reply. An empty one ends the session.
   std::string Ask(const std::string& command) { return module_->Scope().AskScope(command); }
 
  private:
-  void Note(const std::string& text);
   void ShowProgress(double percent);
 
   // No manual and no printer.
@@ -89,12 +90,11 @@ class Session {
   const Desk& desk_;
   Waiting waiting_{desk_.events};
   SessionSettings settings_;
-  LinePrompts prompts_{[this](const std::string& text) { Note(text); }};
+  LinePrompts prompts_{[this](const std::string& text) { Fail(text); }};
   NoHelp help_;
   Devices devices_;
   std::unique_ptr<MainModule> module_;
-  bool explained_ = false;
-  int shownPercent_ = -1;
+  int shownPercent_ = 0;  // 0 if the line is empty
 };
 
 }  // namespace oriolemark

@@ -8,6 +8,7 @@
 #include "cli/Names.h"
 #include "controller/records/ControlFile.h"
 #include "link/TX5000Cmd.h"
+#include "platform/Files.h"
 #include "values/Number.h"
 #include "values/StringFunc.h"
 
@@ -39,7 +40,7 @@ const Parameter* Find(const Job& job, const std::string& name) {
   if (!labelled.empty()) names.clear();
   for (const Parameter* row : labelled) names.push_back(NameOf(*row));
   const std::string known = labelled.empty() ? "There is no setting \"" : "Several settings are \"";
-  job.Explain(known + name + "\". " + DidYouMean(labelled.empty() ? name : names.front(), names));
+  job.Explain(known + name + "\"." + DidYouMean(labelled.empty() ? name : names.front(), names));
   return nullptr;
 }
 
@@ -73,6 +74,38 @@ bool Same(const std::string& wanted, const std::string& value) {
   const std::string unit = unitOf(wanted);
   return isNumber(wanted) && isNumber(value) && LeadingNumber(wanted) == LeadingNumber(value) &&
          (unit.empty() || unit == unitOf(value));
+}
+
+// The form of a setting for programs: the unit and the number, for the kinds that have them.
+Value ValueOf(const Parameter& parameter, const std::string& text) {
+  Value value{NameOf(parameter), text};
+  const auto put = [&value](const char* unit, const Converted& converted) {
+    value.unit = unit;
+    if (converted.ConvertValid) value.number = converted.value;
+  };
+  const auto plain = [&text](std::string_view unit) {
+    if (!text.ends_with(unit)) return Converted();
+    const auto number = NumberInReply(text.substr(0, text.size() - unit.size()));
+    return Converted{number.value_or(0), number.has_value()};
+  };
+  switch (parameter.kind) {
+    case ValueKind::VoltDiv:
+      put("V", ConvertStrToVolt(text));
+      break;
+    case ValueKind::TimeDiv:
+    case ValueKind::Time:
+      put("s", ConvertStrToTime(text));
+      break;
+    case ValueKind::Division:
+      put("div", plain("div"));
+      break;
+    case ValueKind::Percent:
+      put("percent", plain("%"));
+      break;
+    default:
+      break;
+  }
+  return value;
 }
 
 struct Assignment {
@@ -157,6 +190,24 @@ std::optional<std::vector<const Parameter*>> WantedOf(const Job& job) {
   return wanted;
 }
 
+std::string NotOffered(const Parameter& parameter, const std::string& wanted,
+                       const std::string& offered) {
+  return NameOf(parameter) + " has no value \"" + wanted + "\". Choose " + offered + ".";
+}
+
+// Why the setting cannot be set to this text, as far as is known without the instrument. Empty if
+// it may be.
+std::string Objection(const Parameter& parameter, const std::string& wanted) {
+  if (parameter.kind == ValueKind::Query) return NameOf(parameter) + " can only be read.";
+  if (parameter.kind == ValueKind::Time && TypedTime(wanted).empty()) {
+    return "\"" + wanted + "\" is no time. Write 500us or 0.0005.";
+  }
+  const bool isFixed = parameter.kind == ValueKind::List || parameter.kind == ValueKind::TimeDiv;
+  const auto fits = [&wanted](const char* value) { return Same(wanted, value); };
+  if (!isFixed || std::ranges::any_of(parameter.values, fits)) return {};
+  return NotOffered(parameter, wanted, Listed({parameter.values.begin(), parameter.values.end()}));
+}
+
 // Nothing, and a message, if a text is no assignment.
 std::optional<std::vector<Assignment>> AssignmentsOf(const Job& job) {
   std::vector<Assignment> assignments;
@@ -168,16 +219,15 @@ std::optional<std::vector<Assignment>> AssignmentsOf(const Job& job) {
     }
     const Parameter* const parameter = Find(job, text.substr(0, mark));
     if (parameter == nullptr) return std::nullopt;
-    const std::string wanted = text.substr(mark + 1);
-    if (parameter->kind == ValueKind::Query) {
-      job.Explain(NameOf(*parameter) + " can only be read.");
+    std::string objection = Objection(*parameter, text.substr(mark + 1));
+    for (const Assignment& earlier : assignments) {
+      if (&earlier.parameter == parameter) objection = NameOf(*parameter) + " is set twice.";
+    }
+    if (!objection.empty()) {
+      job.Explain(objection);
       return std::nullopt;
     }
-    if (parameter->kind == ValueKind::Time && TypedTime(wanted).empty()) {
-      job.Explain("\"" + wanted + "\" is no time. Write 500us or 0.0005.");
-      return std::nullopt;
-    }
-    assignments.push_back({*parameter, wanted});
+    assignments.push_back({*parameter, text.substr(mark + 1)});
   }
   return assignments;
 }
@@ -197,7 +247,7 @@ ExitCode CheckGet(Job& job) {
 Result RunGet(Job& job) {
   Result result;
   for (const Parameter* parameter : WantedOf(job).value_or(std::vector<const Parameter*>())) {
-    result.values.push_back({NameOf(*parameter), Read(job, *parameter)});
+    result.values.push_back(ValueOf(*parameter, Read(job, *parameter)));
   }
   return result;
 }
@@ -212,14 +262,13 @@ Result RunSet(Job& job) {
     Edit(job, assignment);
     if (job.session->Failed()) return {};
     if (assignment.offered.empty()) continue;
-    return job.Refuse(ExitCode::Usage, NameOf(assignment.parameter) + " has no value \"" +
-                                           assignment.wanted + "\". Choose " + assignment.offered +
-                                           ".");
+    return job.Refuse(ExitCode::Usage,
+                      NotOffered(assignment.parameter, assignment.wanted, assignment.offered));
   }
   Result result;
   for (const Assignment& assignment : assignments) {
     const std::string reply = Read(job, assignment.parameter);
-    result.values.push_back({NameOf(assignment.parameter), reply});
+    result.values.push_back(ValueOf(assignment.parameter, reply));
     if (Took(assignment, reply) || job.session->Failed()) continue;
     result.code = ExitCode::Refused;
     job.Explain("The instrument refused " + NameOf(assignment.parameter) + "=" + assignment.wanted +
@@ -234,10 +283,23 @@ Result RunDownload(Job& job) {
   return {.files = {{"", [&program] { return ControlFileText(program.settings); }}}};
 }
 
+// A value that is missing would be sent as the program's own, so that a part of a file would reset
+// the instrument.
 ExitCode CheckUpload(Job& job) {
-  job.session->Program().controller.OpenCtrl(job.call.input);
-  if (!job.session->Failed()) return ExitCode::Success;
-  job.Explain("\"" + job.call.input + "\" could not be read.");
+  const std::string& path = job.call.input;
+  const auto whole = static_cast<std::size_t>(std::ranges::count(ControlFileText({}), '\n'));
+  const FileContents file = ReadFile(path, std::size_t{1} << 20);
+  job.session->Program().controller.OpenCtrl(path);
+  std::size_t lines = 0;
+  for (std::string_view rest = file.bytes; !rest.empty();) {
+    const std::string_view line = rest.substr(0, rest.find('\n'));
+    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+    if (line.find('"') != line.rfind('"')) ++lines;
+  }
+  if (!job.session->Failed() && lines >= whole) return ExitCode::Success;
+  job.Explain("\"" + path + "\" " +
+              (job.session->Failed() ? "could not be read."
+                                     : "is not whole. Values are missing at its end."));
   return ExitCode::File;
 }
 

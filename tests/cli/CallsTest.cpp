@@ -29,11 +29,19 @@ TEST(Calls, AWrongCallIsAnsweredBeforeTheLinkIsOpened) {
 2 | wave ch1 --zoom 200 | for a .bmp or .png file
 2 | wave ch1 a.png --zoom 501 | 50% to 500%
 2 | wave ch1 --csv --json | Choose
+2 | wave ch1 x.csv --json | extension
+2 | wave --colour ch1 | no option "--colour"
+2 | measure ch1 --limit x | Did you mean "--limits"
+2 | identify --every 1s | belongs to a watch
+2 | identify --sim --link serial:/dev/x | a serial line of its own
+2 | download x.png | .cfx .txt
 2 | get voltdvi | Did you mean "CH1 Volt/Div" or "CH2 Volt/Div"?
 2 | get Volt/Div | Several settings
 2 | set CH1_Probe | is no assignment
 2 | set Memory_Size=4000 | can only be read
 2 | set Delay=5h | is no time
+2 | set Delay=1ms Delay=2ms | is set twice
+2 | set CH1_Probe=1X CH1_Coupling=XX | Choose DC, AC
 2 | key f1 menu | Did you mean "Acquire menu"
 2 | screen x.png | only be read over USB
 2 | identify --link com1 | Choose serial, gpib or usb
@@ -124,7 +132,6 @@ TEST(Calls, ASettingIsChosenFromTheOfferedValuesAndReadBack) {
 0 | RunStop=stop | Running Control Run|Stop  STOP | :STOP
 2 | CH1_Volt/Div=2mV | Choose 20.0mV | -
 2 | CH1_Offset=12.01 | Choose 12.00div, 11.96div, 11.92div, ..., -11.92div, -11.96div, -12.00div | -
-2 | CH1_Coupling= | Choose DC, AC | -
 4 | Pulse_width=900s | refused Trigger Pulse width=900s | :TRIGGER:PULSE WIDTH:900.0s
 )")) {
     EXPECT_EQ(std::to_string(Number(bench.Run("set " + row[1]))), row[0]) << row[1] << bench.err;
@@ -144,6 +151,7 @@ TEST(Calls, ASampleIsInVoltsAndSecondsOnTheScaleOfTheScreen) {
   record.CH1Range = "500 mV";
   record.CH1Offset = "2.00div";
   record.CH2Range = "1.00V";
+  record.CH2Offset = "0.00div";
   record.TimeRange = "100.0us";
   record.TriggerDelay = "50.00us";
   record.CH1Data.Store(300, 49);   // two divisions above the offset's row
@@ -162,6 +170,11 @@ TEST(Calls, ASampleIsInVoltsAndSecondsOnTheScaleOfTheScreen) {
   EXPECT_EQ(described(), "Time 0.00005 0.00065 600; CH1 max 0 0.98 600; CH1 min 0.98 0.98 600; ");
   record.IsYT = false;
   EXPECT_EQ(described(), "CH1 0 0.98 600; CH2 3.96 -1 600; ");
+  for (std::string WaveRecord::*text : {&WaveRecord::CH1Range, &WaveRecord::CH1Offset}) {
+    WaveRecord odd = record;
+    odd.*text = "}qt5";
+    EXPECT_TRUE(std::isnan(WaveColumns(odd)[0].values[0])) << "no scale";
+  }
   record.Count = 100000;
   EXPECT_EQ(WaveColumns(record)[0].values.size(), 17000u) << "a count of a bad file";
 }
@@ -172,7 +185,7 @@ TEST(Calls, ResultsAreWrittenInTheFormOfTheFile) {
   const std::string name = files.folder + "/wave";
   for (const auto& row : Rows(R"(
 wave CH1 | .ORM | TX5000 Data Sheet || wave both | .CSV | Time_s,CH1_V,CH2_V || wave ch2 | .png | 196875/525
-wave ch1 --zoom 100% | .bmp | BM || wave ch1 | .json | {"Time_s":[- || samples ch1 | .txt | NO.
+wave ch1 --zoom 100% | .bmp | BM || wave ch1 | .json | "Time_s":[- || samples ch1 | .txt | NO.
 samples ch1 | .csv | NO.,Voltage_V,Time_s || measure ch1 | .xls | Duty+ || measure ch1 | .json | "Vpp_V":3
 )")) {
     const std::string file = files.folder + "/new" + row[1];
@@ -201,32 +214,54 @@ TEST(Calls, ASheetsItemsAreFoundByNameAndJudgeByTheirLimits) {
   auto sheet = std::make_unique<DataSheet>();
   sheet->WaveCount = 1;
   sheet->Waves[0].Name = "Wave \xB5";
-  sheet->MeasureCount = 2;
-  for (const int i : {0, 1}) {
+  sheet->MeasureCount = 3;
+  for (const int i : {0, 1, 2}) {
     MeasureRecord& item = sheet->Measures[static_cast<std::size_t>(i)];
-    item.Name = i == 0 ? "Wide" : "Narrow";
+    item.Name = Split("Wide,Narrow,Off", ',')[static_cast<std::size_t>(i)];
     item.HasData = true;
-    item.Values[0].Enabled = true;
+    item.Values[0].Enabled = i < 2;
     item.Values[0].Over = i == 0 ? 9.0 : 0.5;
     item.Values[0].Under = 0.1;
   }
   FileFolder::Put(orm, DataSheetText(*sheet));
   CallBench bench;
   for (const auto& row : Rows(R"(
-2 | measure ch1 --limits FILE | Name one of Wide, Narrow
-2 | measure ch1 --limits FILE:None | no item "None". It has Wide, Narrow
+2 | measure ch1 --limits FILE | Name one of Wide, Narrow, Off
+2 | measure ch1 --limits FILE:None | no item "None". It has Wide, Narrow, Off
+2 | measure ch1 --limits FILE:Off | nothing to judge
 0 | measure ch1 --limits FILE:Wide | 3.200V  Pass
 1 | measure ch1 --limits FILE:Narrow | 3.200V  Fail [Over Limit]
 1 | measure ch1 --limits FILE:Narrow --csv | Vpp verdict
 0 | convert FILE | [Narrow]
 2 | convert FILE --csv | Name one of
+2 | convert FILE NEW.csv | Name one of
 0 | convert FILE --json --item Narrow | "Vpp_V":null
 0 | convert FILE --json | [{"name":"Wave µ"},
 )")) {
-    const std::string call = std::regex_replace(row[1], std::regex("FILE"), orm);
+    const std::string call = std::regex_replace(std::regex_replace(row[1], std::regex("FILE"), orm),
+                                                std::regex("NEW"), files.folder + "/new");
     EXPECT_EQ(std::to_string(Number(bench.Run(call))), row[0]) << call << bench.err;
     EXPECT_NE((bench.out + bench.err).find(row[2]), std::string::npos)
         << call << ": " << bench.out << bench.err;
+  }
+}
+
+TEST(Calls, AFileThatEndsTooEarlyIsRefused) {
+  const FileFolder files;
+  const std::string cfx = files.folder + "/a.cfx";
+  const std::string orm = files.folder + "/a.orm";
+  CallBench bench;
+  EXPECT_EQ(bench.Run("wave ch1 " + orm), ExitCode::Success);
+  const std::string settings = ControlFileText({});
+  const std::string sheet = FileFolder::Bytes(orm);
+  for (const bool whole : {false, true}) {
+    FileFolder::Put(cfx, whole ? settings : settings.substr(0, settings.size() - 9));
+    FileFolder::Put(orm, whole ? sheet : sheet.substr(0, sheet.size() * 9 / 10));
+    const ExitCode expected = whole ? ExitCode::Success : ExitCode::File;
+    EXPECT_EQ(bench.Run("upload " + cfx), expected) << bench.err;
+    EXPECT_EQ(bench.wire.empty(), !whole);
+    EXPECT_EQ(bench.Run("convert " + orm + " --csv"), expected) << bench.err;
+    EXPECT_EQ(bench.out.empty(), !whole);
   }
 }
 
@@ -235,8 +270,10 @@ TEST(Calls, AFailingLinkEndsTheCallAndNothingIsWritten) {
   const std::string file = files.folder + "/x.csv";
   for (const auto& row : Rows(R"(
 wave ch1 FILE | :DATA:CHANNEL1 | - || wave ch1 FILE | :DATA:CHANNEL1 | 0x7D 0x7D 
-wave ch1 FILE | :TimeBase:RANGE:? | - || measure ch1 FILE | :MEASURE:Vpp | -
-get | :DISPLAY:GRID:? | - || identify | *IDN? | NOBODY,TX-5,1,03.01.15 || download FILE | :TRIGGER:STATUS:? | -
+wave ch1 FILE | :TimeBase:RANGE:? | - || wave ch1 FILE | :CHANNEL1:OFFSET:? | }qt5
+samples ch1 FILE | :DATA:CHANNEL1 | GARBAGE
+ measure ch1 FILE | :MEASURE:Vpp | -
+get | :DISPLAY:GRID:? | - || identify | *IDN? | NOBODY,TX-5,1,03.01.15 || download FILE.cfx | :TRIGGER:STATUS:? | -
 )")) {
     CallBench bench;
     bench.lies[row[1]] = row[2].empty() ? "" : row[2] + "\n";
@@ -292,6 +329,13 @@ TEST(Watch, AnHourWithTwentyUnplugsLosesNoLine) {
     EXPECT_NEAR(LeadingNumber(cells[1]), 3.2, 0.1) << i;
   }
   EXPECT_NE(bench.err.find("The link is lost"), std::string::npos);
+  EXPECT_NE(bench.err.find("The link is back"), std::string::npos);
+  EXPECT_EQ(bench.RunInterruptibly("watch get CH1Offset Grid Delay --every 1s --count 1 --json"),
+            ExitCode::Success);
+  EXPECT_NE(
+      bench.out.find(R"("CH1 Offset_div":2.0,"Display Grid":"FULL","Time Base Delay_s":0.0})"),
+      std::string::npos)
+      << bench.out;
 }
 
 TEST(Watch, AConnectionAndAnItemServeAllLines) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <utility>
 
 #include "platform/SerialPort.h"
@@ -16,7 +17,8 @@ class FakeSerialPort : public SerialPort {
 
   // Bytes reach the port so much later, in one chunk.
   void ArriveAfter(Milliseconds delay, const std::string& bytes) {
-    clock_.After(delay, [this, bytes] {
+    clock_.After(delay, [this, bytes, alive = std::weak_ptr<int>(alive_)] {
+      if (alive.expired()) return;
       arrived_ += bytes;
       onEvent(serial_event::kReceive);
     });
@@ -58,6 +60,7 @@ class FakeSerialPort : public SerialPort {
  private:
   VirtualClock& clock_;
   std::string arrived_;
+  const std::shared_ptr<int> alive_ = std::make_shared<int>();  // bytes may outlive the port
 };
 
 // With the simulated instrument at its end.
