@@ -33,11 +33,7 @@ QColor InkOf(QIcon::Mode mode) {
       palette.color(QPalette::Active, selected ? QPalette::HighlightedText : QPalette::WindowText);
   const QColor ground =
       palette.color(QPalette::Active, selected ? QPalette::Highlight : QPalette::Window);
-  const auto mix = [](float ours, float theirs) {
-    return static_cast<float>(kInk * ours + (1 - kInk) * theirs);
-  };
-  return QColor::fromRgbF(mix(text.redF(), ground.redF()), mix(text.greenF(), ground.greenF()),
-                          mix(text.blueF(), ground.blueF()));
+  return Mixed(ground, text, kInk);
 }
 
 // The drawings' outlines are "currentColor", the colour of the text around them.
@@ -132,6 +128,12 @@ class DrawingEngine : public QIconEngine {
 };
 
 }  // namespace
+
+QColor Mixed(const QColor& one, const QColor& other, double share) {
+  const auto mix = [share](float a, float b) { return static_cast<float>(a + (b - a) * share); };
+  return QColor::fromRgbF(mix(one.redF(), other.redF()), mix(one.greenF(), other.greenF()),
+                          mix(one.blueF(), other.blueF()));
+}
 
 QIcon PictureNamed(const QString& name) {
   return PictureNamed(name, name);

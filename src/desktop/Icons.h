@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QIcon>
 #include <QString>
 
@@ -13,5 +14,8 @@ enum class PictureMark { None, Unsaved };
 QIcon PictureNamed(const QString& name);
 // The same, with a second picture for an expanded tree row.
 QIcon PictureNamed(const QString& name, const QString& open, PictureMark mark = PictureMark::None);
+
+// A colour between two, `share` of the way from `one` to `other`, from 0 to 1.
+QColor Mixed(const QColor& one, const QColor& other, double share);
 
 }  // namespace oriolemark

@@ -9,18 +9,13 @@
 #include <utility>
 
 #include "desktop/Bind.h"
+#include "desktop/Icons.h"
 
 namespace oriolemark {
 namespace {
 
 constexpr double kRound = 4;
 constexpr double kArrow = 5;  // half the width of an arrow
-
-QColor Mix(const QColor& one, const QColor& other, double share) {
-  const auto mix = [share](float a, float b) { return static_cast<float>(a + (b - a) * share); };
-  return QColor::fromRgbF(mix(one.redF(), other.redF()), mix(one.greenF(), other.greenF()),
-                          mix(one.blueF(), other.blueF()));
-}
 
 void DrawArrow(QPainter& painter, QPointF centre, KeySign sign) {
   constexpr std::array kTurns{std::pair(KeySign::Up, 0), std::pair(KeySign::Right, 90),
@@ -125,8 +120,8 @@ void KeyButton::paintEvent(QPaintEvent*) {
   const bool lit = underMouse() && !isDown();
   const QRectF body = QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5);
   painter.setPen(hasFocus() ? QPen(palette().color(QPalette::Highlight), 2)
-                            : QPen(Mix(face, ink, 0.45), 1));
-  painter.setBrush(Mix(face, ink, isDown() ? 0.3 : lit ? 0.02 : 0.08));
+                            : QPen(Mixed(face, ink, 0.45), 1));
+  painter.setBrush(Mixed(face, ink, isDown() ? 0.3 : lit ? 0.02 : 0.08));
   painter.drawRoundedRect(body, kRound, kRound);
   if (accent_.isValid()) {
     painter.fillRect(QRectF(body.left() + 6, body.bottom() - 5, body.width() - 12, 2.5), accent_);

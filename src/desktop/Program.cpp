@@ -16,6 +16,7 @@
 #include "desktop/MainWindow.h"
 #include "desktop/MeasureWindow.h"
 #include "desktop/OptionsWindow.h"
+#include "desktop/OutlinedStyle.h"
 #include "desktop/PagePrinter.h"
 #include "desktop/PanelWindow.h"
 #include "desktop/PassFailedWindow.h"
@@ -42,6 +43,8 @@ namespace {
 
 void PrepareApplication(QApplication& application) {
   LoadPictures();
+  // The application owns its style.
+  QApplication::setStyle(std::make_unique<OutlinedStyle>().release());
   application.setApplicationName(kApplicationTitle);
   application.setApplicationVersion(ORIOLEMARK_VERSION);
   // The name of the menu entry, without its extension: some desktops look there for the icon.
