@@ -15,11 +15,15 @@
 namespace oriolemark {
 namespace {
 
-QLabel& AddLabel(QBoxLayout& layout, const QString& text, int points, bool bold) {
+constexpr double kLarge = 2.2;
+constexpr double kSmall = 0.9;
+
+// `size` is a multiple of the desktop's own size of text.
+QLabel& AddLabel(QBoxLayout& layout, const QString& text, double size, bool bold) {
   auto& label = Make<QLabel>(text);
   label.setTextFormat(Qt::PlainText);
   QFont font = label.font();
-  font.setPointSize(points);
+  if (font.pointSizeF() > 0) font.setPointSizeF(font.pointSizeF() * size);
   font.setBold(bold);
   label.setFont(font);
   layout.addWidget(&label);
@@ -35,8 +39,8 @@ QVBoxLayout& AddProduct(QBoxLayout& layout, const Label& version) {
   row.addWidget(&picture);
   auto& column = Make<QVBoxLayout>();
   row.addLayout(&column);
-  AddLabel(column, kApplicationTitle, 22, true);
-  AddLabel(column, FromWire(version.Text()), 10, false).setObjectName("lblVersion");
+  AddLabel(column, kApplicationTitle, kLarge, true);
+  AddLabel(column, FromWire(version.Text()), 1, false).setObjectName("lblVersion");
   return column;
 }
 
@@ -100,7 +104,7 @@ SplashWindow::SplashWindow(frmSplash& form)
   auto& layout = Make<QVBoxLayout>(this);
   layout.setContentsMargins(30, 24, 40, 24);
   QVBoxLayout& column = AddProduct(layout, form.lblVersion);
-  AddLabel(column, "TAVIK TECHNOLOGIES", 9, false);
+  AddLabel(column, "TAVIK TECHNOLOGIES", kSmall, false);
 }
 
 void SplashWindow::paintEvent(QPaintEvent* event) {
@@ -113,11 +117,11 @@ AboutWindow::AboutWindow(frmAbout& form, QWidget* parent) : FormDialog(form, "fr
   auto& layout = Make<QVBoxLayout>(this);
   layout.setSizeConstraint(QLayout::SetFixedSize);
   QVBoxLayout& column = AddProduct(layout, form.lblVersion);
-  AddLabel(column, "Works a TX5000 digital storage oscilloscope from the desktop.", 10, false);
+  AddLabel(column, "Works a TX5000 digital storage oscilloscope from the desktop.", 1, false);
   AddLabel(layout,
            "This program comes without warranty of any kind. Check important\n"
            "readings on the instrument.",
-           9, false);
+           kSmall, false);
   auto& buttons = Make<QHBoxLayout>();
   layout.addLayout(&buttons);
   buttons.addStretch(1);

@@ -25,6 +25,7 @@ constexpr int kContentsTab = 0;
 constexpr int kIndexTab = 1;
 constexpr int kPageMargin = 16;
 constexpr int kMostResults = 50;
+constexpr int kContentsWidth = 36;  // characters
 
 // A link in the desktop's own blue cannot be read on black.
 QColor LinkColorOn(const QColor& background) {
@@ -68,6 +69,8 @@ HelpBook::HelpBook(std::unique_ptr<HelpFile> file)
       results_(Make<QListWidget>()) {
   Name(tabs_, "HelpTabs", "Ways to find a page");
   Name(contents_, "HelpContents", "Contents");
+  // All three tabs are visible at once.
+  tabs_.setUsesScrollButtons(false);
   tabs_.addTab(&contents_, "&Contents");
   tabs_.addTab(&MakeIndex(), "&Index");
   tabs_.addTab(&MakeSearch(), "&Search");
@@ -76,7 +79,8 @@ HelpBook::HelpBook(std::unique_ptr<HelpFile> file)
   halves.addWidget(&page_);
   halves.setChildrenCollapsible(false);
   halves.setStretchFactor(1, 1);
-  halves.setSizes({250, 710});
+  const int contentsWidth = kContentsWidth * fontMetrics().averageCharWidth();
+  halves.setSizes({contentsWidth, 2 * contentsWidth});
   auto& layout = Make<QVBoxLayout>(this);
   layout.setContentsMargins(0, 0, 0, 0);
   layout.setSpacing(0);

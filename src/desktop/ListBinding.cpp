@@ -19,6 +19,8 @@
 namespace oriolemark {
 namespace {
 
+constexpr int kNotSet = -1;    // a column's width
+constexpr int kLongest = 24;   // characters of a text that widens its column
 constexpr int kRowMargin = 2;  // pixels above and below the text of a row
 
 // The model as the toolkit asks for it.
@@ -126,6 +128,7 @@ class ListTable : public QTableView {
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setResizeContentsPrecision(0);  // looks at the rows in sight only
     SetRowHeight();
     MuteSelection(*this);
   }
@@ -146,6 +149,7 @@ class ListTable : public QTableView {
 
   void ShowRows() {
     cells_.NoteRows();
+    GrowColumns();
     ShowSelection();
   }
 
@@ -153,11 +157,24 @@ class ListTable : public QTableView {
     if (isEnabled() != model_.Enabled()) setEnabled(model_.Enabled());
     if (isHidden() == model_.Visible()) setVisible(model_.Visible());
     ShowSelection();
-    // Columns that the user has dragged stay until the model's widths change.
-    if (placed_ == model_.ColumnWidths()) return;
+    if (placed_ == model_.ColumnWidths()) return GrowColumns();
     placed_ = model_.ColumnWidths();
+    widths_.assign(placed_.size(), kNotSet);
+    GrowColumns();
+  }
+
+  // A column has the model's width, or that of its longest text in sight, up to a limit. A narrow
+  // table scrolls sideways. Columns that the user has dragged stay until the model's widths change.
+  void GrowColumns() {
+    const int limit = kLongest * fontMetrics().averageCharWidth();
     for (std::size_t i = 0; i < placed_.size(); ++i) {
-      setColumnWidth(static_cast<int>(i), ToPixels({.width = placed_[i]}).width());
+      const int column = static_cast<int>(i);
+      if (widths_[i] != kNotSet && columnWidth(column) != widths_[i]) continue;
+      const int needed =
+          std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column));
+      const int width = ToPixels({.width = placed_[i]}).width();
+      setColumnWidth(column, std::max(width, std::min(needed, limit)));
+      widths_[i] = columnWidth(column);
     }
   }
 
@@ -175,8 +192,9 @@ class ListTable : public QTableView {
 
   ListView& model_;
   Cells& cells_;
-  std::vector<double> placed_;
-  bool reporting_ = false;  // the user's marks to the model, which the table shows already
+  std::vector<double> placed_;  // the model's widths
+  std::vector<int> widths_;     // as they were set
+  bool reporting_ = false;      // the user's marks to the model, which the table shows already
 };
 
 }  // namespace

@@ -79,6 +79,7 @@ class Windows : public testing::Test {
   // At `pace` looks of 25 ms from one step to the next.
   void Run(const std::vector<Step>& steps, int pace = 5) {
     Application own;
+    if (basePoints_ > 0) QApplication::setFont({QApplication::font().family(), basePoints_});
     Program program(own.application);
     MainModule& module = program.Module();
     QTimer timer;
@@ -105,6 +106,7 @@ class Windows : public testing::Test {
   }
 
   QTemporaryDir home_;
+  int basePoints_ = 0;  // the desktop's size of text, if not the usual one
 };
 
 }  // namespace oriolemark
