@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QEvent>
+#include <QHeaderView>
 #include <QHelpContentWidget>
 #include <QHelpIndexWidget>
 #include <QHelpLink>
@@ -69,6 +70,9 @@ HelpBook::HelpBook(std::unique_ptr<HelpFile> file)
       results_(Make<QListWidget>()) {
   Name(tabs_, "HelpTabs", "Ways to find a page");
   Name(contents_, "HelpContents", "Contents");
+  // A long title can be scrolled to.
+  contents_.header()->setStretchLastSection(false);
+  contents_.header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   // All three tabs are visible at once.
   tabs_.setUsesScrollButtons(false);
   tabs_.addTab(&contents_, "&Contents");
