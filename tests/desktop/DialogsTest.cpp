@@ -284,7 +284,8 @@ TEST_F(Windows, EachHasItsPageAndEachEntryOfAMenuItsKeywordAndItsKeys) {
   const auto add = [](std::size_t tool) {
     return [tool](MainModule& module) { module.main.Tools[tool].action(); };
   };
-  Run({add(10), add(11), add(12), [](MainModule&) {
+  Run({add(10), add(11), add(12), [](MainModule& module) {
+         LoadDialogs(module);
          HelpFile file(HELP_FILE_PATH);
          const auto page = file.StartPage().resolved(QUrl("keys.html"));
          const QString keys = file.Engine().fileData(page);
@@ -302,7 +303,8 @@ TEST_F(Windows, EachHasItsPageAndEachEntryOfAMenuItsKeywordAndItsKeys) {
              EXPECT_TRUE(key.isEmpty() || keys.contains("<td>" + key)) << key.toStdString();
            }
          }
-         EXPECT_TRUE(windows.size() >= 17 && entries.size() >= 35);
+         EXPECT_TRUE(windows.size() >= 15 && entries.size() >= 35)
+             << windows.size() << " " << entries.size();
          for (const QString& window : windows) {
            EXPECT_FALSE(file.Engine().documentsForIdentifier(window).isEmpty())
                << window.toStdString();

@@ -48,6 +48,7 @@ TEST_F(Windows, WithALargeBaseFontNoTextIsCutAndNoneStaysSmall) {
   const auto look = [](MainModule& module) {
     dynamic_cast<frmData&>(*module.sheet.DataViews[0])
         .MeasureView.SetRows({.count = 1, .text = [](int, int) { return "-2.9900E-04 V"; }});
+    LoadDialogs(module);
     for (QWidget* window : QApplication::topLevelWidgets()) {
       if (qobject_cast<QDialog*>(window) != nullptr) window->show();
     }

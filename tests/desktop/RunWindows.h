@@ -65,6 +65,16 @@ inline frmWave& View(MainModule& module) {
   return dynamic_cast<frmWave&>(*module.sheet.WaveViews[0]);
 }
 
+// Builds the windows of the dialogs, which otherwise come with the first load of each.
+inline void LoadDialogs(MainModule& module) {
+  for (Form* form :
+       std::initializer_list<Form*>{&module.about, &module.newDoc, &module.openDoc, &module.options,
+                                    &module.controller.dialog, &module.passFailed,
+                                    &module.waveSetting, &module.keys, &module.panel}) {
+    form->Load();
+  }
+}
+
 // The real windows with settings of their own and no instrument. The steps run from the event loop,
 // the first when the desktop has framed the main window, the others when what the one before has
 // brought about is through; the last one closes the program.
