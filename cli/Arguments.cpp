@@ -277,8 +277,10 @@ class Parser {
     }
     if (call_.file == "-") call_.file.clear();
     if (!call_.file.empty()) {
-      if (json_ || csv_) return wrong("The extension of the file chooses its form.");
       const std::string extension = ExtensionOf(call_.file);
+      if ((json_ && extension != ".json") || (csv_ && extension != ".csv")) {
+        return wrong("The extension of the file chooses its form.");
+      }
       json_ = extension == ".json";
       csv_ = extension == ".csv";
     }

@@ -69,7 +69,7 @@ reads out 'd["Model"] == "TX-5102CA" and d["Firmware"] == "03.01.15"'
 
 # Settings: a value that is taken, one that is not offered, and one that comes back as another.
 expect 0 set "CH1 Volt/Div=2V" :display:grid=half --csv
-reads out 'd == [{"CH1 Volt/Div": "2.00V", "Display Grid": "HALF"}]'
+reads out 'd == [{"CH1 Volt/Div_V": "2", "Display Grid": "HALF"}]'
 expect 2 set "CH1 Volt/Div=3V"
 hand "fault garbage for :DISPLAY:GRID:?"
 expect 4 set Grid=FULL
