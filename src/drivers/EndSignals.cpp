@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QSocketNotifier>
+#include <csignal>
 #include <utility>
 
 namespace oriolemark {
@@ -26,13 +27,14 @@ EndSignals::EndSignals() {
   }
   descriptor_ = ::signalfd(-1, &ends, SFD_CLOEXEC | SFD_NONBLOCK);
   // Without a descriptor the signals still end the process.
-  pthread_sigmask(SIG_BLOCK, descriptor_ >= 0 ? &ends : nullptr, &before_);
+  pthread_sigmask(SIG_BLOCK, descriptor_ >= 0 ? &ends : nullptr, nullptr);
 }
 
+// The signals stay blocked. A second request would end the process by its signal, in place of its
+// own exit code.
 EndSignals::~EndSignals() {
   notifier_.reset();
   if (descriptor_ >= 0) ::close(descriptor_);
-  pthread_sigmask(SIG_SETMASK, &before_, nullptr);
 }
 
 void EndSignals::Watch(std::function<void()> onEnd) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <csignal>
 #include <functional>
 #include <memory>
 
@@ -11,7 +10,7 @@ namespace oriolemark {
 // The system's requests to end, from a terminal, the end of a session, or "kill". Create this
 // before the toolkit starts its threads: they inherit that these signals are blocked and do not end
 // the process. A request before Watch() is kept. A signal that is ignored when the program starts
-// stays so.
+// stays so. The others stay blocked to the end of the process, which has its own exit code then.
 class EndSignals {
  public:
   EndSignals();
@@ -24,7 +23,6 @@ class EndSignals {
 
  private:
   int descriptor_ = -1;
-  sigset_t before_{};
   std::unique_ptr<QSocketNotifier> notifier_;
 };
 
