@@ -106,6 +106,7 @@ class KeepingReporter : public benchmark::ConsoleReporter {
  public:
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& run : runs) {
+      failed_ = failed_ || run.error_occurred;
       if (run.run_type != Run::RT_Iteration || run.error_occurred) continue;
       const auto& [function, args] = std::tie(run.run_name.function_name, run.run_name.args);
       const std::string name = args.empty() ? function : function + "/" + args;
@@ -124,6 +125,9 @@ class KeepingReporter : public benchmark::ConsoleReporter {
     ConsoleReporter::ReportRuns(runs);
   }
 
+  // A benchmark could not be run.
+  bool Failed() const { return failed_; }
+
   std::optional<double> Value(const char* name, Figure figure, Take take) const {
     const auto found = figures_.find({name, figure});
     if (found == figures_.end()) return std::nullopt;
@@ -133,6 +137,7 @@ class KeepingReporter : public benchmark::ConsoleReporter {
   }
 
  private:
+  bool failed_ = false;
   std::map<std::pair<std::string, Figure>, std::vector<double>> figures_;
 };
 
@@ -207,7 +212,7 @@ int main(int argc, char** argv) {
   KeepingReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   PrintRepaints(reporter);
-  const bool kept = PrintTable(reporter);
+  const bool kept = PrintTable(reporter) && !reporter.Failed();
   benchmark::Shutdown();
   return kept ? 0 : 1;
 }

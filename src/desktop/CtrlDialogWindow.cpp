@@ -58,8 +58,10 @@ CtrlDialogWindow::CtrlDialogWindow(CtrlDialog& form, QWidget* parent)
     if (!guard) return;
     const QString label = Shortened(FromWire(form.Frame.Text()));
     guard->setTitle(QString(label).replace('&', "&&"));
-    combo.setAccessibleName(label);
+    if (!label.isEmpty()) combo.setAccessibleName(label);
   };
+  // The first label was there before this window.
+  form.Frame.onChanged();
   auto& buttons = Make<QHBoxLayout>();
   layout.addLayout(&buttons);
   buttons.addStretch(1);

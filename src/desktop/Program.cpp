@@ -72,15 +72,17 @@ template <typename Window>
 class Late {
  public:
   template <typename WindowForm, typename... Rest>
-  explicit Late(WindowForm& form, Rest... rest) {
+  explicit Late(WindowForm& form, Rest... rest) : form_(form) {
     form.onLoading = [this, &form, rest...] {
       if (!window_) window_ = std::make_unique<Window>(form, rest...);
     };
   }
+  ~Late() { form_.onLoading = {}; }
   Late(const Late&) = delete;
   Late& operator=(const Late&) = delete;
 
  private:
+  Form& form_;
   std::unique_ptr<Window> window_;
 };
 
