@@ -30,8 +30,8 @@ class TX5000Cmd {
 
   // Turns the connection indicator on or off.
   std::function<void(bool connected)> showIndicator;
-  // A query has brought no reply, or a block fewer samples than it should, or what is none. Over
-  // RS232 there is no message about that.
+  // A query has brought no reply, or a block has too few samples or other text. Over RS232
+  // there is no message about that.
   std::function<void()> onIncomplete = [] {};
 
   // Writes one command, even while the program is closing.

@@ -11,7 +11,8 @@ class ProgressBar : public Control {
   void SetValue(double percent) {
     if (percent >= 0 && percent <= kMaximum) Change(value_, percent);
   }
-  // Draws the bar now, without serving events.
+  // The steps at which the bar has to be drawn, without serving events. A toolkit that draws it at
+  // each new number does not listen.
   void Refresh() const {
     if (onRefresh) onRefresh();
   }
