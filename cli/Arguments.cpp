@@ -102,13 +102,12 @@ class Parser {
     };
     label("SUBCOMMAND", "VERB");
     label("SUBCOMMANDS", "VERBS");
-    label("Subcommand", "Verb");
-    label("Subcommands", "Verbs");
     label("Positionals", "Arguments");
     label("REQUIRED", "");
     AddCommon(app_);
     for (const Verb& verb : Verbs()) AddVerb(app_, verb);
     CLI::App& watch = *app_.add_subcommand("watch", "Runs a verb again and again");
+    watch.group("Verbs");
     watch.require_subcommand(1)->fallthrough();
     watch.add_option("--every", every_, "Time from one start to the next, such as 10s")
         ->required()
@@ -132,6 +131,12 @@ class Parser {
       // The parser takes the last argument first.
       app_.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::CallForHelp&) {
+      const std::vector<std::string> others = app_.remaining(true);
+      const auto unknown = std::ranges::find_if_not(
+          others, [](const std::string& word) { return word.starts_with('-'); });
+      if (app_.get_subcommands().empty() && unknown != others.end()) {
+        return Answer{ExitCode::Usage, UnknownVerb(*unknown, false)};
+      }
       return Answer{ExitCode::Success, HelpOf(app_)};
     } catch (const CLI::CallForVersion&) {
       return Answer{ExitCode::Success, app_.version() + "\n"};
@@ -158,6 +163,7 @@ class Parser {
 
   void AddVerb(CLI::App& parent, const Verb& verb) {
     CLI::App& app = *parent.add_subcommand(verb.name, verb.summary);
+    app.group("Verbs");
     app.fallthrough()->footer(
         std::string(verb.help) + (*verb.help == '\0' ? "" : "\n\n") +
         "The options of \"oriolemark-cli --help\" may come behind the verb too.");
@@ -207,15 +213,15 @@ class Parser {
         break;
       case Takes::Channel:
         addChannel({"ch1", "ch2"}, "ch1 or ch2");
-        addFile("The file to write, standard output without it");
+        addFile("The file to write; standard output without it, or with -");
         break;
       case Takes::ChannelOrBoth:
         addChannel({"ch1", "ch2", "both"}, "ch1, ch2 or both");
-        addFile("The file to write, standard output without it");
+        addFile("The file to write; standard output without it, or with -");
         break;
     }
     if (verb.takes == Takes::InFile && verb.needs == Needs::Nothing) {
-      addFile("The file to write, standard output without it");
+      addFile("The file to write; standard output without it, or with -");
     }
   }
 
@@ -234,8 +240,12 @@ class Parser {
       if (unknown == "--every" || unknown == "--count") {
         return unknown + " belongs to a watch: oriolemark-cli watch VERB --every TIME.";
       }
+      const std::vector<std::string> options = OptionNames();
+      if (std::ranges::count(options, unknown) != 0) {
+        return unknown + " belongs to another verb, or has to come behind its verb.";
+      }
       if (unknown.starts_with('-')) {
-        return "There is no option \"" + unknown + "\"." + DidYouMean(unknown, OptionNames());
+        return "There is no option \"" + unknown + "\"." + DidYouMean(unknown, options);
       }
       if (!hasVerb) return UnknownVerb(unknown, watches);
     }
@@ -275,6 +285,9 @@ class Parser {
     if (call_.sim && call_.link && !call_.link->device.empty()) {
       return wrong("--sim makes a serial line of its own. Write --link serial or no link.");
     }
+    if (call_.file == "-" && call_.verb->takes == Takes::OutFile) {
+      return wrong("This verb writes a file. Give its name.");
+    }
     if (call_.file == "-") call_.file.clear();
     if (!call_.file.empty()) {
       const std::string extension = ExtensionOf(call_.file);
@@ -309,11 +322,13 @@ class Parser {
 
 std::variant<Call, Answer> ReadArguments(const std::vector<std::string>& arguments,
                                          const std::string& version) {
-  // "help VERB" is what users of other programs type.
-  if (arguments.size() == 2 && arguments[0] == "help") {
-    return Parser(version).Read({arguments[1], "--help"});
+  std::vector<std::string> words = arguments;
+  // Users of other programs type "help VERB".
+  if (!words.empty() && words[0] == "help") {
+    std::ranges::rotate(words, words.begin() + 1);
+    words.back() = "--help";
   }
-  return Parser(version).Read(arguments);
+  return Parser(version).Read(words);
 }
 
 }  // namespace oriolemark

@@ -38,6 +38,14 @@ std::string Plain(std::string_view name) {
   return plain;
 }
 
+std::string Folded(std::string_view text) {
+  std::string folded;
+  for (const char letter : text) {
+    if (letter != ' ') folded += Lower(letter);
+  }
+  return folded;
+}
+
 std::string DidYouMean(std::string_view typed, const std::vector<std::string>& names) {
   constexpr std::size_t kLongest = 64;  // of a name that is worth comparing
   const std::string plain = Plain(typed.substr(0, kLongest));

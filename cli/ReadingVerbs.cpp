@@ -140,7 +140,7 @@ struct ReadSheet {
       Fail(job, path, "It ends too early.");
   }
   void Fail(const Job& job, const std::string& path, const std::string& text) {
-    failed = true;
+    if (std::exchange(failed, true)) return;
     job.Explain("\"" + path + "\" could not be read: " + text);
   }
 
@@ -161,7 +161,7 @@ const Record* FindItem(const Job& job, std::span<const Record> items, const std:
   if (name.empty() && items.size() == 1) return &items.front();
   std::string list;
   for (const std::string& known : names) list += (list.empty() ? "" : ", ") + known;
-  job.Explain(items.empty()  ? "The data sheet has no such item."
+  job.Explain(items.empty()  ? "The data sheet holds no item of this kind."
               : name.empty() ? "The data sheet has several items. Name one of " + list + "."
                              : "The data sheet has no item \"" + name + "\". It has " + list + ".");
   return nullptr;

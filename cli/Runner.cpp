@@ -82,7 +82,7 @@ Result Runner::RunVerb(const Call& call) {
   Result result = call.verb->run(job);
   if (session_) session_->ClearProgress();
   const bool failed = session_ && session_->Failed();
-  if (failed && result.code == ExitCode::Success) result.code = ExitCode::NoLink;
+  if (failed && result.code != ExitCode::Refused) result.code = ExitCode::NoLink;
   return result;
 }
 
@@ -123,12 +123,17 @@ ExitCode Runner::Watch(const Call& call) {
   if (const ExitCode code = Prepare(call); code != ExitCode::Success) return code;
   if (!session_->Connect()) return ExitCode::NoLink;
   int due = 1;
+  bool late = false;
   Timer schedule(desk_.events, static_cast<int>(call.every->count()), [&due] { ++due; });
   schedule.SetEnabled(true);
   ExitCode worst = ExitCode::Success;
   for (int line = 0; call.count == 0 || line < call.count; ++line) {
     if (!idle_.WaitUntil([&due] { return due > 0; })) break;
-    if (due > 1) Report(std::to_string(due - 1) + " of the times passed during the last reading.");
+    // Said once, until a reading keeps its time again.
+    if (due > 1 && !late) {
+      Report("Readings are left out: the last one took longer than --every, or the link was lost.");
+    }
+    late = due > 1;
     due = 0;
     const ExitCode code = PrintLine(call, line);
     if (code == ExitCode::VerdictFail) worst = code;
@@ -141,7 +146,8 @@ ExitCode Runner::PrintLine(const Call& call, int line) {
   for (int pause = kFirstPause; !interrupted_; pause = std::min(2 * pause, kLongestPause)) {
     const std::string time = desk_.now();
     const bool reopened = !session_ || session_->Failed();
-    if (Connect(call)) {
+    const bool connected = Connect(call);
+    if (connected) {
       const Result result = RunVerb(call);
       if (!session_->Failed()) {
         if (reopened) Report("The link is back.");
@@ -154,7 +160,8 @@ ExitCode Runner::PrintLine(const Call& call, int line) {
       }
     }
     if (interrupted_) break;
-    Report("The link is lost. The next try is in " + std::to_string(pause / 1000) + " s.");
+    Report(std::string(connected ? "The reading failed." : "The link is lost.") +
+           " The next try is in " + std::to_string(pause / 1000) + " s.");
     session_ = nullptr;
     bool rested = false;
     Timer rest(desk_.events, pause, [&rested] { rested = true; });

@@ -61,49 +61,56 @@ constexpr Dependence kDependences[] = {
     {&S::LineNumber, &S::VideoStandard},
 };
 
-// Whether two texts mean the same value: the same text in any case, or the same number with the
-// same unit. The wanted one may leave the unit out.
-bool Same(const std::string& wanted, const std::string& value) {
-  if (Plain(wanted) == Plain(value) && IsNumeric(wanted) == IsNumeric(value)) return true;
-  const auto unitOf = [](const std::string& text) {
-    return text.substr(std::min(text.find_first_not_of(" +-.0123456789"), text.size()));
+// The number in a setting's text, in its base unit. A text that people or programs write may leave
+// the unit out.
+Converted NumberOf(ValueKind kind, const std::string& text) {
+  const auto plain = [&text](std::string_view unit) {
+    const bool hasUnit = text.ends_with(unit);
+    const auto number = NumberInReply(text.substr(0, text.size() - (hasUnit ? unit.size() : 0)));
+    return Converted{number.value_or(0), number.has_value()};
   };
-  const auto isNumber = [&unitOf](const std::string& text) {
-    return IsNumeric(text.substr(0, text.size() - unitOf(text).size()));
-  };
-  const std::string unit = unitOf(wanted);
-  return isNumber(wanted) && isNumber(value) && LeadingNumber(wanted) == LeadingNumber(value) &&
-         (unit.empty() || unit == unitOf(value));
+  if (IsNumeric(text)) return {LeadingNumber(text), true};
+  switch (kind) {
+    case ValueKind::VoltDiv:
+      return ConvertStrToVolt(text);
+    case ValueKind::TimeDiv:
+    case ValueKind::Time:
+      return ConvertStrToTime(text);
+    case ValueKind::Division:
+      return plain("div");
+    case ValueKind::Percent:
+      return plain("%");
+    default:
+      return {};
+  }
+}
+
+// Whether a text means this value: the same number, or the same word in any case.
+bool Same(const Parameter& parameter, const std::string& wanted, const std::string& value) {
+  const Converted first = NumberOf(parameter.kind, wanted);
+  const Converted second = NumberOf(parameter.kind, value);
+  if (!first.ConvertValid || !second.ConvertValid) return Folded(wanted) == Folded(value);
+  constexpr double kRounding = 1e-9;
+  return std::abs(first.value - second.value) <= kRounding * std::abs(second.value);
 }
 
 // The form of a setting for programs: the unit and the number, for the kinds that have them.
 Value ValueOf(const Parameter& parameter, const std::string& text) {
+  struct Row {
+    ValueKind kind;
+    const char* unit;
+  };
+  constexpr Row kUnits[] = {{ValueKind::VoltDiv, "V"},
+                            {ValueKind::TimeDiv, "s"},
+                            {ValueKind::Time, "s"},
+                            {ValueKind::Division, "div"},
+                            {ValueKind::Percent, "percent"}};
   Value value{NameOf(parameter), text};
-  const auto put = [&value](const char* unit, const Converted& converted) {
-    value.unit = unit;
-    if (converted.ConvertValid) value.number = converted.value;
-  };
-  const auto plain = [&text](std::string_view unit) {
-    if (!text.ends_with(unit)) return Converted();
-    const auto number = NumberInReply(text.substr(0, text.size() - unit.size()));
-    return Converted{number.value_or(0), number.has_value()};
-  };
-  switch (parameter.kind) {
-    case ValueKind::VoltDiv:
-      put("V", ConvertStrToVolt(text));
-      break;
-    case ValueKind::TimeDiv:
-    case ValueKind::Time:
-      put("s", ConvertStrToTime(text));
-      break;
-    case ValueKind::Division:
-      put("div", plain("div"));
-      break;
-    case ValueKind::Percent:
-      put("percent", plain("%"));
-      break;
-    default:
-      break;
+  for (const Row& row : kUnits) {
+    if (row.kind != parameter.kind) continue;
+    value.unit = row.unit;
+    const Converted number = NumberOf(parameter.kind, text);
+    if (number.ConvertValid) value.number = number.value;
   }
   return value;
 }
@@ -140,8 +147,9 @@ void Choose(CtrlDialog& dialog, Assignment& assignment) {
     return;
   }
   const auto& items = dialog.Combo.Items();
-  const auto item = std::ranges::find_if(
-      items, [&](const std::string& offered) { return Same(assignment.wanted, offered); });
+  const auto item = std::ranges::find_if(items, [&](const std::string& offered) {
+    return Same(assignment.parameter, assignment.wanted, offered);
+  });
   if (item == items.end()) {
     assignment.offered = Listed(items);
     dialog.cmdCancel.Click();
@@ -171,7 +179,8 @@ void Edit(Job& job, Assignment& assignment) {
 }
 
 bool Took(const Assignment& assignment, const std::string& reply) {
-  if (assignment.parameter.kind != ValueKind::Time) return Same(assignment.wanted, reply);
+  if (assignment.parameter.kind != ValueKind::Time)
+    return Same(assignment.parameter, assignment.wanted, reply);
   const double wanted = LeadingNumber(TypedTime(assignment.wanted));
   const Converted now = ConvertStrToTime(reply);
   // The instrument shows four digits.
@@ -203,7 +212,7 @@ std::string Objection(const Parameter& parameter, const std::string& wanted) {
     return "\"" + wanted + "\" is no time. Write 500us or 0.0005.";
   }
   const bool isFixed = parameter.kind == ValueKind::List || parameter.kind == ValueKind::TimeDiv;
-  const auto fits = [&wanted](const char* value) { return Same(wanted, value); };
+  const auto fits = [&](const char* value) { return Same(parameter, wanted, value); };
   if (!isFixed || std::ranges::any_of(parameter.values, fits)) return {};
   return NotOffered(parameter, wanted, Listed({parameter.values.begin(), parameter.values.end()}));
 }
@@ -258,12 +267,17 @@ ExitCode CheckSet(Job& job) {
 
 Result RunSet(Job& job) {
   std::vector<Assignment> assignments = AssignmentsOf(job).value_or(std::vector<Assignment>());
+  std::string before;
   for (Assignment& assignment : assignments) {
     Edit(job, assignment);
     if (job.session->Failed()) return {};
-    if (assignment.offered.empty()) continue;
-    return job.Refuse(ExitCode::Usage,
-                      NotOffered(assignment.parameter, assignment.wanted, assignment.offered));
+    if (assignment.offered.empty()) {
+      before += " " + NameOf(assignment.parameter) + "=" + assignment.wanted;
+      continue;
+    }
+    std::string refusal = NotOffered(assignment.parameter, assignment.wanted, assignment.offered);
+    if (!before.empty()) refusal += " Before it were set:" + before + ".";
+    return job.Refuse(ExitCode::Usage, refusal);
   }
   Result result;
   for (const Assignment& assignment : assignments) {
@@ -283,24 +297,26 @@ Result RunDownload(Job& job) {
   return {.files = {{"", [&program] { return ControlFileText(program.settings); }}}};
 }
 
-// A value that is missing would be sent as the program's own, so that a part of a file would reset
+// A value that is missing would be sent as the program's default, so a part of a file would reset
 // the instrument.
 ExitCode CheckUpload(Job& job) {
   const std::string& path = job.call.input;
-  const auto whole = static_cast<std::size_t>(std::ranges::count(ControlFileText({}), '\n'));
+  const auto refuse = [&](const char* text) {
+    job.Explain("\"" + path + "\" " + text);
+    return ExitCode::File;
+  };
+  if (!job.desk.fileExists(path)) return refuse("does not exist.");
+  const auto whole = std::ranges::count(ControlFileText({}), '\n');
   const FileContents file = ReadFile(path, std::size_t{1} << 20);
   job.session->Program().controller.OpenCtrl(path);
-  std::size_t lines = 0;
+  if (job.session->Failed()) return refuse("could not be read.");
+  std::ptrdiff_t values = 0;
   for (std::string_view rest = file.bytes; !rest.empty();) {
     const std::string_view line = rest.substr(0, rest.find('\n'));
     rest.remove_prefix(std::min(line.size() + 1, rest.size()));
-    if (line.find('"') != line.rfind('"')) ++lines;
+    if (line.starts_with('"') && line.rfind('"') > 0) ++values;
   }
-  if (!job.session->Failed() && lines >= whole) return ExitCode::Success;
-  job.Explain("\"" + path + "\" " +
-              (job.session->Failed() ? "could not be read."
-                                     : "is not whole. Values are missing at its end."));
-  return ExitCode::File;
+  return values < whole ? refuse("is not whole: values are missing.") : ExitCode::Success;
 }
 
 Result RunUpload(Job& job) {

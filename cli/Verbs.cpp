@@ -103,9 +103,10 @@ std::string KeyList() {
 
 constexpr const char* kSettingNames =
     "A name is a label of the Controller with its group, such as \"CH1 Volt/Div\", or without it\n"
-    "if there is only one, or the path on the wire, such as :CHANNEL1:RANGE. Case, blanks and "
-    "signs do\n"
-    "not matter. \"oriolemark-cli get\" prints all names.";
+    "if there is only one, or the path on the wire, such as :CHANNEL1:RANGE. Case, blanks and\n"
+    "signs other than + and - do not matter. \"oriolemark-cli get\" prints all names. A value is\n"
+    "one that the Controller offers, or any time; without a unit it is in V, s, div or %.\n"
+    "Example: oriolemark-cli set \"CH1 Volt/Div=500mV\" Delay=0.001 Grid=HALF";
 constexpr const char* kReadings =
     "The extension chooses the form of the file: .csv, .json, .orm (a data sheet),\n";
 
@@ -142,9 +143,9 @@ std::span<const Verb> Verbs() {
        CheckGet},
       {"set", NamesNeeded, kLink, No, "Changes settings: NAME=VALUE...", "", kSettingNames, RunSet,
        CheckSet},
-      {"download", OutFile, kLink, No, "Reads all settings into FILE.cfx", ".cfx .txt", "",
+      {"download", OutFile, kLink, No, "Reads all settings into a control file", ".cfx .txt", "",
        RunDownload},
-      {"upload", InFile, kLink, No, "Sends all settings of INPUT.cfx", "",
+      {"upload", InFile, kLink, No, "Sends all settings of a control file", "",
        "The instrument sends no answer. \"oriolemark-cli get\" shows what it took.", RunUpload,
        CheckUpload},
       {"run", Nothing, kLink, No, "Starts the acquisition", "", "", RunRun},

@@ -4,11 +4,12 @@
 
 #include <QBuffer>
 #include <QDateTime>
-#include <QFile>
 #include <QGuiApplication>
 #include <QImage>
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 #include <variant>
 
 #include "cli/Arguments.h"
@@ -96,7 +97,10 @@ int RunCall(QtEventSource& events, EndSignals& endSignals, Call call) {
       .encodePng = EncodePng,
       .syncFile = SyncToDisk,
       .fileExists =
-          [](const std::string& path) { return QFile::exists(QString::fromStdString(path)); },
+          [](const std::string& path) {
+            std::error_code error;
+            return std::filesystem::exists(path, error);
+          },
       .print = [](std::string_view bytes) { return Write(stdout, bytes); },
       .printError = [](std::string_view bytes) { Write(stderr, bytes); },
       .showsProgress = ::isatty(STDERR_FILENO) == 1,

@@ -35,6 +35,9 @@ TEST(Calls, AWrongCallIsAnsweredBeforeTheLinkIsOpened) {
 2 | identify --every 1s | belongs to a watch
 2 | identify --sim --link serial:/dev/x | a serial line of its own
 2 | download x.png | .cfx .txt
+2 | download - | Give its name
+2 | help wvae | Did you mean "wave"
+2 | identify --limits x | belongs to another verb
 2 | get voltdvi | Did you mean "CH1 Volt/Div" or "CH2 Volt/Div"?
 2 | get Volt/Div | Several settings
 2 | set CH1_Probe | is no assignment
@@ -52,7 +55,7 @@ TEST(Calls, AWrongCallIsAnsweredBeforeTheLinkIsOpened) {
 2 | watch get --every 1d | is no time
 2 | watch wave ch1 --every 1s | --json
 2 | watch measure ch1 x.csv --every 1s | writes no file
-5 | upload /nowhere/x.cfx | could not be read
+5 | upload /nowhere/x.cfx | does not exist
 5 | measure ch1 --limits /nowhere/x.orm | could not be read
 5 | convert /nowhere/x.orm | could not be read
 )")) {
@@ -126,10 +129,19 @@ TEST(Calls, ASettingIsChosenFromTheOfferedValuesAndReadBack) {
 0 | CH1_Probe=10x | CH1 Probe  10X | :CHANNEL1:PROBE:10X
 0 | ch1volt/div=2V | CH1 Volt/Div  2.00V | :CHANNEL1:RANGE:2.00V
 0 | :CHANNEL1:OFFSET=-1 | CH1 Offset  -1.00div | :CHANNEL1:OFFSET:-1.00div
+0 | CH1_Volt/Div=500mV | CH1 Volt/Div  500mV | :CHANNEL1:RANGE:500mV
+0 | CH1_Volt/Div=1 | CH1 Volt/Div  1.00V | :CHANNEL1:RANGE:1.00V
+0 | Time/Div=0.001 | Time Base Time/Div  1.000ms | :TimeBase:RANGE:1.000ms
+0 | Level=-11.0div | Trigger Level  -11.00div | :TRIGGER:LEVEL:-11.00div
+0 | Averages=16.0 | Acquire Averages  16 | :ACQUIRE:AVERAGES:16
+2 | Averages=1.6 | has no value "1.6" | -
+2 | CH1_Offset=200div | has no value "200div" | -
+2 | CH2_Probe=10X CH2_Volt/Div=2mV | Before it were set: CH2 Probe=10X | :CHANNEL2:PROBE:10X
 0 | Intensity=7 | Acquire Intensity  7% | :ACQUIRE:INTENSITY:7%
 0 | Delay=500us | Time Base Delay  0.5ms | :TimeBase:TRIGGER DELAY:0.5ms
 0 | TX5000\Trigger\Level=1.2div | Trigger Level  1.20div | :TRIGGER:LEVEL:1.20div
 0 | RunStop=stop | Running Control Run|Stop  STOP | :STOP
+2 | CH1_Probe=1.0X | Choose 1X, 10X | -
 2 | CH1_Volt/Div=2mV | Choose 20.0mV | -
 2 | CH1_Offset=12.01 | Choose 12.00div, 11.96div, 11.92div, ..., -11.92div, -11.96div, -12.00div | -
 4 | Pulse_width=900s | refused Trigger Pulse width=900s | :TRIGGER:PULSE WIDTH:900.0s
@@ -244,6 +256,8 @@ TEST(Calls, ASheetsItemsAreFoundByNameAndJudgeByTheirLimits) {
     EXPECT_NE((bench.out + bench.err).find(row[2]), std::string::npos)
         << call << ": " << bench.out << bench.err;
   }
+  bench.lies[":MEASURE:Vpp"] = "";
+  EXPECT_EQ(bench.Run("measure ch1 --limits " + orm + ":Wide"), ExitCode::NoLink) << "no Fail";
 }
 
 TEST(Calls, AFileThatEndsTooEarlyIsRefused) {
