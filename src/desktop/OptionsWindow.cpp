@@ -170,16 +170,19 @@ QHBoxLayout& AddNameBox(QVBoxLayout& group, QWidget& box, const NameTexts& texts
   return row;
 }
 
-QComboBox& AddDevice(QVBoxLayout& group, const NameTexts& texts, ComboBox& model,
-                     const frmOptions& form) {
+void AddDevice(QVBoxLayout& group, const NameTexts& texts, int port, frmOptions& form) {
+  ComboBox& model = form.DeviceOfPortCombo[static_cast<std::size_t>(port)];
   auto& combo = Make<QComboBox>();
   AddNameBox(group, combo, texts);
   combo.setItemDelegate(&Make<DescribedEntries>(&combo));
   combo.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   Bind(combo, model, TextCode::Utf8);
-  combo.lineEdit()->setPlaceholderText(texts.builtIn);
-  AtEachChange(model, [&] { ShowDescriptions(combo, form); });
-  return combo;
+  AtEachChange(model, [&combo, &form, port, purpose = texts.toolTip] {
+    ShowDescriptions(combo, form);
+    const QString meaning = QString::fromStdString(form.PortMeaning(port));
+    combo.lineEdit()->setPlaceholderText(meaning);
+    combo.setToolTip(PlainToolTip(purpose + ".\n" + meaning));
+  });
 }
 
 void AddLibrary(QVBoxLayout& group, const NameTexts& texts, TextBox& model, Button& button) {
@@ -196,15 +199,17 @@ void AddLibrary(QVBoxLayout& group, const NameTexts& texts, TextBox& model, Butt
 
 void FillDrivers(QVBoxLayout& group, frmOptions& form) {
   AddDevice(group,
-            {"COM1Device", "COM&1 device",
+            {"COM1Device",
+             "COM&1 device",
              "The serial device that COM1 means: one that the system lists, or any other path",
-             "First device listed"},
-            form.DeviceOfPortCombo[0], form);
+             {}},
+            0, form);
   AddDevice(group,
-            {"COM2Device", "COM&2 device",
+            {"COM2Device",
+             "COM&2 device",
              "The serial device that COM2 means: one that the system lists, or any other path",
-             "Second device listed"},
-            form.DeviceOfPortCombo[1], form);
+             {}},
+            1, form);
   AddLibrary(group,
              {"GpibLibrary", "GPIB &library",
               "The library of the GPIB board: its path, or its name in the system's folders",

@@ -14,6 +14,7 @@ namespace {
 
 constexpr double kShare = 0.6;        // of the text's colour in an outline
 constexpr double kMarkedShare = 0.3;  // the same in that of the control with the focus
+constexpr float kHint = 0.6F;         // how opaque the hint in an empty field is
 constexpr double kRound = 2;          // the radius of the corners, in pixels
 constexpr double kGlyph = 0.45;       // the size of a title button's sign, as a share of the button
 constexpr double kHover = 0.2;        // how strongly a title button is filled under the mouse
@@ -74,6 +75,13 @@ void DrawGlyph(QPainter& painter, QStyle::SubControl button, const QRectF& place
 }
 
 }  // namespace
+
+void OutlinedStyle::polish(QPalette& palette) {
+  QProxyStyle::polish(palette);
+  QColor hint = palette.color(QPalette::Text);
+  hint.setAlphaF(kHint);
+  palette.setColor(QPalette::PlaceholderText, hint);
+}
 
 // Other styles know their themes.
 bool OutlinedStyle::Outlines(const QStyleOption& option) const {

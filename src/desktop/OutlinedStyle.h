@@ -18,6 +18,10 @@ class OutlinedStyle : public QProxyStyle {
   void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                           QPainter* painter, const QWidget* widget) const override;
 
+  // Themes without a colour for a field's hint leave it dark. It gets that of the text, fainter.
+  using QProxyStyle::polish;
+  void polish(QPalette& palette) override;
+
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* returned) const override;
 
