@@ -73,6 +73,8 @@ inline void LoadDialogs(MainModule& module) {
                                     &module.waveSetting, &module.keys, &module.panel}) {
     form->Load();
   }
+  // Without an instrument the mirror would show a message.
+  module.panel.cmdStop.Click();
 }
 
 // The real windows with settings of their own and no instrument. The steps run from the event loop,
