@@ -325,7 +325,7 @@ std::variant<Call, Answer> ReadArguments(const std::vector<std::string>& argumen
   std::vector<std::string> words = arguments;
   // Users of other programs type "help VERB".
   if (!words.empty() && words[0] == "help") {
-    std::ranges::rotate(words, words.begin() + 1);
+    std::rotate(words.begin(), words.begin() + 1, words.end());
     words.back() = "--help";
   }
   return Parser(version).Read(words);
