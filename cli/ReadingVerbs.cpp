@@ -253,8 +253,7 @@ ExitCode CheckScreen(Job& job) {
 Result RunScreen(Job& job) {
   frmV_Panel& panel = job.session->Program().panel;
   // Refuses old firmware, and opens the panel otherwise.
-  job.session->Program().controller.PraseCtrlList(std::string(kCtrlRootLabel) + "\\" +
-                                                  kVirtualPanelLabel);
+  job.session->EditNode(kVirtualPanelLabel);
   if (!panel.Loaded()) return {.code = ExitCode::Refused};
   panel.cmdStop.Click();
   if (!panel.DrawBulkWave()) job.session->Fail("The screen could not be read.");

@@ -20,7 +20,7 @@ bool IsControl(char character) {
   const auto byte = static_cast<unsigned char>(character);
   return (byte < ' ' && byte != '\n' && byte != '\t') || byte == 0x7F;
 }
-// Of Latin-1.
+// The same for the control characters in the upper half of Latin-1.
 bool IsHighControl(char character) {
   const auto byte = static_cast<unsigned char>(character);
   return byte >= 0x80 && byte < 0xA0;
@@ -147,4 +147,5 @@ std::string CsvRows(const Result& result) {
 std::string JsonOf(const Result& result, const std::string& time) {
   return ObjectOf(result, time).dump() + '\n';
 }
+
 }  // namespace oriolemark

@@ -7,10 +7,17 @@ namespace oriolemark {
 namespace {
 
 constexpr const char* kDrivers = "Drivers";
-constexpr const char* kLinkSection = "IO Settings";
 constexpr const char* kStartSection = "General";
 constexpr const char* kStartRows[] = {"StartupCheckHardware", "StartupLoadSheet",
                                       "StartupLoadCtrl"};
+
+// What the choice leaves out stays as it is.
+void Choose(const LinkChoice& choice, LinkSettings& link) {
+  link.ScopeIOType = choice.type;
+  if (!choice.baud.empty()) link.BaudRate = choice.baud;
+  if (!choice.device.empty()) link.COM_Port = 1;
+  if (choice.number) (choice.type == kLinkGpib ? link.GPIB_Addr : link.UsbDevice) = *choice.number;
+}
 
 }  // namespace
 
@@ -19,18 +26,10 @@ SessionSettings::SessionSettings(SettingsStore& below, const std::optional<LinkC
   // The call decides when to connect, and opens no document of the user.
   for (const char* row : kStartRows) own_[{kStartSection, row}] = "False";
   if (!link) return;
-  own_[{kLinkSection, "ScopeIOType"}] = std::to_string(link->type);
-  if (!link->baud.empty()) own_[{kLinkSection, "BaudRate"}] = link->baud;
-  if (link->type == kLinkGpib && link->number) {
-    own_[{kLinkSection, "GPIB_Addr"}] = std::to_string(*link->number);
-  }
   if (!link->library.empty()) {
     own_[{kDrivers, link->type == kLinkGpib ? "GpibLibrary" : "UsbLibrary"}] = link->library;
   }
-  if (!link->device.empty()) {
-    own_[{kLinkSection, "COM_Port"}] = "1";
-    own_[{kDrivers, "COM1"}] = link->device;
-  }
+  if (!link->device.empty()) own_[{kDrivers, "COM1"}] = link->device;
 }
 
 std::optional<std::string> SessionSettings::Read(const std::string& section,
@@ -56,9 +55,7 @@ Session::Session(const Desk& desk, const Call& call)
                    help_, "", desk.syncFile, "", [] { return std::make_unique<NoReport>(); }, "",
                    [] { return std::string(); }})) {
   module_->main.Load();
-  if (call.link && call.link->type == kLinkUsb && call.link->number) {
-    module_->preferences.link.UsbDevice = *call.link->number;
-  }
+  if (call.link) Choose(*call.link, module_->preferences.link);
   ProgressBar& bar = module_->progress.ProgressBar1;
   if (desk.showsProgress) bar.onChanged = [this, &bar] { ShowProgress(bar.Value()); };
 }
@@ -86,7 +83,7 @@ void Session::End() {
   waiting_.BeginClosing();
 }
 
-// What fails after the first failure, fails because of it.
+// Later failures follow from the first one and are not printed.
 void Session::Fail(const std::string& text) {
   if (Failed()) return;
   ClearProgress();

@@ -61,6 +61,10 @@ class Session {
   MainModule& Program() { return *module_; }
   const LinkSettings& Link() const { return module_->preferences.link; }
 
+  // Runs the Controller's edit of the node with these labels.
+  void EditNode(const std::string& labels) {
+    module_->controller.PraseCtrlList(std::string(kCtrlRootLabel) + "\\" + labels);
+  }
   // The view of the sheet's only item of this kind. Adds the item at the first call.
   ItemView& Item(ItemKind kind);
   // Serves what is pending, an interrupt for instance.

@@ -168,14 +168,12 @@ void Edit(Job& job, Assignment& assignment) {
     if (row.edited == parameter.field) program.settings.*row.on = Read(job, ParameterOf(row.on));
   }
   if (job.session->Failed()) return;
-  frmCtrlList& controller = program.controller;
   Timer hand(job.desk.events, 1, [&] {
     hand.SetEnabled(false);
-    Choose(controller.dialog, assignment);
+    Choose(program.controller.dialog, assignment);
   });
   hand.SetEnabled(true);
-  controller.PraseCtrlList(std::string(kCtrlRootLabel) + "\\" + GroupOf(parameter) + "\\" +
-                           parameter.label);
+  job.session->EditNode(GroupOf(parameter) + "\\" + parameter.label);
 }
 
 bool Took(const Assignment& assignment, const std::string& reply) {

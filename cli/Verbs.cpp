@@ -46,9 +46,7 @@ Result RunIdentify(Job& job) {
 // The commands of the group Running Control, by the names of their nodes.
 template <const auto& Label>
 Result RunCommand(Job& job) {
-  job.session->Program().controller.PraseCtrlList(std::string(kCtrlRootLabel) + "\\" +
-                                                  kGroupLabels[ctrl_group::kRunningControl] + "\\" +
-                                                  Label);
+  job.session->EditNode(std::string(kGroupLabels[ctrl_group::kRunningControl]) + "\\" + Label);
   return {};
 }
 

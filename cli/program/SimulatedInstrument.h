@@ -18,7 +18,7 @@ class SimulatedInstrument {
   SimulatedInstrument(const SimulatedInstrument&) = delete;
   SimulatedInstrument& operator=(const SimulatedInstrument&) = delete;
 
-  // Starts it behind a link of this kind, RS232 if there is none, and makes the choice lead to it.
+  // Starts it on a link of this kind, RS232 if none is chosen. Then the choice names its device.
   // Returns why it could not be started.
   std::optional<std::string> Start(std::optional<LinkChoice>& link);
 

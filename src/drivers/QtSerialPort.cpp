@@ -145,7 +145,7 @@ void QtSerialPort::FinishSending() {
 std::vector<ListedPort> QtSerialPort::ListPorts() const {
   std::vector<ListedPort> ports;
   for (const QSerialPortInfo& port : QSerialPortInfo::availablePorts()) {
-    // The serial number tells two adapters of one kind apart.
+    // Two adapters of one kind differ in their serial numbers.
     QStringList words{port.description(), port.serialNumber()};
     words.removeAll(QString());
     ports.push_back({port.systemLocation().toStdString(), words.join(", ").toStdString()});

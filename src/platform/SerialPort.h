@@ -27,8 +27,8 @@ class SerialPort {
   virtual void SetPort(int number) = 0;
   // The devices that the system lists now, in its own order.
   virtual std::vector<ListedPort> ListPorts() const { return {}; }
-  // The path (UTF-8) of the device behind a port number for which the settings name `name`. If that
-  // is empty, number 1 is the first listed device, and so on; empty if there is none.
+  // The path (UTF-8) of the device behind a port number. `name` is the device in the settings. If
+  // it is empty, number 1 means the first listed device. Returns an empty text if there is none.
   virtual std::string DeviceOf(int number, const std::string& name) const = 0;
   // Opens the port without handshaking and discards bytes that came before.
   virtual std::optional<std::string> Open() = 0;

@@ -5,7 +5,7 @@
 
 namespace oriolemark {
 
-// What the words of the command line ask for.
+// The request that the words of the command line make.
 struct CommandLine {
   enum class Outcome {
     Open,     // the program starts and opens `files`

@@ -124,7 +124,6 @@ TEST(Calls, EachVerbSendsTheSameBytesAsTheWindow) {
 
 TEST(Calls, ASettingIsChosenFromTheOfferedValuesAndReadBack) {
   CallBench bench;
-  const std::string head = ":DISPLAY:MNU_STATUS:OFF\r:KEY:LOCK:ENABLE\r*IDN?\r";
   for (const auto& row : Rows(R"(
 0 | CH1_Probe=10x | CH1 Probe  10X | :CHANNEL1:PROBE:10X
 0 | ch1volt/div=2V | CH1 Volt/Div  2.00V | :CHANNEL1:RANGE:2.00V
